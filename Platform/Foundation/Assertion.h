@@ -1,0 +1,29 @@
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace platform {
+
+/// A broken set-up: a programming error or missing resources, never bad content.
+///
+/// The only exception that leaves the library.
+class AssertionFailure : public std::logic_error {
+public:
+    AssertionFailure(std::string file, int line, std::string description);
+
+    /// The source unit's name, without a folder or an extension.
+    [[nodiscard]] const std::string& file() const { return file_; }
+    [[nodiscard]] int line() const { return line_; }
+    [[nodiscard]] const std::string& description() const { return description_; }
+
+private:
+    std::string file_;
+    int line_;
+    std::string description_;
+};
+
+/// Logs the failure as an error and throws `AssertionFailure`.
+[[noreturn]] void failAssertion(std::string file, int line, std::string description);
+
+} // namespace platform

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+/// A file that was built into a program: its name and its content as base64 text.
+struct EmbeddedResource {
+    std::string_view name;
+    std::string_view base64;
+};
+
+/// A set of named resources: those in registered folders first, then those built in.
+///
+/// A file in a folder shadows the built-in one even when it cannot be read, so that a broken
+/// replacement shows instead of being passed over.
+///
+/// Thread: main.
+class Bundle {
+public:
+    Bundle() = default;
+    explicit Bundle(std::vector<EmbeddedResource> embedded);
+
+    /// The library's own resources: its shaders.
+    [[nodiscard]] static Bundle& framework();
+
+    /// Folders are asked in the order in which they were added.
+    void addFolder(std::string path);
+    void removeFolder(std::string_view path);
+
+    /// The resource `name.type`. Errors: none when it is missing or unreadable.
+    [[nodiscard]] std::optional<std::vector<std::uint8_t>> data(std::string_view name,
+                                                                std::string_view type) const;
+    /// The same as text.
+    [[nodiscard]] std::optional<std::string> string(std::string_view name,
+                                                    std::string_view type) const;
+
+private:
+    std::vector<EmbeddedResource> embedded_;
+    std::vector<std::string> folders_;
+};
+
+} // namespace platform

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+
+namespace platform {
+
+/// A point in time, counted from the clock's own zero.
+using Instant = std::chrono::nanoseconds;
+
+/// Turns seconds into an instant or a span, rounded to the nearest nanosecond.
+[[nodiscard]] Instant fromSeconds(double seconds);
+[[nodiscard]] double toSeconds(Instant instant);
+
+/// Where the library's time comes from; nothing in it reads another.
+///
+/// Thread: any.
+class Clock {
+public:
+    virtual ~Clock() = default;
+    [[nodiscard]] virtual Instant now() const = 0;
+};
+
+/// The machine's steady clock, zero at its creation.
+class SystemClock final : public Clock {
+public:
+    [[nodiscard]] Instant now() const override;
+
+private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+/// A clock that moves only when told, for rendering and tests.
+///
+/// Thread: main.
+class VirtualClock final : public Clock {
+public:
+    [[nodiscard]] Instant now() const override { return now_; }
+
+    /// Moves on; an earlier instant than now changes nothing, time never runs backwards.
+    void advanceTo(Instant instant);
+
+private:
+    Instant now_{0};
+};
+
+/// The display's refreshes: instants at whole multiples of an interval.
+class FrameGrid {
+public:
+    /// `framesPerSecond`: above 0.
+    explicit FrameGrid(double framesPerSecond = 60.0);
+
+    /// The last refresh at or before `instant`.
+    [[nodiscard]] Instant atOrBefore(Instant instant) const;
+    /// The first refresh strictly after `instant`.
+    [[nodiscard]] Instant after(Instant instant) const;
+
+private:
+    [[nodiscard]] Instant at(std::int64_t index) const;
+    double framesPerSecond_;
+};
+
+} // namespace platform

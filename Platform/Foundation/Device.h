@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+/// The machine that the library runs on, as far as its behaviour depends on it.
+///
+/// Thread: main.
+class Device {
+public:
+    [[nodiscard]] static Device& currentDevice();
+
+    /// The platform layer's own version, "12.0" unless the host sets another. Versions below 10
+    /// bring back the events of older systems.
+    [[nodiscard]] const std::string& systemVersion() const { return systemVersion_; }
+    void setSystemVersion(std::string version);
+
+private:
+    std::string systemVersion_ = "12.0";
+};
+
+} // namespace platform

@@ -1,0 +1,42 @@
+#pragma once
+
+namespace platform {
+
+/// A place in points, origin at the top left, y growing downward.
+struct Point {
+    double x = 0;
+    double y = 0;
+    friend bool operator==(const Point&, const Point&) = default;
+};
+
+/// An extent in points.
+struct Size {
+    double width = 0;
+    double height = 0;
+    friend bool operator==(const Size&, const Size&) = default;
+};
+
+/// A rectangle in points; `origin` is its top left corner.
+struct Rect {
+    Point origin;
+    Size size;
+    friend bool operator==(const Rect&, const Rect&) = default;
+};
+
+/// An extent in pixels.
+struct SizePx {
+    int width = 0;
+    int height = 0;
+    friend bool operator==(const SizePx&, const SizePx&) = default;
+};
+
+/// A rectangle of a framebuffer in pixels; `x` and `y` are its bottom left corner, as GL counts.
+struct RectPx {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    friend bool operator==(const RectPx&, const RectPx&) = default;
+};
+
+} // namespace platform

@@ -1,0 +1,123 @@
+#include "Platform/Foundation/MainQueue.h"
+
+namespace platform {
+
+MainQueue& MainQueue::main() {
+    static MainQueue queue;
+    return queue;
+}
+
+void MainQueue::async(Block block) {
+    add(now(), std::move(block));
+}
+
+void MainQueue::asyncAfter(Instant delay, Block block) {
+    const Instant from = now();
+    add(delay > Instant::zero() ? from + delay : frameGrid().after(from), std::move(block));
+}
+
+void MainQueue::add(Instant deadline, Block block) {
+    {
+        const std::scoped_lock lock(mutex_);
+        blocks_.emplace(std::pair(deadline, order_++), std::move(block));
+    }
+    wakeUp();
+}
+
+std::shared_ptr<MainQueue::Work> MainQueue::beginWork() {
+    return std::make_shared<Work>(*this);
+}
+
+MainQueue::Work::Work(MainQueue& queue) : queue_(queue) {
+    const std::scoped_lock lock(queue_.mutex_);
+    ++queue_.outstanding_;
+}
+
+MainQueue::Work::~Work() {
+    {
+        const std::scoped_lock lock(queue_.mutex_);
+        --queue_.outstanding_;
+    }
+    queue_.wakeUp();
+}
+
+int MainQueue::outstandingWork() const {
+    const std::scoped_lock lock(mutex_);
+    return outstanding_;
+}
+
+void MainQueue::runDue() {
+    const Instant until = now();
+    std::uint64_t bound = 0;
+    {
+        const std::scoped_lock lock(mutex_);
+        bound = order_;
+    }
+    while (const auto block = takeDue(until, bound))
+        (*block)();
+}
+
+std::optional<MainQueue::Block> MainQueue::takeDue(Instant now, std::uint64_t bound) {
+    const std::scoped_lock lock(mutex_);
+    const auto first = blocks_.begin();
+    // A block queued by one of this turn sorts behind them all, so the first one decides.
+    if (first == blocks_.end() || first->first.first > now || first->first.second >= bound)
+        return std::nullopt;
+    Block block = std::move(first->second);
+    blocks_.erase(first);
+    return block;
+}
+
+std::optional<Instant> MainQueue::nextDeadline() const {
+    const std::scoped_lock lock(mutex_);
+    if (blocks_.empty())
+        return std::nullopt;
+    return blocks_.begin()->first.first;
+}
+
+void MainQueue::setClock(std::shared_ptr<const Clock> clock) {
+    const std::scoped_lock lock(mutex_);
+    clock_ = std::move(clock);
+}
+
+void MainQueue::setFrameGrid(FrameGrid grid) {
+    const std::scoped_lock lock(mutex_);
+    frameGrid_ = grid;
+}
+
+void MainQueue::setWakeUp(std::function<void()> wakeUp) {
+    const std::scoped_lock lock(mutex_);
+    wakeUp_ = std::move(wakeUp);
+}
+
+Instant MainQueue::now() const {
+    const std::scoped_lock lock(mutex_);
+    return clock_->now();
+}
+
+FrameGrid MainQueue::frameGrid() const {
+    const std::scoped_lock lock(mutex_);
+    return frameGrid_;
+}
+
+void MainQueue::wakeUp() {
+    std::function<void()> wakeUp;
+    {
+        const std::scoped_lock lock(mutex_);
+        wakeUp = wakeUp_;
+    }
+    if (wakeUp)
+        wakeUp();
+}
+
+void MainQueue::reset() {
+    // Destroyed outside the lock: a block may own objects that queue something in their destructor.
+    decltype(blocks_) dropped;
+    {
+        const std::scoped_lock lock(mutex_);
+        dropped.swap(blocks_);
+        wakeUp_ = nullptr;
+    }
+}
+
+} // namespace platform

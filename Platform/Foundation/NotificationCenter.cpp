@@ -1,0 +1,49 @@
+#include "Platform/Foundation/NotificationCenter.h"
+
+#include "Platform/Foundation/Object.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace platform {
+
+NotificationCenter& NotificationCenter::defaultCenter() {
+    static NotificationCenter center;
+    return center;
+}
+
+void NotificationCenter::addObserver(const std::shared_ptr<Object>& observer, std::string_view name,
+                                     Handler handler) {
+    entries_.push_back({nextId_++, observer.get(), observer, std::string(name), std::move(handler)});
+}
+
+void NotificationCenter::removeObserver(const Object* observer) {
+    std::erase_if(entries_, [&](const Entry& entry) { return entry.key == observer; });
+}
+
+void NotificationCenter::post(std::string_view name, UserInfo userInfo) {
+    std::erase_if(entries_, [](const Entry& entry) { return entry.observer.expired(); });
+    const Notification notification{std::string(name), std::move(userInfo)};
+    // By id, because a handler may add and remove entries while the walk goes on.
+    std::vector<std::uint64_t> ids;
+    for (const Entry& entry : entries_) {
+        if (entry.name == name)
+            ids.push_back(entry.id);
+    }
+    for (const std::uint64_t id : ids)
+        deliver(id, notification);
+}
+
+void NotificationCenter::deliver(std::uint64_t id, const Notification& notification) {
+    const auto entry = std::find_if(entries_.begin(), entries_.end(),
+                                    [&](const Entry& candidate) { return candidate.id == id; });
+    if (entry == entries_.end())
+        return;
+    const auto alive = entry->observer.lock();
+    if (!alive)
+        return;
+    const Handler handler = entry->handler;
+    handler(notification);
+}
+
+} // namespace platform
