@@ -1,0 +1,90 @@
+#pragma once
+
+#include "Platform/Foundation/Geometry.h"
+#include "Platform/Foundation/Result.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+class Image;
+using ImagePtr = std::shared_ptr<const Image>;
+
+/// What the decoders may produce.
+struct DecodeLimits {
+    /// Longest side in pixels; a longer picture is decoded scaled down to fit. 0: no limit.
+    int maxSidePx = 0;
+    /// Bytes of the decoded picture after scaling; a picture over it is refused. It bounds as well
+    /// any RGBA buffer that a format needs on the way (an interlaced PNG or a lossless WebP is
+    /// held whole before it is scaled); the coefficients of a progressive JPEG may take twice it.
+    std::size_t maxBytes = std::size_t{1} << 30;
+};
+
+/// Pixels that are still being filled in. Not initialised: a decoder writes every byte, and
+/// zeroing 128 MiB first would cost a large panorama half as much time again as decoding it.
+struct PixelStorage {
+    PixelStorage() = default;
+    PixelStorage(int widthPx, int heightPx);
+
+    [[nodiscard]] std::size_t rowBytes() const { return static_cast<std::size_t>(widthPx) * 4; }
+    [[nodiscard]] std::size_t size() const {
+        return rowBytes() * static_cast<std::size_t>(heightPx);
+    }
+    [[nodiscard]] std::uint8_t* row(int y) {
+        return bytes.get() + rowBytes() * static_cast<std::size_t>(y);
+    }
+    [[nodiscard]] const std::uint8_t* row(int y) const {
+        return bytes.get() + rowBytes() * static_cast<std::size_t>(y);
+    }
+
+    int widthPx = 0;
+    int heightPx = 0;
+    std::unique_ptr<std::uint8_t[]> bytes;
+};
+
+/// One still picture, straight-alpha RGBA8, immutable once made.
+///
+/// Shape:  `heightPx` rows from the top, `4 * widthPx` bytes each, no padding.
+/// Units:  pixels, but for `size()`, which is in points (pixels / `scale`).
+/// Owner:  the image owns its pixels; it is shared and never copied.
+/// Thread: any, it never changes.
+class Image {
+public:
+    explicit Image(PixelStorage pixels, double scale = 1.0);
+
+    /// Reads and decodes a file, within the process's `decodeLimits()`.
+    ///
+    /// Errors: null, and one log line that names the file and the cause.
+    [[nodiscard]] static ImagePtr imageWithContentsOfFile(const std::string& path);
+
+    /// Decodes a picture held in memory, within the process's `decodeLimits()`.
+    ///
+    /// Errors: null, and one log line that names the cause.
+    [[nodiscard]] static ImagePtr imageWithData(std::span<const std::uint8_t> encoded);
+
+    /// The limits that the two calls above use. The host lowers `maxSidePx` to what its GL context
+    /// can hold; an application may change either.
+    ///
+    /// Thread: main, and so are the two calls; other threads call `decodePicture`.
+    [[nodiscard]] static DecodeLimits decodeLimits();
+    static void setDecodeLimits(DecodeLimits limits);
+
+    [[nodiscard]] int widthPx() const { return pixels_.widthPx; }
+    [[nodiscard]] int heightPx() const { return pixels_.heightPx; }
+    [[nodiscard]] double scale() const { return scale_; }
+    [[nodiscard]] Size size() const { return {widthPx() / scale_, heightPx() / scale_}; }
+    [[nodiscard]] std::span<const std::uint8_t> pixels() const {
+        return {pixels_.bytes.get(), pixels_.size()};
+    }
+
+private:
+    PixelStorage pixels_;
+    double scale_;
+};
+
+} // namespace platform

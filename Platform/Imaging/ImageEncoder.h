@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Platform/Foundation/Result.h"
+#include "Platform/Imaging/Image.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace platform {
+
+/// Writes a picture as PNG, 8-bit RGBA, straight alpha, always the same bytes for the same pixels.
+///
+/// Thread: any, reentrant. The definition is the backends', chosen by linking.
+/// Errors: Unavailable (out of memory inside the library).
+[[nodiscard]] Result<std::vector<std::uint8_t>> encodePng(const Image& image);
+
+} // namespace platform
