@@ -1,0 +1,71 @@
+#include "Platform/Graphics/GLDevice.h"
+
+#include "Platform/Foundation/Log.h"
+
+#include <GLES2/gl2.h>
+
+#include <string_view>
+#include <utility>
+
+namespace platform {
+namespace {
+
+std::string glString(GLenum name) {
+    const GLubyte* text = glGetString(name);
+    return text ? reinterpret_cast<const char*>(text) : std::string();
+}
+
+template <class Function>
+bool lookUp(Function*& function, const GLBindings& bindings, const char* name) {
+    function = reinterpret_cast<Function*>(bindings.procAddress(name));
+    return function != nullptr;
+}
+
+} // namespace
+
+GLDevice& GLDevice::main() {
+    static GLDevice device;
+    return device;
+}
+
+bool GLDevice::install(GLBindings bindings) {
+    bindings_ = std::move(bindings);
+    if (bindings_.makeCurrent)
+        bindings_.makeCurrent();
+    const std::string version = glString(GL_VERSION);
+    if (!version.starts_with("OpenGL ES ")) {
+        log(LogLevel::Error, "graphics: the host's context is \"" + version +
+                                 "\", not OpenGL ES 2.0 or later; nothing can be drawn");
+        return false;
+    }
+    if (!loadVertexArrayFunctions()) {
+        log(LogLevel::Error, "graphics: the context lacks OES_vertex_array_object; nothing can be drawn");
+        return false;
+    }
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxTextureSidePx_);
+    installed_ = true;
+    ++generation_;
+    log(LogLevel::Debug, "graphics: " + glString(GL_RENDERER) + ", " + version +
+                             ", textures up to " + std::to_string(maxTextureSidePx_) + " pixels");
+    return true;
+}
+
+bool GLDevice::loadVertexArrayFunctions() {
+    const bool offered = glString(GL_EXTENSIONS).find("GL_OES_vertex_array_object") != std::string::npos;
+    return offered && bindings_.procAddress &&
+           lookUp(genVertexArrays_, bindings_, "glGenVertexArraysOES") &&
+           lookUp(bindVertexArray_, bindings_, "glBindVertexArrayOES") &&
+           lookUp(deleteVertexArrays_, bindings_, "glDeleteVertexArraysOES");
+}
+
+void GLDevice::uninstall() {
+    installed_ = false;
+    bindings_ = {};
+}
+
+void GLDevice::makeCurrent() const {
+    if (bindings_.makeCurrent)
+        bindings_.makeCurrent();
+}
+
+} // namespace platform

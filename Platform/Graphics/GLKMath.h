@@ -1,0 +1,64 @@
+#pragma once
+
+// Vectors, quaternions and matrices of the scene, as plain C structs so that functions with C
+// linkage can take them by value. Single precision throughout; angles in radians.
+//
+// Matrices are column-major: element 4 * c + r stands in column c, row r, and elements 12, 13, 14
+// hold the translation. A point p is transformed as M * p, so in `GLKMatrix4Multiply(A, B)` B acts
+// first, and `GLKMatrix4Rotate(M, …)` turns before M does whatever it did.
+//
+// Thread: any, everything here is pure.
+
+extern "C" {
+
+struct GLKVector3 {
+    float v[3];
+};
+
+struct GLKVector4 {
+    float v[4];
+};
+
+/// x, y, z are the vector part, w the scalar part.
+struct GLKQuaternion {
+    float x, y, z, w;
+};
+
+struct GLKMatrix4 {
+    float m[16];
+};
+
+extern const GLKMatrix4 GLKMatrix4Identity;
+
+GLKVector3 GLKVector3Make(float x, float y, float z);
+GLKVector4 GLKVector4Make(float x, float y, float z, float w);
+GLKQuaternion GLKQuaternionMake(float x, float y, float z, float w);
+
+/// A turn about the axis (x, y, z), counter-clockwise seen against it; the axis need not be of unit
+/// length.
+GLKMatrix4 GLKMatrix4MakeRotation(float radians, float x, float y, float z);
+GLKMatrix4 GLKMatrix4MakeTranslation(float x, float y, float z);
+GLKMatrix4 GLKMatrix4MakeScale(float x, float y, float z);
+
+/// The right-handed perspective that looks along -z and maps depth to -1…1.
+///
+/// `fovyRadians` is the vertical field of view, `aspect` width over height; both clipping distances
+/// are positive.
+GLKMatrix4 GLKMatrix4MakePerspective(float fovyRadians, float aspect, float nearZ, float farZ);
+
+/// The rotation that the quaternion stands for. It is normalised first, so that a quaternion of
+/// zeros gives a matrix of NaNs.
+GLKMatrix4 GLKMatrix4MakeWithQuaternion(GLKQuaternion quaternion);
+
+GLKMatrix4 GLKMatrix4Multiply(GLKMatrix4 left, GLKMatrix4 right);
+GLKVector4 GLKMatrix4MultiplyVector4(GLKMatrix4 matrix, GLKVector4 vector);
+
+/// The matrix times a rotation, a translation, a scaling.
+GLKMatrix4 GLKMatrix4Rotate(GLKMatrix4 matrix, float radians, float x, float y, float z);
+GLKMatrix4 GLKMatrix4Translate(GLKMatrix4 matrix, float x, float y, float z);
+GLKMatrix4 GLKMatrix4Scale(GLKMatrix4 matrix, float x, float y, float z);
+
+/// `column`: 0 to 3.
+GLKVector4 GLKMatrix4GetColumn(GLKMatrix4 matrix, int column);
+
+} // extern "C"

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Platform/Imaging/Image.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace platform {
+
+class GLContext;
+
+/// A texture that is deleted with its last holder.
+///
+/// Thread: main.
+class TextureInfo {
+public:
+    TextureInfo(std::shared_ptr<GLContext> context, std::uint32_t name, SizePx size);
+    ~TextureInfo();
+    TextureInfo(const TextureInfo&) = delete;
+    TextureInfo& operator=(const TextureInfo&) = delete;
+
+    /// The GL texture name, never 0.
+    [[nodiscard]] std::uint32_t name() const { return name_; }
+    [[nodiscard]] SizePx size() const { return size_; }
+
+private:
+    std::shared_ptr<GLContext> context_;
+    std::uint32_t name_;
+    SizePx size_;
+};
+
+/// Turns pictures into textures: linear filtering, clamped to the edge, no mipmaps, the picture's
+/// first row at v = 0. A picture over the context's limit is scaled down to fit, with a log line.
+///
+/// A picture becomes one texture however many loaders are asked for it.
+///
+/// Thread: main.
+class TextureLoader {
+public:
+    /// The texture, or null and GL's error code (0 when there is no context any more).
+    using Completion = std::function<void(std::shared_ptr<TextureInfo>, std::uint32_t glError)>;
+
+    explicit TextureLoader(std::shared_ptr<GLContext> context);
+
+    /// Uploads in a later turn of the main queue and completes there, even when the loader has
+    /// gone by then.
+    void textureWithImage(ImagePtr image, Completion completion);
+
+    /// One transparent pixel, made at once. The context is current.
+    [[nodiscard]] static std::shared_ptr<TextureInfo>
+    transparentTexture(const std::shared_ptr<GLContext>& context);
+
+private:
+    std::shared_ptr<GLContext> context_;
+};
+
+} // namespace platform

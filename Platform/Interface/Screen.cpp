@@ -1,0 +1,24 @@
+#include "Platform/Interface/Screen.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+
+Screen& Screen::mainScreen() {
+    static Screen screen;
+    return screen;
+}
+
+Rect Screen::nativeBounds() const {
+    const double width = std::round(size_.width * scale_);
+    const double height = std::round(size_.height * scale_);
+    return {{}, {std::min(width, height), std::max(width, height)}};
+}
+
+void Screen::setSize(Size points, double scale) {
+    size_ = points;
+    scale_ = scale;
+}
+
+} // namespace platform

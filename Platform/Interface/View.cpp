@@ -1,0 +1,143 @@
+#include "Platform/Interface/View.h"
+
+#include "Platform/Foundation/MainQueue.h"
+#include "Platform/Interface/LayoutConstraint.h"
+#include "Platform/Interface/Window.h"
+
+#include <GLES2/gl2.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+
+View::View(Rect frame) : frame_(frame) {}
+
+void View::setFrame(Rect frame) {
+    if (frame == frame_)
+        return;
+    frame_ = frame;
+    setNeedsDisplay();
+}
+
+void View::setHidden(bool hidden) {
+    if (hidden == hidden_)
+        return;
+    hidden_ = hidden;
+    setNeedsDisplay();
+    // What a vanishing view uncovers is its superview's to draw.
+    if (const auto parent = superview())
+        parent->setNeedsDisplay();
+}
+
+void View::setBackgroundColor(Color color) {
+    if (color == backgroundColor_)
+        return;
+    backgroundColor_ = color;
+    setNeedsDisplay();
+}
+
+std::shared_ptr<Window> View::window() const {
+    if (const auto parent = superview())
+        return parent->window();
+    return rootOf_.lock();
+}
+
+void View::addSubview(const std::shared_ptr<View>& view) {
+    insertSubview(view, subviews_.size());
+}
+
+void View::insertSubview(const std::shared_ptr<View>& view, std::size_t index) {
+    view->removeFromSuperview();
+    view->willMoveToSuperview(this);
+    const auto position = std::min(index, subviews_.size());
+    subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(position), view);
+    view->superview_ = weak(this);
+    view->setNeedsDisplay();
+}
+
+void View::removeFromSuperview() {
+    const auto parent = superview();
+    if (!parent)
+        return;
+    const auto self = shared(this); // the superview's list may hold the last reference
+    willMoveToSuperview(nullptr);
+    std::erase(parent->subviews_, self);
+    superview_.reset();
+    parent->setNeedsDisplay();
+}
+
+void View::willMoveToSuperview(View* /*newSuperview*/) {}
+
+void View::layoutIfNeeded() {
+    for (const auto& constraint : activeConstraints_)
+        constraint->apply(*this);
+    for (const auto& subview : subviews_)
+        subview->layoutIfNeeded();
+}
+
+void View::setNeedsDisplay() {
+    needsDisplay_ = true;
+    MainQueue::main().wakeUp();
+}
+
+bool View::needsDisplay() const {
+    if (hidden_)
+        return false;
+    return needsDisplay_ || std::any_of(subviews_.begin(), subviews_.end(),
+                                        [](const auto& subview) { return subview->needsDisplay(); });
+}
+
+void View::forgetNeedsDisplay() {
+    if (hidden_)
+        return;
+    needsDisplay_ = false;
+    for (const auto& subview : subviews_)
+        subview->forgetNeedsDisplay();
+}
+
+void View::draw(const DrawTarget& target) {
+    if (hidden_)
+        return;
+    if (!isCoveredBySubview())
+        drawContent(target);
+    for (const auto& subview : subviews_)
+        subview->draw(targetOfSubview(*subview, target));
+}
+
+DrawTarget View::targetOfSubview(const View& subview, const DrawTarget& target) {
+    // Edges are rounded, not sizes, so that neighbours meet without a gap.
+    const auto px = [&](double points) { return static_cast<int>(std::lround(points * target.scale)); };
+    const Rect& frame = subview.frame_;
+    const int left = px(frame.origin.x);
+    const int right = px(frame.origin.x + frame.size.width);
+    const int top = px(frame.origin.y);
+    const int bottom = px(frame.origin.y + frame.size.height);
+    const RectPx& area = target.area;
+    return {target.framebuffer,
+            {area.x + left, area.y + area.height - bottom, right - left, bottom - top},
+            target.scale};
+}
+
+void View::drawContent(const DrawTarget& target) {
+    if (backgroundColor_.alpha == 0)
+        return;
+    glBindFramebuffer(GL_FRAMEBUFFER, target.framebuffer);
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(target.area.x, target.area.y, target.area.width, target.area.height);
+    glClearColor(backgroundColor_.red, backgroundColor_.green, backgroundColor_.blue,
+                 backgroundColor_.alpha);
+    glClear(GL_COLOR_BUFFER_BIT);
+}
+
+bool View::coversItsFrame() const {
+    return backgroundColor_.alpha == 1;
+}
+
+bool View::isCoveredBySubview() const {
+    return std::any_of(subviews_.begin(), subviews_.end(), [&](const auto& subview) {
+        return !subview->hidden_ && subview->frame_ == bounds() && subview->coversItsFrame();
+    });
+}
+
+} // namespace platform

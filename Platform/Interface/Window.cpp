@@ -1,0 +1,113 @@
+#include "Platform/Interface/Window.h"
+
+#include "Platform/Foundation/MainQueue.h"
+#include "Platform/Graphics/GLDevice.h"
+#include "Platform/Graphics/OffscreenTarget.h"
+#include "Platform/Interface/Screen.h"
+#include "Platform/Interface/ViewController.h"
+
+#include <cmath>
+#include <utility>
+
+namespace platform {
+namespace {
+
+/// A window is opaque unless its root view lets what lies behind shine through; blending leaves the
+/// framebuffer's alpha below 1 all the same.
+void makeOpaque(PixelStorage& pixels) {
+    for (std::size_t i = 3; i < pixels.size(); i += 4)
+        pixels.bytes[i] = 255;
+}
+
+} // namespace
+
+void Window::setRootViewController(const std::shared_ptr<ViewController>& controller) {
+    if (controller_) {
+        resignVisible();
+        controller_->view()->rootOf_.reset();
+    }
+    controller_ = controller;
+    if (!controller_)
+        return;
+    controller_->view()->rootOf_ = weak(this);
+    layout();
+}
+
+void Window::makeKeyAndVisible() {
+    if (!controller_ || visible_)
+        return;
+    controller_->viewWillAppear(false);
+    layout();
+    visible_ = true;
+    controller_->view()->setNeedsDisplay();
+    controller_->viewDidAppear(false);
+}
+
+void Window::resignVisible() {
+    if (!controller_ || !visible_)
+        return;
+    controller_->viewWillDisappear(false);
+    visible_ = false;
+    controller_->viewDidDisappear(false);
+}
+
+void Window::layout() {
+    if (!controller_)
+        return;
+    controller_->view()->setFrame(Screen::mainScreen().bounds());
+    controller_->view()->layoutIfNeeded();
+}
+
+bool Window::needsDisplay() const {
+    return visible_ && controller_ && controller_->view()->needsDisplay();
+}
+
+void Window::displayAtOnce(View& view) {
+    if (const auto target = passTarget_ ? targetOf(view) : std::nullopt) {
+        view.forgetNeedsDisplay();
+        view.draw(*target);
+        return;
+    }
+    atOnce_ = true;
+    MainQueue::main().wakeUp();
+}
+
+std::optional<DrawTarget> Window::targetOf(const View& view) const {
+    if (&view == controller_->view().get())
+        return passTarget_;
+    const auto parent = view.superview();
+    const auto outer = parent ? targetOf(*parent) : std::nullopt;
+    if (!outer)
+        return std::nullopt;
+    return View::targetOfSubview(view, *outer);
+}
+
+void Window::draw(const DrawTarget& target) {
+    if (!controller_ || !visible_)
+        return;
+    atOnce_ = false;
+    passTarget_ = target;
+    controller_->view()->forgetNeedsDisplay();
+    controller_->view()->draw(target);
+    passTarget_.reset();
+}
+
+Result<ImagePtr> Window::snapshot(double scale) {
+    if (!controller_ || !GLDevice::main().isInstalled())
+        return Error{ErrorCode::Unavailable, "there is no view to draw"};
+    GLDevice::main().makeCurrent();
+    const Size points = Screen::mainScreen().bounds().size;
+    const SizePx size{static_cast<int>(std::lround(points.width * scale)),
+                      static_cast<int>(std::lround(points.height * scale))};
+    auto target = OffscreenTarget::create(size);
+    if (!target)
+        return target.error();
+    View& root = *controller_->view();
+    root.draw({target.value()->framebuffer(), {0, 0, size.width, size.height}, scale});
+    PixelStorage pixels = target.value()->readPixels();
+    if (root.backgroundColor().alpha == 1)
+        makeOpaque(pixels);
+    return ImagePtr(std::make_shared<Image>(std::move(pixels), scale));
+}
+
+} // namespace platform
