@@ -1,0 +1,139 @@
+#include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
+
+#include "HVViewer/DisplayController/DisplayView/HVVProgram/ZNTProgram.h"
+#include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
+#include "HVViewer/Model/ZNTInterractor.h"
+#include "HVViewer/Utilities/ZNTMath.h"
+#include "Platform/Foundation/NotificationCenter.h"
+#include "Platform/Graphics/GLContext.h"
+#include "Platform/Interface/Application.h"
+
+#include <GLES2/gl2.h>
+
+namespace {
+
+/// One handle for all display views. Any view's end drops it; views keep their own reference, and
+/// the next one that needs a context makes another handle on the same real one.
+std::shared_ptr<platform::GLContext> sharedContext;
+
+} // namespace
+
+ZNTDisplayView::ZNTDisplayView(platform::Rect frame) : GLView(frame) {}
+
+ZNTDisplayView::~ZNTDisplayView() {
+    platform::NotificationCenter::defaultCenter().removeObserver(this);
+    sharedContext.reset();
+}
+
+void ZNTDisplayView::init() {
+    GLView::init();
+    createInterractor();
+}
+
+void ZNTDisplayView::createInterractor() {
+    interractor_ = ZNTInterractor::interractorWithView(weak(this), weak(this));
+}
+
+void ZNTDisplayView::configureDefaultParameters() {
+    if (!platform::GLContext::setCurrentContext(sharedContext))
+        sharedContext = platform::GLContext::create();
+    // The earlier drawer holds its context weakly and needs it to delete what it made.
+    const auto earlier = context();
+    setDelegate(weak(this));
+    setContext(sharedContext);
+    glDrawer_ = platform::make<ZNTDrawer>();
+}
+
+void ZNTDisplayView::prepareGLWithType(ContentType type) {
+    if (!platform::GLContext::setCurrentContext(context()))
+        return;
+    glProgram_ = std::make_shared<ZNTProgram>();
+    glProgram_->buildProgramWithUniforms(uniformsObj_, ZNTDrawer::textureCoordinatePointer(), type);
+    glDrawer_->bindBuffers();
+}
+
+void ZNTDisplayView::displayImage(const platform::ImagePtr& image) {
+    configureDefaultParameters();
+    if (!context())
+        return;
+    glDrawer_->setupDrawerWithType(ContentType::Photo, shared(this));
+    glDrawer_->changeRenderingVO(displayVO_);
+    glDrawer_->drawImage(image);
+    prepareGLWithType(ContentType::Photo);
+}
+
+void ZNTDisplayView::startRenderVO(DisplayMode mode) {
+    displayVO_ = mode;
+    interractor_->setCurrentVO(mode);
+    if (glDrawer_)
+        glDrawer_->changeRenderingVO(mode);
+}
+
+double ZNTDisplayView::viewScale() const {
+    return fieldOfViewDegrees(displayVO_,
+                              platform::Application::sharedApplication().statusBarOrientation());
+}
+
+void ZNTDisplayView::setInitialRotationOffset(float radians) {
+    if (radians == initialRotationOffset_)
+        return;
+    initialRotationOffset_ = radians;
+    setNeedsDisplay();
+}
+
+void ZNTDisplayView::setMakeTransparent(bool transparent) {
+    if (transparent == makeTransparent_)
+        return;
+    makeTransparent_ = transparent;
+    setNeedsDisplay();
+}
+
+void ZNTDisplayView::matrixUpdated() {
+    if (!isHidden())
+        setNeedsDisplay();
+}
+
+void ZNTDisplayView::willMoveToSuperview(platform::View* newSuperview) {
+    GLView::willMoveToSuperview(newSuperview);
+    auto& center = platform::NotificationCenter::defaultCenter();
+    if (newSuperview)
+        center.addObserver(shared(this), platform::kDidChangeStatusBarFrame,
+                           [this](const auto&) { orientationDidChangedNotification(); });
+    else
+        center.removeObserver(this);
+    setOpaque(false);
+    setBackgroundColor(platform::kClearColor);
+}
+
+void ZNTDisplayView::orientationDidChangedNotification() {
+    if (glDrawer_)
+        glDrawer_->screenShapeDidChange();
+    display();
+}
+
+void ZNTDisplayView::update() {
+    cameraInputs_.mode = displayVO_;
+    cameraInputs_.orientation = platform::Application::sharedApplication().statusBarOrientation();
+    const bool announced = newSize_ != platform::Size{} && displayVO_ != DisplayMode::SideBySide;
+    cameraInputs_.size = announced ? newSize_ : frame().size;
+    cameraInputs_.farZ = FarZ();
+    cameraInputs_.scale = interractor_->scale();
+    cameraInputs_.view = interractor_->viewMatrix();
+    cameraInputs_.rotation = interractor_->rotationMatrix();
+    cameraInputs_.translation = interractor_->translationMatrix();
+    cameraInputs_.rotationOffset = initialRotationOffset_;
+    camera_ = composeCamera(cameraInputs_);
+}
+
+void ZNTDisplayView::drawInRect(platform::GLView& view, const platform::Rect& /*rect*/) {
+    update();
+    if (makeTransparent_)
+        view.setOpaque(false);
+    glClearColor(0, 0, 0, makeTransparent_ ? 0.0F : 1.0F);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glDisable(GL_SCISSOR_TEST);
+    if (glDrawer_ && glProgram_)
+        glDrawer_->performBufferDrawingWithUniforms(uniformsObj_, camera_.modelViewProjection,
+                                                    glProgram_->programName());
+    glEnable(GL_SCISSOR_TEST);
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "HVViewer/DisplayController/DisplayView/HVVProgram/UniformTable.h"
+#include "HVViewer/DisplayController/DisplayView/SceneCamera.h"
+#include "HVViewer/Model/ContentType.h"
+#include "HVViewer/Model/DisplayMode.h"
+#include "HVViewer/Model/InterractorDelegate.h"
+#include "Platform/Graphics/GLKMath.h"
+#include "Platform/Graphics/GLView.h"
+
+#include <memory>
+
+class ZNTDrawer;
+class ZNTInterractor;
+class ZNTProgram;
+
+/// The surface that shows the content: composes each frame's camera from the mode, its size and the
+/// interactor, and has it drawn.
+///
+/// Owner:  the controller; it owns drawer, program and interactor. Made with `platform::make`.
+/// Thread: main.
+class ZNTDisplayView : public platform::GLView,
+                       public platform::GLViewDelegate,
+                       public InterractorDelegate {
+public:
+    explicit ZNTDisplayView(platform::Rect frame);
+    ~ZNTDisplayView() override;
+    void init() override;
+
+    /// Shows a still picture. Sets everything up anew: a one-shot operation.
+    void displayImage(const platform::ImagePtr& image);
+
+    /// Switches the scene: the camera goes back to where the scene starts, and the mesh follows.
+    void startRenderVO(DisplayMode mode);
+
+    /// Vertical field of view in degrees, before the zoom.
+    [[nodiscard]] double viewScale() const;
+    /// Announces the size to come; it overrides the frame in the aspect ratio, but for mode 3.
+    void willTransitionToSize(platform::Size size) { newSize_ = size; }
+
+    void matrixUpdated() override;
+    void drawInRect(platform::GLView& view, const platform::Rect& rect) override;
+    void willMoveToSuperview(platform::View* newSuperview) override;
+
+    [[nodiscard]] DisplayMode displayVO() const { return displayVO_; }
+    [[nodiscard]] platform::Size newSize() const { return newSize_; }
+    /// Radians about the model's z axis, after the interactor's rotation.
+    [[nodiscard]] float initialRotationOffset() const { return initialRotationOffset_; }
+    void setInitialRotationOffset(float radians);
+    /// Clears to transparent black instead of opaque black.
+    [[nodiscard]] bool makeTransparent() const { return makeTransparent_; }
+    void setMakeTransparent(bool transparent);
+    [[nodiscard]] std::shared_ptr<ZNTDrawer> glDrawer() const { return glDrawer_; }
+    [[nodiscard]] std::shared_ptr<ZNTProgram> glProgram() const { return glProgram_; }
+    [[nodiscard]] std::shared_ptr<ZNTInterractor> interractor() const { return interractor_; }
+
+    /// The camera of the last frame, and what it was made of.
+    [[nodiscard]] const SceneCamera& camera() const { return camera_; }
+    [[nodiscard]] const SceneCameraInputs& cameraInputs() const { return cameraInputs_; }
+    [[nodiscard]] GLKMatrix4 modelViewProjectionMatrix() const { return camera_.modelViewProjection; }
+    /// Composes the camera for the present state.
+    void update();
+
+private:
+    void createInterractor();
+    void configureDefaultParameters();
+    void prepareGLWithType(ContentType type);
+    void orientationDidChangedNotification();
+
+    UniformTable uniformsObj_{};
+    DisplayMode displayVO_ = DisplayMode::Sphere;
+    platform::Size newSize_;
+    float initialRotationOffset_ = 0;
+    bool makeTransparent_ = false;
+    SceneCameraInputs cameraInputs_;
+    SceneCamera camera_;
+    std::shared_ptr<ZNTInterractor> interractor_;
+    std::shared_ptr<ZNTDrawer> glDrawer_;
+    std::shared_ptr<ZNTProgram> glProgram_;
+};

@@ -1,0 +1,213 @@
+#include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
+
+#include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
+#include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
+#include "HVViewer/Model/ZNTPlaneVO.h"
+#include "HVViewer/Model/ZNTSphericalVO.h"
+#include "Platform/Foundation/Log.h"
+#include "Platform/Foundation/NotificationCenter.h"
+#include "Platform/Graphics/GLContext.h"
+#include "Platform/Graphics/GLDevice.h"
+#include "Platform/Interface/Screen.h"
+
+#include <GLES2/gl2.h>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace {
+
+/// What all drawers share: the mesh that was bound last, who bound it and for which mode.
+struct UnitBuffers {
+    MeshBuffers names;
+    const ZNTDrawer* binder = nullptr;
+    const ZNTVisualObjectProtocol* mesh = nullptr;
+    std::uint32_t textureCoordinateAttribute = 0;
+};
+
+UnitBuffers unitBuffers;
+
+void logTextureError(std::uint32_t glError) {
+    platform::log(platform::LogLevel::Error, "GL Error = " + std::to_string(glError));
+}
+
+} // namespace
+
+ZNTDrawer::~ZNTDrawer() {
+    removeObservers();
+    tearDownGL();
+}
+
+void ZNTDrawer::setupDrawerWithType(ContentType type,
+                                    const std::shared_ptr<ZNTDisplayView>& forView) {
+    glView_ = forView;
+    const auto context = forView->context();
+    context_ = context;
+    contentType_ = type;
+    setupVO(DisplayMode::Sphere);
+    glTextureLoader_ = std::make_unique<platform::TextureLoader>(context);
+    if (type == ContentType::Photo)
+        glWatermarkLoader_ = std::make_unique<platform::TextureLoader>(context);
+    setupWatermarkTexture();
+    prepareObservers();
+}
+
+void ZNTDrawer::setupVO(DisplayMode mode) {
+    renderingVO_ = mode;
+    if (mode != DisplayMode::Plane) {
+        voProvider_ = std::make_shared<ZNTSphericalVO>();
+        return;
+    }
+    voProvider_ = std::make_shared<ZNTPlaneVO>();
+    planeScreen_ = platform::Screen::mainScreen().nativeBounds().size;
+}
+
+void ZNTDrawer::changeRenderingVO(DisplayMode mode) {
+    if (mode == renderingVO_)
+        return;
+    setupVO(mode);
+    bindBuffers();
+    if (const auto view = glView_.lock())
+        view->display();
+}
+
+void ZNTDrawer::screenShapeDidChange() {
+    const bool isPlane = voProvider_ && renderingVO_ == DisplayMode::Plane;
+    if (!isPlane || planeScreen_ == platform::Screen::mainScreen().nativeBounds().size)
+        return;
+    setupVO(renderingVO_);
+    bindBuffers();
+}
+
+void ZNTDrawer::bindBuffers() {
+    if (!platform::GLContext::setCurrentContext(context_.lock()))
+        return;
+    glDisable(GL_DEPTH_TEST);
+    glDepthMask(GL_FALSE);
+    glDisable(GL_CULL_FACE);
+    const VisualObjectModel model = voProvider_ ? voProvider_->model() : VisualObjectModel{};
+    unitBuffers.names = uploadMesh(model, unitBuffers.textureCoordinateAttribute);
+    unitBuffers.binder = this;
+    unitBuffers.mesh = voProvider_.get();
+    madeBuffers_.push_back(unitBuffers.names);
+}
+
+std::uint32_t& ZNTDrawer::textureCoordinatePointer() {
+    return unitBuffers.textureCoordinateAttribute;
+}
+
+void ZNTDrawer::drawImage(const platform::ImagePtr& image) {
+    srccgirf_ = image;
+    setupTextureWithImage(image);
+}
+
+void ZNTDrawer::setupTextureWithImage(const platform::ImagePtr& image) {
+    if (!image || !glTextureLoader_)
+        return;
+    glTextureLoader_->textureWithImage(image, [weak = weak(this)](auto texture, auto glError) {
+        const auto self = weak.lock();
+        if (!self)
+            return;
+        if (!texture)
+            return logTextureError(glError);
+        self->glTextureI_ = std::move(texture);
+        if (const auto view = self->glView_.lock())
+            view->display();
+        self->srccgirf_.reset();
+    });
+}
+
+void ZNTDrawer::setupWatermarkTexture() {
+    const platform::ImagePtr picture = watermarkPicture();
+    if (!picture || !glWatermarkLoader_)
+        return;
+    glWatermarkLoader_->textureWithImage(picture, [weak = weak(this)](auto texture, auto glError) {
+        const auto self = weak.lock();
+        if (!self)
+            return;
+        if (!texture)
+            return logTextureError(glError);
+        self->glTextureWatermark_ = std::move(texture);
+        if (const auto view = self->glView_.lock())
+            view->setNeedsDisplay();
+    });
+}
+
+void ZNTDrawer::useOwnBuffers() {
+    const bool bound = unitBuffers.binder == this && unitBuffers.mesh == voProvider_.get();
+    // Another drawer's buffers do as well while they hold the same kind of mesh.
+    const bool sameSphere = unitBuffers.binder && unitBuffers.binder->renderingVO_ != DisplayMode::Plane &&
+                            unitBuffers.mesh == unitBuffers.binder->voProvider_.get() &&
+                            renderingVO_ != DisplayMode::Plane;
+    if (!bound && !sameSphere)
+        bindBuffers();
+}
+
+void ZNTDrawer::performBufferDrawingWithUniforms(const UniformTable& uniforms,
+                                                 const GLKMatrix4& modelProjectionMatrix,
+                                                 std::uint32_t withProgramm) {
+    if (!voProvider_)
+        return;
+    useOwnBuffers();
+    platform::GLDevice::main().bindVertexArray(unitBuffers.names.vertexArray);
+    glUseProgram(withProgramm);
+    program_ = withProgramm;
+    glUniform1i(uniforms[kUniformColorPicking], enableColoring_);
+    if (contentType_ == ContentType::Photo && glTextureI_)
+        drawPhoto(uniforms, modelProjectionMatrix, voProvider_->model().numberOfVertices);
+}
+
+void ZNTDrawer::drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix,
+                          std::int32_t vertices) {
+    glActiveTexture(GL_TEXTURE0);
+    glUniformMatrix4fv(uniforms[kUniformContentMatrix], 1, GL_FALSE, matrix.m);
+    glBindTexture(GL_TEXTURE_2D, glTextureI_->name());
+    glDrawArrays(GL_TRIANGLE_STRIP, 0, vertices);
+
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glActiveTexture(GL_TEXTURE0);
+    glUniformMatrix4fv(uniforms[kUniformWatermarkMatrix], 1, GL_FALSE, matrix.m);
+    glBindTexture(GL_TEXTURE_2D, watermarkTextureName());
+    glDrawArrays(GL_TRIANGLE_STRIP, 0, vertices);
+    glDisable(GL_BLEND);
+}
+
+std::uint32_t ZNTDrawer::watermarkTextureName() {
+    if (glTextureWatermark_)
+        return glTextureWatermark_->name();
+    // Name 0 samples opaque black, which would hide the content behind a watermark that is not there.
+    if (!transparentTexture_)
+        transparentTexture_ = platform::TextureLoader::transparentTexture(context_.lock());
+    return transparentTexture_->name();
+}
+
+void ZNTDrawer::prepareObservers() {
+    auto& center = platform::NotificationCenter::defaultCenter();
+    // Crossed on purpose: while markers are not drawn as such, the content takes picking colours.
+    center.addObserver(shared(this), ZNTHotSpotDrawerDisableDrawing,
+                       [this](const auto&) { didReceiveEnableColoringMessage(); });
+    center.addObserver(shared(this), ZNTHotSpotDrawerEnableDrawing,
+                       [this](const auto&) { didReceiveDisableColoringMessage(); });
+}
+
+void ZNTDrawer::removeObservers() {
+    platform::NotificationCenter::defaultCenter().removeObserver(this);
+}
+
+void ZNTDrawer::tearDownGL() {
+    const bool current = platform::GLContext::setCurrentContext(context_.lock());
+    for (const MeshBuffers& buffers : madeBuffers_) {
+        if (current)
+            deleteMesh(buffers);
+    }
+    madeBuffers_.clear();
+    // The names are gone: another drawer that used them binds its own before it draws.
+    if (unitBuffers.binder == this)
+        unitBuffers = {{}, nullptr, nullptr, unitBuffers.textureCoordinateAttribute};
+    glTextureI_.reset();
+    glTextureWatermark_.reset();
+    transparentTexture_.reset();
+}

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "HVViewer/DisplayController/DisplayView/HVVProgram/UniformTable.h"
+#include "HVViewer/DisplayController/DisplayView/MeshBuffers.h"
+#include "HVViewer/Model/ContentType.h"
+#include "HVViewer/Model/DisplayMode.h"
+#include "HVViewer/Model/ZNTVisualObjectProtocol.h"
+#include "Platform/Foundation/Object.h"
+#include "Platform/Graphics/GLKMath.h"
+#include "Platform/Graphics/TextureLoader.h"
+#include "Platform/Imaging/Image.h"
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+class ZNTDisplayView;
+
+namespace platform {
+class GLContext;
+}
+
+/// Puts the content on screen: keeps the mode's mesh in GL buffers and the content and the watermark
+/// in textures, and draws the mesh once with each.
+///
+/// The names of the mesh in use belong to the unit, not to an instance: with several drawers the
+/// last `bindBuffers()` wins, and a drawer whose mesh is another one binds its own before it draws.
+///
+/// Owner:  the display view; view and context are held weakly. Made with `platform::make`.
+/// Thread: main.
+class ZNTDrawer : public platform::Object {
+public:
+    ZNTDrawer() = default;
+    ~ZNTDrawer() override;
+
+    /// Sphere mesh, loaders, watermark, observers. Runs anew whenever the view shows new content.
+    void setupDrawerWithType(ContentType type, const std::shared_ptr<ZNTDisplayView>& forView);
+    /// Builds the mesh of a mode: the plane for mode 0, the sphere for any other.
+    void setupVO(DisplayMode mode);
+    /// The same with buffers and a redraw; nothing for the mode that is drawn already.
+    void changeRenderingVO(DisplayMode mode);
+    /// Rebuilds a plane whose screen has another shape by now.
+    void screenShapeDidChange();
+    /// Uploads the mesh. Earlier buffers stay until the teardown.
+    void bindBuffers();
+    /// Where the program build leaves the attribute that takes texture coordinates.
+    [[nodiscard]] static std::uint32_t& textureCoordinatePointer();
+
+    /// Shows a picture once its texture has arrived; until then the earlier one, or nothing.
+    void drawImage(const platform::ImagePtr& image);
+    void setupTextureWithImage(const platform::ImagePtr& image);
+    void setupWatermarkTexture();
+
+    /// One frame: the content, then the watermark blended over it.
+    void performBufferDrawingWithUniforms(const UniformTable& uniforms,
+                                          const GLKMatrix4& modelProjectionMatrix,
+                                          std::uint32_t withProgramm);
+
+    void prepareObservers();
+    void removeObservers();
+    void didReceiveEnableColoringMessage() { enableColoring_ = 1; }
+    void didReceiveDisableColoringMessage() { enableColoring_ = 0; }
+    /// Deletes every GL object that this drawer made.
+    void tearDownGL();
+
+    [[nodiscard]] ContentType contentType() const { return contentType_; }
+    [[nodiscard]] DisplayMode renderingVO() const { return renderingVO_; }
+    [[nodiscard]] std::shared_ptr<ZNTVisualObjectProtocol> voProvider() const { return voProvider_; }
+    [[nodiscard]] std::shared_ptr<platform::TextureInfo> glTextureI() const { return glTextureI_; }
+    [[nodiscard]] std::shared_ptr<platform::TextureInfo> glTextureWatermark() const {
+        return glTextureWatermark_;
+    }
+    [[nodiscard]] std::int32_t enableColoring() const { return enableColoring_; }
+
+private:
+    void useOwnBuffers();
+    void drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix, std::int32_t vertices);
+    [[nodiscard]] std::uint32_t watermarkTextureName();
+
+    platform::ImagePtr srccgirf_; // kept while its texture is on the way
+    std::shared_ptr<platform::TextureInfo> glTextureI_;
+    std::shared_ptr<platform::TextureInfo> glTextureWatermark_;
+    std::shared_ptr<platform::TextureInfo> transparentTexture_;
+    std::unique_ptr<platform::TextureLoader> glTextureLoader_;
+    std::unique_ptr<platform::TextureLoader> glWatermarkLoader_;
+    std::int32_t enableColoring_ = 0;
+    std::uint32_t program_ = 0;
+
+    std::shared_ptr<ZNTVisualObjectProtocol> voProvider_;
+    std::weak_ptr<ZNTDisplayView> glView_;
+    std::weak_ptr<platform::GLContext> context_;
+    DisplayMode renderingVO_ = DisplayMode::Plane;
+    ContentType contentType_ = ContentType::Undefined;
+    platform::Size planeScreen_;
+    std::vector<MeshBuffers> madeBuffers_;
+};

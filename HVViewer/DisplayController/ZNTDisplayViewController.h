@@ -1,0 +1,102 @@
+#pragma once
+
+#include "HVViewer/Model/ContentType.h"
+#include "HVViewer/Model/DisplayMode.h"
+#include "Platform/Foundation/Result.h"
+#include "Platform/Foundation/URL.h"
+#include "Platform/Imaging/Image.h"
+#include "Platform/Interface/ViewController.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class ZNTDisplayView;
+
+namespace platform {
+class LayoutConstraint;
+}
+
+/// The player: give it a panorama, put it on screen with a host, and override the hooks.
+///
+/// ```cpp
+/// auto player = platform::make<ZNTDisplayViewController>();
+/// player->prepareImageWithUrl(platform::URL::fileURLWithPath("panorama.jpg"));
+/// host->setRootViewController(player);
+/// host->appear();
+/// ```
+///
+/// Content is given once: a picture that is being shown cannot be replaced, a new controller shows
+/// another. Misuse is logged and changes nothing.
+///
+/// Owner:  the host application, as a `std::shared_ptr`; release it before its host goes.
+/// Thread: main, hooks included.
+class ZNTDisplayViewController : public platform::ViewController {
+public:
+    ZNTDisplayViewController() = default;
+    explicit ZNTDisplayViewController(const platform::Coder& coder);
+    ZNTDisplayViewController(const std::string& nibName,
+                             const std::shared_ptr<platform::Bundle>& bundle);
+    void init() override;
+
+    /// Shows a picture that the caller has, from the next appearance on.
+    ///
+    /// Errors: a log line for null and while content is displayed.
+    void prepareImage(const platform::ImagePtr& image);
+    /// Shows a picture from an address; a file's is read and decoded in the call.
+    ///
+    /// Errors: a log line for no address, while content is displayed, and for a file that cannot be
+    ///         read or decoded (`srcImage()` stays null then); `downloadImageFailedWithError` for an
+    ///         address that is no file's.
+    void prepareImageWithUrl(const std::optional<platform::URL>& url);
+    void prepareImageWithUrl(const std::optional<platform::URL>& url, bool isLocal);
+    /// Hands a picture that is ready to the view. Appearing does it.
+    void prepareDisplayView();
+
+    /// Switches the display mode, at any moment; before the view has loaded it is only noted.
+    void setDisplayMode(DisplayMode mode);
+    /// Lets what lies behind shine through where no content is drawn. Stored, but given to the view
+    /// only once that has loaded: set it afterwards.
+    void setEnableTransparentBackground(bool enable);
+    [[nodiscard]] bool enableTransparentBackground() const { return enableTransparentBackground_; }
+
+    [[nodiscard]] std::shared_ptr<ZNTDisplayView> displayView() const { return displayView_; }
+    [[nodiscard]] platform::ImagePtr srcImage() const { return srcImage_; }
+    [[nodiscard]] const std::optional<platform::URL>& srcImageUrl() const { return srcImageUrl_; }
+    [[nodiscard]] bool isLocalResource() const { return isLocalResource_; }
+    [[nodiscard]] bool isReadyForDisplay() const { return isReadyForDisplay_; }
+    [[nodiscard]] ContentType contentType() const { return contentType_; }
+    [[nodiscard]] ContentType displayingContentType() const { return contentType_; }
+    [[nodiscard]] DisplayMode currentMode() const { return currentMode_; }
+    [[nodiscard]] DisplayMode currentVO() const { return currentMode_; }
+
+    /// Hooks, empty here; an override need not call them.
+    virtual void downloadImageStarted() {}
+    virtual void downloadImageFinished() {}
+    virtual void downloadImageFailedWithError(const platform::Error& /*error*/) {}
+
+    void viewDidLoad() override;
+    void viewWillAppear(bool animated) override;
+    void viewDidAppear(bool animated) override;
+    void viewWillTransitionToSize(platform::Size size,
+                                  const platform::TransitionCoordinator& transition) override;
+
+private:
+    void setupDefaults();
+    void createDisplayView();
+    void updateConsraints();
+    void loadRemoteImage();
+    [[nodiscard]] bool hasData() const;
+    [[nodiscard]] bool isLocked() const;
+
+    std::shared_ptr<ZNTDisplayView> displayView_;
+    platform::ImagePtr srcImage_;
+    std::optional<platform::URL> srcImageUrl_;
+    bool isLocalResource_ = false;
+    ContentType contentType_ = ContentType::Undefined;
+    bool isReadyForDisplay_ = false;
+    DisplayMode currentMode_ = DisplayMode::Sphere;
+    bool enableTransparentBackground_ = false;
+    std::vector<std::shared_ptr<platform::LayoutConstraint>> singleModeConstraints_;
+};

@@ -1,0 +1,14 @@
+#pragma once
+
+// What a host application includes, beside the header of the host that it links.
+
+#include "HVViewer/DisplayController/ZNTDisplayViewController.h"
+#include "HVViewer/Utilities/ZNTMath.h"
+#include "Platform/Foundation/Assertion.h"
+#include "Platform/Foundation/Bundle.h"
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Device.h"
+#include "Platform/Foundation/Log.h"
+#include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/URL.h"
+#include "Platform/Imaging/Image.h"

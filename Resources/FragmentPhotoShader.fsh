@@ -1,0 +1,13 @@
+// Medium precision cannot tell the columns of a large panorama apart.
+precision highp float;
+
+uniform sampler2D u_Sampler;
+uniform int u_enableColorPicking;
+
+varying highp vec2 v_textureCoord;
+
+void main() {
+    // In a picking frame the content is opaque black, so that only markers carry an identity.
+    gl_FragColor = u_enableColorPicking != 0 ? vec4(0.0, 0.0, 0.0, 1.0)
+                                             : texture2D(u_Sampler, v_textureCoord);
+}
