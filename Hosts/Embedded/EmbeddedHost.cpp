@@ -1,0 +1,131 @@
+#include "Hosts/Embedded/EmbeddedHost.h"
+
+#include "Platform/Foundation/MainQueue.h"
+#include "Platform/Interface/Screen.h"
+#include "Platform/Interface/ViewController.h"
+#include "Platform/Interface/Window.h"
+
+#include <GLES2/gl2.h>
+
+#include <utility>
+
+using platform::Application;
+using platform::GLDevice;
+using platform::Instant;
+using platform::MainQueue;
+
+namespace {
+
+/// Nothing of ours stays bound that a host's own calls could write into or draw with.
+void leaveGLState() {
+    GLDevice::main().bindVertexArray(0);
+    glUseProgram(0);
+    glDisable(GL_BLEND);
+    glDisable(GL_SCISSOR_TEST);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, 0);
+}
+
+} // namespace
+
+platform::Result<std::unique_ptr<EmbeddedHost>> EmbeddedHost::create(EmbeddedHostOptions options) {
+    using platform::Error;
+    using platform::ErrorCode;
+    if (GLDevice::main().isInstalled())
+        return Error{ErrorCode::Unavailable, "another host is alive in this process"};
+    if (!GLDevice::main().install(options.gl))
+        return Error{ErrorCode::Unavailable,
+                     "the context is not OpenGL ES 2.0 with OES_vertex_array_object"};
+    return std::unique_ptr<EmbeddedHost>(new EmbeddedHost(std::move(options)));
+}
+
+EmbeddedHost::EmbeddedHost(EmbeddedHostOptions options)
+    : clock_(options.clock ? std::move(options.clock) : std::make_shared<platform::SystemClock>()),
+      grid_(options.framesPerSecond), window_(platform::make<platform::Window>()) {
+    MainQueue& queue = MainQueue::main();
+    queue.setClock(clock_);
+    queue.setFrameGrid(grid_);
+    queue.setWakeUp(std::move(options.wakeUp));
+    auto limits = platform::Image::decodeLimits();
+    limits.maxSidePx = GLDevice::main().maxTextureSidePx();
+    platform::Image::setDecodeLimits(limits);
+    Application::sharedApplication().setKeyWindow(window_);
+    resize(options.size, options.scale);
+}
+
+EmbeddedHost::~EmbeddedHost() {
+    GLDevice::main().makeCurrent();
+    setRootViewController(nullptr);
+    window_.reset();
+    MainQueue::main().reset();
+    GLDevice::main().uninstall();
+}
+
+void EmbeddedHost::setRootViewController(
+    const std::shared_ptr<platform::ViewController>& controller) {
+    window_->setRootViewController(controller);
+}
+
+void EmbeddedHost::appear() {
+    window_->makeKeyAndVisible();
+}
+
+void EmbeddedHost::disappear() {
+    window_->resignVisible();
+}
+
+void EmbeddedHost::resize(platform::Size size, double scale) {
+    Application::sharedApplication().setContentSize(size, scale);
+}
+
+void EmbeddedHost::setOrientation(platform::InterfaceOrientation orientation) {
+    Application::sharedApplication().setOrientation(orientation);
+}
+
+EmbeddedHostStatus EmbeddedHost::runDueWork() {
+    MainQueue& queue = MainQueue::main();
+    const Instant now = clock_->now();
+    const Instant instant = grid_.atOrBefore(now);
+    // A late call still stands for the instant that the host was asked to come back at.
+    const auto due = queue.nextDeadline();
+    const bool atInstant =
+        now == instant || (due && *due <= instant) || (nextPass_ && *nextPass_ <= now);
+    queue.runDue();
+    EmbeddedHostStatus status;
+    status.drawNow = mayDraw(now, atInstant);
+    status.nextDeadline = queue.nextDeadline();
+    if (nextPass_ && (!status.nextDeadline || *nextPass_ < *status.nextDeadline))
+        status.nextDeadline = nextPass_;
+    leaveGLState();
+    return status;
+}
+
+bool EmbeddedHost::mayDraw(Instant now, bool atInstant) {
+    if (!window_->needsDisplay()) {
+        nextPass_.reset();
+        return false;
+    }
+    const bool drawnAlready = lastPassInstant_ == grid_.atOrBefore(now);
+    if (window_->needsDisplayAtOnce() || (atInstant && !drawnAlready)) {
+        nextPass_ = now;
+        return true;
+    }
+    if (!nextPass_ || *nextPass_ <= now)
+        nextPass_ = grid_.after(now);
+    return false;
+}
+
+void EmbeddedHost::draw(std::uint32_t framebuffer, platform::RectPx area) {
+    GLDevice::main().makeCurrent();
+    window_->draw({framebuffer, area, platform::Screen::mainScreen().scale()});
+    lastPassInstant_ = grid_.atOrBefore(clock_->now());
+    nextPass_.reset();
+    leaveGLState();
+}
+
+platform::Result<platform::ImagePtr> EmbeddedHost::snapshot(double scale) {
+    auto picture = window_->snapshot(scale);
+    leaveGLState();
+    return picture;
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Geometry.h"
+#include "Platform/Foundation/Result.h"
+#include "Platform/Graphics/GLDevice.h"
+#include "Platform/Imaging/Image.h"
+#include "Platform/Interface/Application.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace platform {
+class ViewController;
+class Window;
+} // namespace platform
+
+/// What a host application brings.
+struct EmbeddedHostOptions {
+    /// The application's OpenGL ES 2.0 context with OES_vertex_array_object.
+    platform::GLBindings gl;
+    /// The rectangle to fill, in points, and its pixels per point.
+    platform::Size size;
+    double scale = 1.0;
+    /// Null: the machine's steady clock.
+    std::shared_ptr<const platform::Clock> clock;
+    /// Refreshes of the display.
+    double framesPerSecond = 60.0;
+    /// Called when `runDueWork()` is wanted earlier than it said; from any thread, so it should only
+    /// wake the application's loop. Empty: the application calls `runDueWork()` often enough.
+    std::function<void()> wakeUp;
+};
+
+/// What the host application should do next.
+struct EmbeddedHostStatus {
+    /// When to call `runDueWork()` again; none: after the next event or wake-up.
+    std::optional<platform::Instant> nextDeadline;
+    /// There is something new to show, and its time has come: call `draw`.
+    bool drawNow = false;
+};
+
+/// Puts the player into an application that has its own window, GL context and loop.
+///
+/// The application calls `runDueWork()` after every event and wake-up and whenever the deadline that
+/// it returned has come, and `draw` when it says so (or with every frame of its own). The library
+/// owns no loop and never waits.
+///
+/// Owner:  the application; one at a time. Controllers are released before it, it before the context.
+/// Thread: one, the context's.
+class EmbeddedHost {
+public:
+    /// Errors: Unavailable when another host is alive or the context is not what is needed.
+    [[nodiscard]] static platform::Result<std::unique_ptr<EmbeddedHost>>
+    create(EmbeddedHostOptions options);
+    ~EmbeddedHost();
+    EmbeddedHost(const EmbeddedHost&) = delete;
+    EmbeddedHost& operator=(const EmbeddedHost&) = delete;
+
+    /// Loads the controller's view into the rectangle; null takes the present one out.
+    void setRootViewController(const std::shared_ptr<platform::ViewController>& controller);
+    /// The view appears, or disappears; it is drawn in between.
+    void appear();
+    void disappear();
+
+    /// The rectangle has another size, as if the device had been turned.
+    void resize(platform::Size size, double scale);
+    /// The device is held another way without a change of size.
+    void setOrientation(platform::InterfaceOrientation orientation);
+
+    /// Runs every block whose time has come.
+    EmbeddedHostStatus runDueWork();
+    /// Draws what is visible into a rectangle of a framebuffer; the application presents it. The
+    /// library's GL state is left as docs/platform.md says.
+    void draw(std::uint32_t framebuffer, platform::RectPx area);
+    /// A fresh frame of the rectangle at `scale` pixels a point, in a framebuffer of its own.
+    [[nodiscard]] platform::Result<platform::ImagePtr> snapshot(double scale);
+
+    [[nodiscard]] platform::Instant now() const { return clock_->now(); }
+
+private:
+    explicit EmbeddedHost(EmbeddedHostOptions options);
+    [[nodiscard]] bool mayDraw(platform::Instant now, bool atInstant);
+
+    std::shared_ptr<const platform::Clock> clock_;
+    platform::FrameGrid grid_;
+    std::shared_ptr<platform::Window> window_;
+    std::optional<platform::Instant> nextPass_;
+    std::optional<platform::Instant> lastPassInstant_;
+};
