@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Apps/Player/Action.h"
+#include "Platform/Foundation/Result.h"
+
+#include <istream>
+#include <string>
+#include <vector>
+
+/// Reads a script of JSON lines, one action each, in time order. Empty lines are skipped.
+///
+/// Errors: Missing or Unreadable (the file), Corrupt (the first line that is not an action); the
+///         detail names file, line and reason.
+[[nodiscard]] platform::Result<std::vector<Action>> readActionScript(const std::string& path);
+
+/// The same from a stream; `name` stands for the file in messages.
+[[nodiscard]] platform::Result<std::vector<Action>> readActionScript(std::istream& stream,
+                                                                     const std::string& name);

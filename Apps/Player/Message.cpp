@@ -1,0 +1,9 @@
+#include "Apps/Player/Message.h"
+
+#include <cstdio>
+#include <string>
+
+void tell(std::string_view message) {
+    const std::string line = "zanto-player: " + std::string(message) + "\n";
+    std::fputs(line.c_str(), stderr);
+}

@@ -1,0 +1,176 @@
+#include "Apps/Player/Render.h"
+
+#include "Apps/Player/ActionScript.h"
+#include "Apps/Player/BuiltInPanorama.h"
+#include "Apps/Player/Message.h"
+#include "Apps/Player/PictureOutput.h"
+#include "Apps/Player/Trace.h"
+#include "Apps/Player/TracedController.h"
+#include "Hosts/Headless/HeadlessHost.h"
+#include "Platform/Foundation/Log.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+namespace {
+
+/// Why the run ends early; everything has been said.
+struct Stop {
+    ExitCode code;
+};
+
+/// Shows the library's log to the person and to the trace.
+class LogTap {
+public:
+    explicit LogTap(Trace& trace)
+        : previous_(platform::setLogSink([&trace](platform::LogLevel level, std::string_view text) {
+              if (level == platform::LogLevel::Debug)
+                  return;
+              tell(text);
+              trace.log(text);
+          })) {}
+    ~LogTap() { platform::setLogSink(previous_); }
+    LogTap(const LogTap&) = delete;
+    LogTap& operator=(const LogTap&) = delete;
+
+private:
+    platform::LogSink previous_;
+};
+
+/// One run: a host, a controller, and the actions that are played on them.
+class RenderRun {
+public:
+    RenderRun(const RenderCommand& command, Trace& trace)
+        : command_(command), trace_(trace), output_(command.output) {}
+
+    void play(const std::vector<Action>& actions) {
+        openHost();
+        openContent();
+        const auto isInitial = [](const Action& action) { return action.at == 0 && action.isSetting(); };
+        host_->embedded().setRootViewController(controller_);
+        controller_->setDisplayMode(command_.mode);
+        for (const Action& action : actions) {
+            if (isInitial(action))
+                apply(action);
+        }
+        host_->embedded().appear();
+        host_->settle();
+        for (const Action& action : actions) {
+            if (isInitial(action))
+                continue;
+            host_->advanceTo(platform::fromSeconds(action.at));
+            apply(action);
+        }
+        if (std::all_of(actions.begin(), actions.end(), [](const Action& a) { return a.isSetting(); }))
+            renderOnePicture();
+    }
+
+private:
+    void openHost() {
+        auto host = HeadlessHost::create({command_.size, command_.scale});
+        if (!host) {
+            tell(host.error().detail);
+            throw Stop{ExitCode::NoGraphics};
+        }
+        host_ = std::move(host).value();
+    }
+
+    void openContent() {
+        controller_ = platform::make<TracedController>(trace_);
+        if (command_.input.empty())
+            controller_->prepareImage(builtInPanorama());
+        else if (command_.input.find("://") != std::string::npos)
+            controller_->prepareImageWithUrl(platform::URL::URLWithString(command_.input));
+        else
+            controller_->prepareImageWithUrl(platform::URL::fileURLWithPath(command_.input));
+        host_->settle();
+        if (const auto& failure = controller_->failure())
+            tell(command_.input + ": " + failure->detail);
+        // A file that is no picture has been named and explained by the library.
+        if (!controller_->srcImage())
+            throw Stop{ExitCode::ContentNotOpened};
+    }
+
+    void renderOnePicture() {
+        host_->advanceTo(std::max(host_->now(), platform::fromSeconds(command_.timeSeconds)));
+        const std::string stem =
+            command_.input.empty() ? "panorama" : std::filesystem::path(command_.input).stem().string();
+        const std::string name = output_.isFile() ? std::filesystem::path(command_.output).filename().string()
+                                                  : stem + ".png";
+        snapshot(name);
+    }
+
+    void snapshot(const std::string& name) {
+        host_->settle();
+        const auto picture = host_->embedded().snapshot(command_.scale);
+        if (!picture) {
+            tell(picture.error().detail);
+            throw Stop{ExitCode::NoGraphics};
+        }
+        if (const auto failure = output_.write(name, *picture.value())) {
+            tell(failure->detail);
+            throw Stop{ExitCode::WrongUse};
+        }
+        trace_.frame(name, *controller_, host_->framesPresented());
+    }
+
+    void apply(const Action& action) {
+        std::visit([this](const auto& what) { applyKind(what); }, action.what);
+    }
+    void applyKind(const ModeAction& action) { controller_->setDisplayMode(action.mode); }
+    void applyKind(const ResizeAction& action) {
+        host_->embedded().resize(action.size, command_.scale);
+    }
+    void applyKind(const OrientationAction& action) {
+        host_->embedded().setOrientation(action.orientation);
+    }
+    void applyKind(const TransparentAction& action) {
+        controller_->setEnableTransparentBackground(action.on);
+    }
+    void applyKind(const SnapshotAction& action) { snapshot(action.name); }
+
+    const RenderCommand& command_;
+    Trace& trace_;
+    PictureOutput output_;
+    std::unique_ptr<HeadlessHost> host_;
+    std::shared_ptr<TracedController> controller_; // goes before its host
+};
+
+/// The script, checked as a whole before anything is drawn.
+platform::Result<std::vector<Action>> readActions(const RenderCommand& command) {
+    if (command.actionsFile.empty())
+        return std::vector<Action>();
+    auto actions = readActionScript(command.actionsFile);
+    if (!actions)
+        return actions;
+    const auto& list = actions.value();
+    const bool named = std::any_of(list.begin(), list.end(), [](const Action& a) { return !a.isSetting(); });
+    if (named && PictureOutput(command.output).isFile())
+        return platform::Error{platform::ErrorCode::Unsupported,
+                               "--output " + command.output +
+                                   ": a script that names its pictures needs a folder"};
+    return actions;
+}
+
+} // namespace
+
+ExitCode render(const RenderCommand& command) {
+    const auto actions = readActions(command);
+    if (!actions) {
+        tell(actions.error().detail);
+        return ExitCode::WrongUse;
+    }
+    const auto trace = Trace::create(command.traceFile);
+    if (!trace) {
+        tell(trace.error().detail);
+        return ExitCode::WrongUse;
+    }
+    const LogTap tap(*trace.value());
+    try {
+        RenderRun(command, *trace.value()).play(actions.value());
+    } catch (const Stop& stop) {
+        return stop.code;
+    }
+    return ExitCode::Done;
+}

@@ -1,0 +1,27 @@
+#include "Apps/Player/CommandLine.h"
+#include "Apps/Player/Message.h"
+#include "Apps/Player/Render.h"
+
+#include <exception>
+
+namespace {
+
+struct RunCommand {
+    ExitCode operator()(ExitCode code) const { return code; }
+    ExitCode operator()(const RenderCommand& command) const { return render(command); }
+    ExitCode operator()(const PlayCommand& /*command*/) const {
+        tell("this build opens no window; `zanto-player render` writes pictures without one");
+        return ExitCode::NoGraphics;
+    }
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return static_cast<int>(std::visit(RunCommand{}, parseCommandLine(argc, argv)));
+    } catch (const std::exception& failure) {
+        tell(failure.what());
+        return static_cast<int>(ExitCode::NoGraphics);
+    }
+}

@@ -1,0 +1,5 @@
+# Everything that is built here is instrumented, or nothing.
+if(ZANTO_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()

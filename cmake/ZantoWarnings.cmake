@@ -1,0 +1,17 @@
+# zanto_warnings(TARGET): the warnings that all code here is clean under.
+option(ZANTO_WERROR "Treat warnings as errors" OFF)
+
+function(zanto_warnings target)
+    target_compile_options(
+        ${target}
+        PRIVATE -Wall
+                -Wextra
+                -Wpedantic
+                -Wshadow
+                -Wconversion
+                -Wsign-conversion
+                -Wnon-virtual-dtor
+                -Woverloaded-virtual
+                -Wold-style-cast
+                $<$<BOOL:${ZANTO_WERROR}>:-Werror>)
+endfunction()
