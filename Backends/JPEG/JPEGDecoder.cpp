@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -71,8 +72,7 @@ std::optional<Error> refusalOfFile(const JPEGStructure& file, std::size_t fileBy
             return refusal;
     }
     if (isCutShort(file))
-        return Error{ErrorCode::Corrupt,
-                     "cut short (" + std::to_string(fileBytes) + " bytes are not all of it)"};
+        return refusalOfCutFile(fileBytes);
     if (file.process == 0 || file.size.width == 0 || file.size.height == 0)
         return Error{ErrorCode::Corrupt, "damaged (it holds no picture)"};
     return std::nullopt;
@@ -118,6 +118,22 @@ bool agreesOnSize(tjhandle handle, Bytes encoded, SizePx size) {
     return read == size;
 }
 
+enum class Outcome { Whole, Damaged, Failed };
+
+/// Once it has warned of anything the library calls a failure a warning too, with the rest of the
+/// pixels unwritten. So the last row tells: its alpha is 255 from the moment it is written.
+Outcome decompress(tjhandle handle, Bytes encoded, PixelStorage& pixels) {
+    std::uint8_t& lastAlpha = pixels.row(pixels.heightPx - 1)[3];
+    lastAlpha = 0;
+    const int status =
+        tjDecompress2(handle, encoded.data(), encoded.size(), pixels.bytes.get(), pixels.widthPx, 0,
+                      pixels.heightPx, TJPF_RGBA, TJFLAG_LIMITSCANS);
+    if (status == 0)
+        return Outcome::Whole;
+    const bool isWarning = tjGetErrorCode(handle) == TJERR_WARNING;
+    return isWarning && lastAlpha == 255 ? Outcome::Damaged : Outcome::Failed;
+}
+
 Result<DecodedPicture> decodeChecked(const JPEGStructure& file, Bytes encoded, SizePx decoded,
                                      const DecodeLimits& limits) {
     const Handle handle(tjInitDecompress());
@@ -127,17 +143,15 @@ Result<DecodedPicture> decodeChecked(const JPEGStructure& file, Bytes encoded, S
         return damaged(handle.get());
 
     PixelStorage pixels(decoded.width, decoded.height);
-    const int status =
-        tjDecompress2(handle.get(), encoded.data(), encoded.size(), pixels.bytes.get(),
-                      decoded.width, 0, decoded.height, TJPF_RGBA, TJFLAG_LIMITSCANS);
-    if (status != 0 && tjGetErrorCode(handle.get()) != TJERR_WARNING)
+    const Outcome outcome = decompress(handle.get(), encoded, pixels);
+    if (outcome == Outcome::Failed)
         return damaged(handle.get());
 
     if (const SizePx target = targetSizeToFit(decoded, limits.maxSidePx); target != decoded)
         pixels = scaledDown(pixels, target);
     DecodedPicture picture =
         uprightPicture(std::move(pixels), file.size, exifOrientation(file.exif));
-    if (status != 0)
+    if (outcome == Outcome::Damaged)
         picture.warning = tjGetErrorStr2(handle.get());
     return picture;
 }

@@ -4,6 +4,7 @@
 #include "Backends/PNG/PNGReader.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 

@@ -3,7 +3,9 @@
 #include <png.h>
 
 #include <csetjmp>
+#include <cstddef>
 #include <new>
+#include <utility>
 
 namespace platform {
 namespace {

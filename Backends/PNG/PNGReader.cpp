@@ -1,5 +1,7 @@
 #include "Backends/PNG/PNGReader.h"
 
+#include "Platform/Imaging/ImageDecoder.h"
+
 #include <csetjmp>
 #include <cstdio>
 #include <cstring>
@@ -96,10 +98,8 @@ std::span<const std::uint8_t> PNGReader::exif() const {
 Error PNGReader::error() const {
     if (info_ == nullptr)
         return {ErrorCode::Unavailable, "not decodable (no memory)"};
-    if (isCutShort_) {
-        return {ErrorCode::Corrupt,
-                "cut short (" + std::to_string(encoded_.size()) + " bytes are not all of it)"};
-    }
+    if (isCutShort_)
+        return refusalOfCutFile(encoded_.size());
     return {ErrorCode::Corrupt, std::string("damaged (") + message_.data() + ")"};
 }
 

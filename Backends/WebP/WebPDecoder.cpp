@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -27,25 +28,11 @@ bool hasText(Bytes encoded, std::size_t at, std::string_view text) {
            std::equal(text.begin(), text.end(), encoded.begin() + static_cast<std::ptrdiff_t>(at));
 }
 
-Error cutShort(std::size_t fileBytes) {
-    return {ErrorCode::Corrupt,
-            "cut short (" + std::to_string(fileBytes) + " bytes are not all of it)"};
-}
-
-/// What follows the pixels is of no concern to the library's decoder, but it may be the EXIF block.
-bool isCutShort(Bytes encoded) {
-    constexpr std::size_t uncounted = 8;
-    std::uint64_t declared = 0;
-    for (std::size_t i = 0; i < 4; ++i)
-        declared |= std::uint64_t{encoded[4 + i]} << (8 * i);
-    return declared + uncounted > encoded.size();
-}
-
 Error errorOf(VP8StatusCode status, std::size_t fileBytes) {
     switch (status) {
     case VP8_STATUS_NOT_ENOUGH_DATA:
     case VP8_STATUS_SUSPENDED:
-        return cutShort(fileBytes);
+        return refusalOfCutFile(fileBytes);
     case VP8_STATUS_OUT_OF_MEMORY:
         return {ErrorCode::TooLarge, "too large for the memory"};
     case VP8_STATUS_UNSUPPORTED_FEATURE:
@@ -96,8 +83,6 @@ bool WebPDecoder::sniff(Bytes encoded) const {
 }
 
 Result<DecodedPicture> WebPDecoder::decode(Bytes encoded, const DecodeLimits& limits) const {
-    if (isCutShort(encoded))
-        return cutShort(encoded.size());
     WebPDecoderConfig config;
     if (WebPInitDecoderConfig(&config) == 0)
         return Error{ErrorCode::Unavailable, "not decodable (another version of the library)"};

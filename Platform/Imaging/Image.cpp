@@ -3,7 +3,6 @@
 #include "Platform/Foundation/Log.h"
 #include "Platform/Imaging/ImageDecoder.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>

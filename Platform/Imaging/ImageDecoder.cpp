@@ -57,6 +57,11 @@ std::optional<Error> refusalOfSize(SizePx size, const DecodeLimits& limits) {
                                           std::to_string(limits.maxBytes) + ")"};
 }
 
+Error refusalOfCutFile(std::size_t fileBytes) {
+    return {ErrorCode::Corrupt,
+            "cut short (" + std::to_string(fileBytes) + " bytes are not all of it)"};
+}
+
 DecodedPicture uprightPicture(PixelStorage stored, SizePx source, int orientation) {
     if (swapsSides(orientation))
         std::swap(source.width, source.height);

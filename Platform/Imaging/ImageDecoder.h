@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Result.h"
 #include "Platform/Imaging/Image.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -58,6 +59,9 @@ public:
 /// For decoders: the refusal of an RGBA buffer over `limits.maxBytes`, to be asked for before it is
 /// allocated; nothing when the buffer may be had.
 [[nodiscard]] std::optional<Error> refusalOfSize(SizePx size, const DecodeLimits& limits);
+
+/// For decoders: the refusal of a file of that many bytes which ends too early.
+[[nodiscard]] Error refusalOfCutFile(std::size_t fileBytes);
 
 /// For decoders: turns pixels as the file stores them upright, and the file's size with them.
 [[nodiscard]] DecodedPicture uprightPicture(PixelStorage stored, SizePx source, int orientation);

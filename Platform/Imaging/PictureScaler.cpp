@@ -1,7 +1,6 @@
 #include "Platform/Imaging/PictureScaler.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace platform {
@@ -19,7 +18,7 @@ std::uint8_t rounded(double value) {
 
 } // namespace
 
-void PictureScaler::Sums::add(const Sums& other, double times) {
+void PictureScaler::Sums::add(const Sums& other, std::int64_t times) {
     red += times * other.red;
     green += times * other.green;
     blue += times * other.blue;
@@ -40,13 +39,13 @@ PictureScaler::PictureScaler(SizePx source, SizePx target)
         const std::int64_t last = (end - 1) / unit;
         const std::int64_t firstWeight = std::min((first + 1) * unit, end) - begin;
         columns_.push_back(
-            {static_cast<int>(first), static_cast<int>(last), static_cast<double>(firstWeight), static_cast<double>(end - last * unit)});
+            {static_cast<int>(first), static_cast<int>(last), firstWeight, end - last * unit});
     }
 }
 
 PictureScaler::Sums PictureScaler::sumsOf(const std::uint8_t* rgba) {
-    const int weight = 256 * rgba[3] + 1;
-    return {double(rgba[0] * weight), double(rgba[1] * weight), double(rgba[2] * weight), double(weight)};
+    const std::int64_t weight = 256 * rgba[3] + 1;
+    return {rgba[0] * weight, rgba[1] * weight, rgba[2] * weight, weight};
 }
 
 PictureScaler::Sums PictureScaler::sumsUnder(const Column& column, const std::uint8_t* rgba) const {
@@ -71,15 +70,15 @@ void PictureScaler::addRow(const std::uint8_t* rgba) {
     const std::int64_t begin = std::int64_t{sourceY_} * target_.height;
     const std::int64_t end = begin + target_.height;
     const std::int64_t boundary = std::int64_t{targetY_ + 1} * source_.height;
-    addToTargetRow(static_cast<double>(std::min(end, boundary) - begin));
+    addToTargetRow(std::min(end, boundary) - begin);
     if (end >= boundary)
         finishTargetRow();
     if (end > boundary)
-        addToTargetRow(static_cast<double>(end - boundary));
+        addToTargetRow(end - boundary);
     ++sourceY_;
 }
 
-void PictureScaler::addToTargetRow(double weight) {
+void PictureScaler::addToTargetRow(std::int64_t weight) {
     for (std::size_t x = 0; x < row_.size(); ++x)
         targetRow_[x].add(row_[x], weight);
 }
@@ -89,11 +88,11 @@ void PictureScaler::finishTargetRow() {
     const double perAlpha = 1.0 / (256.0 * static_cast<double>(area));
     std::uint8_t* out = pixels_.row(targetY_++);
     for (Sums& sums : targetRow_) {
-        const double perColour = 1.0 / sums.weight;
-        *out++ = rounded(sums.red * perColour);
-        *out++ = rounded(sums.green * perColour);
-        *out++ = rounded(sums.blue * perColour);
-        *out++ = rounded((sums.weight - static_cast<double>(area)) * perAlpha);
+        const double perColour = 1.0 / static_cast<double>(sums.weight);
+        *out++ = rounded(static_cast<double>(sums.red) * perColour);
+        *out++ = rounded(static_cast<double>(sums.green) * perColour);
+        *out++ = rounded(static_cast<double>(sums.blue) * perColour);
+        *out++ = rounded(static_cast<double>(sums.weight - area) * perAlpha);
         sums = {};
     }
 }

@@ -40,22 +40,22 @@ private:
     struct Column {
         int first;
         int last;
-        double firstWeight;
-        double lastWeight;
+        std::int64_t firstWeight;
+        std::int64_t lastWeight;
     };
     /// Sums over an area. `weight` is that of the colours: 256 alpha + 1, where the 1 leaves wholly
     /// transparent areas their mean colour.
     struct Sums {
-        double red = 0;
-        double green = 0;
-        double blue = 0;
-        double weight = 0;
-        void add(const Sums& other, double times);
+        std::int64_t red = 0;
+        std::int64_t green = 0;
+        std::int64_t blue = 0;
+        std::int64_t weight = 0;
+        void add(const Sums& other, std::int64_t times);
     };
 
     static Sums sumsOf(const std::uint8_t* rgba);
     [[nodiscard]] Sums sumsUnder(const Column& column, const std::uint8_t* rgba) const;
-    void addToTargetRow(double weight);
+    void addToTargetRow(std::int64_t weight);
     void finishTargetRow();
 
     SizePx source_;
