@@ -1,0 +1,95 @@
+#include "Apps/Player/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace {
+
+Command parse(std::vector<const char*> arguments) {
+    arguments.insert(arguments.begin(), "zanto-player");
+    return parseCommandLine(static_cast<int>(arguments.size()), arguments.data());
+}
+
+/// What a wrong command says on standard error.
+std::string complaint(const std::vector<const char*>& arguments) {
+    ::testing::internal::CaptureStderr();
+    const Command command = parse(arguments);
+    const std::string text = ::testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::get<ExitCode>(command), ExitCode::WrongUse);
+    return text;
+}
+
+} // namespace
+
+TEST(CommandLine, PlaysTheBuiltInPanoramaWithoutArguments) {
+    EXPECT_EQ(std::get<PlayCommand>(parse({})).input, "");
+}
+
+TEST(CommandLine, PlaysAFileOrAnAddress) {
+    EXPECT_EQ(std::get<PlayCommand>(parse({"a b.jpg"})).input, "a b.jpg");
+    EXPECT_EQ(std::get<PlayCommand>(parse({"https://host/a.jpg"})).input, "https://host/a.jpg");
+}
+
+TEST(CommandLine, ReadsEveryRenderOption) {
+    const auto render = std::get<RenderCommand>(
+        parse({"render", "in.jpg", "--output", "out", "--size=640x360", "--scale", "2", "--mode",
+               "little-planet", "--time=1.5", "--actions", "a.jsonl", "--trace", "t.jsonl"}));
+    EXPECT_EQ(render.input, "in.jpg");
+    EXPECT_EQ(render.output, "out");
+    EXPECT_EQ(render.size, (platform::Size{640, 360}));
+    EXPECT_EQ(render.scale, 2.0);
+    EXPECT_EQ(render.mode, DisplayMode::LittlePlanet);
+    EXPECT_EQ(render.timeSeconds, 1.5);
+    EXPECT_EQ(render.actionsFile, "a.jsonl");
+    EXPECT_EQ(render.traceFile, "t.jsonl");
+}
+
+TEST(CommandLine, HasDefaultsForWhatMayBeLeftOut) {
+    const auto render =
+        std::get<RenderCommand>(parse({"render", "--output", "o.png", "--size", "1x1"}));
+    EXPECT_EQ(render.input, "");
+    EXPECT_EQ(render.scale, 1.0);
+    EXPECT_EQ(render.mode, DisplayMode::Sphere);
+    EXPECT_EQ(render.timeSeconds, 0.0);
+}
+
+TEST(CommandLine, AnswersHelpAndVersionOnStandardOutput) {
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(std::get<ExitCode>(parse({"--version"})), ExitCode::Done);
+    EXPECT_EQ(std::get<ExitCode>(parse({"--help"})), ExitCode::Done);
+    EXPECT_EQ(std::get<ExitCode>(parse({"render", "--help"})), ExitCode::Done);
+    const std::string text = ::testing::internal::GetCapturedStdout();
+    EXPECT_NE(text.find("zanto-player 1.0\n"), std::string::npos);
+    EXPECT_NE(text.find("--size"), std::string::npos);
+}
+
+TEST(CommandLine, NamesWhatIsWrongInOneLine) {
+    EXPECT_EQ(complaint({"--bogus"}),
+              "zanto-player: The following argument was not expected: --bogus\n");
+    EXPECT_EQ(complaint({"render", "--size", "1x1"}), "zanto-player: --output is required\n");
+    EXPECT_EQ(complaint({"render", "--output", "o"}), "zanto-player: --size is required\n");
+    EXPECT_EQ(complaint({"a.jpg", "render", "--output", "o", "--size", "1x1"}),
+              "zanto-player: \"a.jpg\" stands before render; give the input after it\n");
+    EXPECT_EQ(complaint({"render", "--output", "o", "--size", "9000x1", "--scale", "2"}),
+              "zanto-player: --size times --scale is over 16384 pixels a side\n");
+}
+
+TEST(CommandLine, RefusesSizesThatAreNone) {
+    for (const char* size : {"640", "640x", "x360", "0x10", "10x0", "-5x5", "640x360x2", "axb", ""}) {
+        const std::string text = complaint({"render", "--output", "o", "--size", size});
+        EXPECT_EQ(text, "zanto-player: --size: \"" + std::string(size) +
+                            "\" is not a size such as 640x360\n");
+    }
+}
+
+TEST(CommandLine, RefusesUnknownModesAndValues) {
+    EXPECT_EQ(complaint({"render", "--output", "o", "--size", "1x1", "--mode", "1"}),
+              "zanto-player: --mode: unknown mode \"1\"\n");
+    EXPECT_NE(complaint({"render", "--output", "o", "--size", "1x1", "--scale", "0"}).find("--scale"),
+              std::string::npos);
+    EXPECT_NE(complaint({"render", "--output", "o", "--size", "1x1", "--time", "-1"}).find("--time"),
+              std::string::npos);
+}

@@ -1,0 +1,102 @@
+#include "Tests/Apps/Player/ProgramRun.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+const std::string kPanorama = std::string(ZANTO_SOURCE_DIR) + "/Resources/panorama.jpg";
+
+/// Renders an input that cannot be shown, and gives back the one line that says so.
+std::string refusalOf(const std::string& input) {
+    const ScratchFolder folder;
+    const ProgramRun run =
+        runPlayer("render '" + input + "' --size 64x64 --output " + folder.path("out.png"));
+    EXPECT_EQ(run.exitCode, 2) << input;
+    EXPECT_FALSE(std::filesystem::exists(folder.path("out.png"))) << input;
+    return run.standardError;
+}
+
+} // namespace
+
+TEST(Program, WritesAPictureOfAFile) {
+    const ScratchFolder folder;
+    const ProgramRun run =
+        runPlayer("render " + kPanorama + " --size 64x64 --output " + folder.path("deep/out.png"));
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.standardError, "");
+    EXPECT_EQ(folder.read("deep/out.png").substr(1, 3), "PNG");
+}
+
+TEST(Program, NamesAPictureInAFolderAfterItsInput) {
+    const ScratchFolder folder;
+    EXPECT_EQ(runPlayer("render --size 64x64 --output " + folder.path("built-in")).exitCode, 0);
+    EXPECT_TRUE(std::filesystem::exists(folder.path("built-in/panorama.png")));
+    const std::string copy = folder.write("mine.jpg", "");
+    std::filesystem::copy_file(kPanorama, copy, std::filesystem::copy_options::overwrite_existing);
+    EXPECT_EQ(runPlayer("render file://" + copy + " --size 64x64 --output " + folder.path("file")).exitCode, 0);
+    EXPECT_TRUE(std::filesystem::exists(folder.path("file/mine.png")));
+}
+
+TEST(Program, NamesContentThatCannotBeOpened) {
+    const ScratchFolder folder;
+    const std::string cut("\xff\xd8\xff\xe0", 4);
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {folder.path("missing.jpg"), "it is missing"},
+        {folder.write("empty.jpg", ""), "it is empty"},
+        {folder.write("text.png", "just some text"), "not a JPEG, PNG or WebP picture"},
+        {folder.write("cut.jpg", cut), "JPEG"},
+        {folder.path(""), "it is a directory"},
+        {"/proc/self/mem", "cannot be read"}};
+    for (const auto& [input, cause] : cases) {
+        const std::string message = refusalOf(input);
+        EXPECT_NE(message.find(input), std::string::npos) << message;
+        EXPECT_NE(message.find(cause), std::string::npos) << message;
+        EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1) << message;
+    }
+}
+
+TEST(Program, RefusesRemoteContentForNow) {
+    const std::string message = refusalOf("http://127.0.0.1/panorama.jpg");
+    EXPECT_EQ(message, "zanto-player: http://127.0.0.1/panorama.jpg: this build reads pictures from "
+                       "files only\n");
+}
+
+TEST(Program, RefusesABadScriptBeforeItOpensAnything) {
+    const ScratchFolder folder;
+    const std::string script = folder.write("bad.jsonl", "{\"at\":0,\"fly\":1}\n");
+    const ProgramRun run = runPlayer("render /no/such/file --size 64x64 --output " +
+                                     folder.path("out") + " --actions " + script);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.standardError, "zanto-player: " + script + ":1: unknown action \"fly\"\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.path("out")));
+}
+
+TEST(Program, SaysWhereItCannotWrite) {
+    const ScratchFolder folder;
+    const std::string file = folder.write("file", "");
+    const ProgramRun picture = runPlayer("render --size 64x64 --output " + file + "/out.png");
+    EXPECT_EQ(picture.exitCode, 1);
+    EXPECT_EQ(picture.standardError, "zanto-player: " + file + "/out.png: cannot be written\n");
+    const ProgramRun trace = runPlayer("render --size 64x64 --output " + folder.path("o.png") +
+                                       " --trace " + file + "/trace");
+    EXPECT_EQ(trace.exitCode, 1);
+    EXPECT_EQ(trace.standardError, "zanto-player: " + file + "/trace: cannot be written\n");
+}
+
+TEST(Program, LeavesWithOneForWrongUseAndThreeWithoutAWindow) {
+    EXPECT_EQ(runPlayer("render").exitCode, 1);
+    EXPECT_EQ(runPlayer("--version").exitCode, 0);
+    EXPECT_EQ(runPlayer("").exitCode, 3);
+}
+
+TEST(BuiltInPanorama, IsOfTheSizeItShouldBe) {
+    EXPECT_LE(std::filesystem::file_size(kPanorama), 1U << 20U);
+    EXPECT_LE(std::filesystem::file_size(std::string(ZANTO_SOURCE_DIR) + "/Resources/watermark.png"),
+              64U << 10U);
+}

@@ -1,0 +1,213 @@
+#include "HVViewer/DisplayController/DisplayView/HVVProgram/ZNTProgram.h"
+
+#include "Platform/Foundation/Assertion.h"
+#include "Platform/Foundation/Bundle.h"
+#include "Platform/Graphics/GLContext.h"
+#include "Tests/Support/HeadlessPlayer.h"
+#include "Tests/Support/LogRecorder.h"
+
+#include <GLES2/gl2.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr std::int32_t kUntouched = 4711;
+
+class Program : public ::testing::Test {
+protected:
+    void SetUp() override { platform::GLContext::setCurrentContext(context_); }
+
+    void build(ContentType type) {
+        program_.buildProgramWithUniforms(uniforms_, textureCoordinates_, type);
+    }
+
+    std::unique_ptr<HeadlessHost> host_ = makeHost({64, 64});
+    std::shared_ptr<platform::GLContext> context_ = platform::GLContext::create();
+    ZNTProgram program_;
+    UniformTable uniforms_{kUntouched, kUntouched, kUntouched, kUntouched, kUntouched,
+                           kUntouched, kUntouched, kUntouched, kUntouched, kUntouched};
+    std::uint32_t textureCoordinates_ = 99;
+};
+
+/// Puts a file in front of the framework's own resources while it lives.
+class ShadowedResource {
+public:
+    ShadowedResource(const std::string& name, const std::string& content) : folder_(makeFolder()) {
+        std::ofstream(folder_ / name) << content;
+        platform::Bundle::framework().addFolder(folder_.string());
+    }
+    /// A folder of that name, which cannot be read as a file.
+    explicit ShadowedResource(const std::string& name) : folder_(makeFolder()) {
+        std::filesystem::create_directory(folder_ / name);
+        platform::Bundle::framework().addFolder(folder_.string());
+    }
+    ~ShadowedResource() {
+        platform::Bundle::framework().removeFolder(folder_.string());
+        std::filesystem::remove_all(folder_);
+    }
+    ShadowedResource(const ShadowedResource&) = delete;
+    ShadowedResource& operator=(const ShadowedResource&) = delete;
+
+private:
+    static std::filesystem::path makeFolder() {
+        std::string name = ::testing::TempDir() + "shadowed-XXXXXX";
+        return mkdtemp(name.data());
+    }
+    std::filesystem::path folder_;
+};
+
+platform::AssertionFailure failureOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const platform::AssertionFailure& failure) {
+        return failure;
+    }
+    ADD_FAILURE() << "nothing was thrown";
+    return {"", 0, ""};
+}
+
+} // namespace
+
+TEST_F(Program, BindsItsAttributesInOrder) {
+    build(ContentType::Photo);
+    EXPECT_EQ(program_.attributes(), (std::vector<std::string>{"a_position", "a_textureCoord"}));
+    EXPECT_EQ(textureCoordinates_, 1U);
+    EXPECT_EQ(glGetAttribLocation(program_.programName(), "a_position"), 0);
+    EXPECT_EQ(glGetAttribLocation(program_.programName(), "a_textureCoord"), 1);
+    EXPECT_EQ(program_.programAttributeIndex("a_textureCoord"), 1U);
+    EXPECT_EQ(program_.programAttributeIndex("unknown"), 0xffffffffU);
+}
+
+TEST_F(Program, IgnoresAnAttributeThatItHas) {
+    build(ContentType::Photo);
+    program_.addAttributeToProgram("a_position");
+    EXPECT_EQ(program_.attributes().size(), 2U);
+}
+
+TEST_F(Program, LeavesTheVideoSlotsAloneForAPhoto) {
+    build(ContentType::Photo);
+    for (std::size_t slot = 3; slot <= 7; ++slot)
+        EXPECT_EQ(uniforms_[slot], kUntouched) << slot;
+    EXPECT_GE(uniforms_[0], 0);
+    EXPECT_EQ(uniforms_[1], uniforms_[0]);
+    EXPECT_EQ(uniforms_[8], uniforms_[0]);
+    EXPECT_EQ(uniforms_[2], program_.programUniformIndex("u_Sampler"));
+    EXPECT_GE(uniforms_[2], 0);
+    EXPECT_EQ(uniforms_[9], program_.programUniformIndex("u_enableColorPicking"));
+    EXPECT_GE(uniforms_[9], 0);
+}
+
+TEST_F(Program, FillsEachSamplerTwiceForAVideo) {
+    build(ContentType::Video);
+    EXPECT_GE(uniforms_[3], 0);
+    EXPECT_GE(uniforms_[4], 0);
+    EXPECT_NE(uniforms_[3], uniforms_[4]);
+    EXPECT_EQ(uniforms_[3], uniforms_[5]);
+    EXPECT_EQ(uniforms_[4], uniforms_[6]);
+    EXPECT_GE(uniforms_[7], 0);
+    EXPECT_EQ(uniforms_[0], uniforms_[1]);
+    EXPECT_EQ(uniforms_[0], uniforms_[8]);
+    EXPECT_EQ(uniforms_[2], -1) << "a video has no picture sampler";
+}
+
+TEST_F(Program, ReadsZeroForItsShadersOnceBuilt) {
+    build(ContentType::Photo);
+    EXPECT_EQ(program_.vertShader(), 0U);
+    EXPECT_EQ(program_.fragShader(), 0U);
+    EXPECT_EQ(program_.currentContentType(), ContentType::Photo);
+}
+
+TEST_F(Program, LeavesOneProgramWhenBuiltTwice) {
+    build(ContentType::Photo);
+    const std::uint32_t first = program_.programName();
+    build(ContentType::Photo);
+    EXPECT_TRUE(glIsProgram(program_.programName()));
+    EXPECT_TRUE(first == program_.programName() || !glIsProgram(first));
+}
+
+TEST_F(Program, RefusesAnUndefinedTypeAndKeepsTheEarlierProgram) {
+    build(ContentType::Photo);
+    const std::uint32_t earlier = program_.programName();
+    const auto failure = failureOf([this] { build(ContentType::Undefined); });
+    EXPECT_EQ(failure.file(), "ZNTProgram");
+    EXPECT_EQ(failure.line(), 69);
+    EXPECT_EQ(failure.description(), "Content type cant be Undefined");
+    EXPECT_EQ(program_.programName(), earlier);
+    EXPECT_TRUE(glIsProgram(earlier));
+    EXPECT_EQ(program_.currentContentType(), ContentType::Photo);
+}
+
+TEST_F(Program, IsEmptyAfterCleanUp) {
+    build(ContentType::Photo);
+    const std::uint32_t name = program_.programName();
+    program_.cleanUp();
+    EXPECT_EQ(program_.programName(), 0U);
+    EXPECT_TRUE(program_.attributes().empty());
+    EXPECT_FALSE(glIsProgram(name));
+}
+
+TEST_F(Program, IsUsedByRun) {
+    build(ContentType::Photo);
+    program_.run();
+    GLint current = 0;
+    glGetIntegerv(GL_CURRENT_PROGRAM, &current);
+    EXPECT_EQ(static_cast<std::uint32_t>(current), program_.programName());
+}
+
+TEST_F(Program, ReportsAMissingShaderAndThenTheLink) {
+    const ShadowedResource shadow("FragmentPhotoShader.fsh");
+    const LogRecorder log;
+    const auto failure = failureOf([this] { build(ContentType::Photo); });
+    EXPECT_EQ(failure.file(), "ZNTProgram");
+    EXPECT_EQ(failure.line(), 125);
+    EXPECT_EQ(failure.description(), "Failed during linking process");
+    EXPECT_EQ(log.count("Cant find file"), 1);
+    EXPECT_EQ(log.count("Cant compile fragment shader"), 1);
+    EXPECT_EQ(log.count("Cant compile vertex shader"), 0);
+    EXPECT_EQ(log.count("Program link log: "), 1);
+    EXPECT_EQ(log.count("Fragment shader compile log: (null)"), 1);
+    EXPECT_EQ(log.count("Vertex shader compile log: (null)"), 1);
+    EXPECT_EQ(program_.programName(), 0U);
+    EXPECT_TRUE(program_.attributes().empty());
+}
+
+TEST_F(Program, ReportsAMissingVertexShader) {
+    const ShadowedResource shadow("VertexPhotoShader.vsh");
+    const LogRecorder log;
+    failureOf([this] { build(ContentType::Video); });
+    EXPECT_EQ(log.count("Cant compile vertex shader"), 1);
+    EXPECT_EQ(log.count("Cant compile fragment shader"), 0);
+}
+
+TEST_F(Program, LogsACompileErrorAndFailsAtTheLink) {
+    const ShadowedResource shadow("FragmentPhotoShader.fsh", "this is no shader");
+    const LogRecorder log;
+    const auto failure = failureOf([this] { build(ContentType::Photo); });
+    EXPECT_EQ(failure.description(), "Failed during linking process");
+    EXPECT_EQ(log.count("Shader compile informations:\n"), 1);
+    EXPECT_EQ(log.count("Cant compile fragment shader"), 0) << "there was a source";
+}
+
+TEST_F(Program, BuildsWithoutAPickingUniform) {
+    const ShadowedResource shadow("FragmentPhotoShader.fsh",
+                                  "precision highp float; uniform sampler2D u_Sampler;"
+                                  "varying highp vec2 v_textureCoord;"
+                                  "void main() { gl_FragColor = texture2D(u_Sampler, v_textureCoord); }");
+    build(ContentType::Photo);
+    EXPECT_EQ(uniforms_[9], -1);
+    EXPECT_TRUE(glIsProgram(program_.programName()));
+}
+
+TEST_F(Program, HasNothingToSayAboutAShaderAskedAsAProgram) {
+    const GLuint shader = glCreateShader(GL_VERTEX_SHADER);
+    EXPECT_FALSE(ZNTProgram::logForOpenGLObject(shader, glGetProgramiv, glGetProgramInfoLog));
+    glDeleteShader(shader);
+}
