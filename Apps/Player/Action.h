@@ -28,7 +28,8 @@ struct SnapshotAction {
 struct Action {
     /// Virtual seconds.
     double at = 0;
-    std::variant<ModeAction, ResizeAction, OrientationAction, TransparentAction, SnapshotAction> what;
+    std::variant<ModeAction, ResizeAction, OrientationAction, TransparentAction, SnapshotAction>
+        what;
 
     /// Settings at second 0 take effect before the view appears.
     [[nodiscard]] bool isSetting() const { return !std::holds_alternative<SnapshotAction>(what); }

@@ -49,7 +49,8 @@ ModeAction readMode(const json& value) {
 ResizeAction readResize(const json& value) {
     if (!value.is_array() || value.size() != 2)
         throw LineRefused("\"resize\" is not [width, height]");
-    const platform::Size size{readNumber(value[0], "the width"), readNumber(value[1], "the height")};
+    const platform::Size size{readNumber(value[0], "the width"),
+                              readNumber(value[1], "the height")};
     const auto [smaller, larger] = std::minmax(size.width, size.height);
     if (smaller < 1 || larger > kLargestSide)
         throw LineRefused("\"resize\" is not between 1 and 16384 points a side");
@@ -72,9 +73,11 @@ TransparentAction readTransparent(const json& value) {
 SnapshotAction readSnapshot(const json& value) {
     const std::string name = readText(value, "\"snapshot\"");
     const std::filesystem::path path(name);
-    const bool leaves = std::any_of(path.begin(), path.end(), [](const auto& part) { return part == ".."; });
+    const bool leaves =
+        std::any_of(path.begin(), path.end(), [](const auto& part) { return part == ".."; });
     if (path.is_absolute() || leaves || path.extension() != ".png")
-        throw LineRefused("\"" + name + "\" is not the name of a .png file inside the output folder");
+        throw LineRefused("\"" + name +
+                          "\" is not the name of a .png file inside the output folder");
     return {name};
 }
 
@@ -88,10 +91,20 @@ struct ActionKind {
 constexpr std::array<ActionKind, 5> kKinds{{
     {"mode", [](const json& value) -> decltype(Action::what) { return readMode(value); }},
     {"resize", [](const json& value) -> decltype(Action::what) { return readResize(value); }},
-    {"orientation", [](const json& value) -> decltype(Action::what) { return readOrientation(value); }},
-    {"transparent", [](const json& value) -> decltype(Action::what) { return readTransparent(value); }},
+    {"orientation",
+     [](const json& value) -> decltype(Action::what) { return readOrientation(value); }},
+    {"transparent",
+     [](const json& value) -> decltype(Action::what) { return readTransparent(value); }},
     {"snapshot", [](const json& value) -> decltype(Action::what) { return readSnapshot(value); }},
 }};
+
+const ActionKind& kindNamed(const std::string& key) {
+    const auto* const kind = std::find_if(
+        kKinds.begin(), kKinds.end(), [&](const ActionKind& known) { return known.key == key; });
+    if (kind == kKinds.end())
+        throw LineRefused("unknown action \"" + key + "\"");
+    return *kind;
+}
 
 json parseObject(const std::string& line) {
     json object = json::parse(line, nullptr, false);
@@ -108,13 +121,10 @@ Action readAction(const std::string& line) {
     for (const auto& [key, value] : object.items()) {
         if (key == "at")
             continue;
-        const auto* const kind = std::find_if(kKinds.begin(), kKinds.end(),
-                                              [&](const ActionKind& known) { return known.key == key; });
-        if (kind == kKinds.end())
-            throw LineRefused("unknown action \"" + key + "\"");
+        const ActionKind& kind = kindNamed(key);
         if (action)
             throw LineRefused("more than one action in a line");
-        action = Action{0, kind->read(value)};
+        action = Action{0, kind.read(value)};
     }
     if (!action)
         throw LineRefused("no action");
@@ -158,7 +168,8 @@ platform::Result<std::vector<Action>> readActionScript(const std::string& path) 
     return readActionScript(file, path);
 }
 
-platform::Result<std::vector<Action>> readActionScript(std::istream& stream, const std::string& name) {
+platform::Result<std::vector<Action>> readActionScript(std::istream& stream,
+                                                       const std::string& name) {
     Script script;
     std::string line;
     for (int number = 1; std::getline(stream, line); ++number) {

@@ -8,8 +8,10 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdio>
 #include <iostream>
+#include <system_error>
 
 namespace {
 
@@ -25,9 +27,11 @@ std::string versionText() {
 std::string readSize(const std::string& text, platform::Size& size) {
     int width = 0;
     int height = 0;
-    int end = 0;
-    const int read = std::sscanf(text.c_str(), "%5dx%5d%n", &width, &height, &end);
-    if (read != 2 || static_cast<std::size_t>(end) != text.size() || width < 1 || height < 1)
+    const char* const end = text.data() + text.size();
+    const auto [cross, noWidth] = std::from_chars(text.data(), end, width);
+    const bool crossed = noWidth == std::errc() && cross != end && *cross == 'x';
+    const auto [rest, noHeight] = std::from_chars(crossed ? cross + 1 : end, end, height);
+    if (noHeight != std::errc() || rest != end || width < 1 || height < 1)
         return "\"" + text + "\" is not a size such as 640x360";
     size = {static_cast<double>(width), static_cast<double>(height)};
     return {};

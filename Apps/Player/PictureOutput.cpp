@@ -11,8 +11,8 @@ bool PictureOutput::isFile() const {
 
 std::optional<platform::Error> PictureOutput::write(const std::string& name,
                                                     const platform::Image& picture) const {
-    const std::filesystem::path path = isFile() ? std::filesystem::path(path_)
-                                                : std::filesystem::path(path_) / name;
+    const std::filesystem::path path =
+        isFile() ? std::filesystem::path(path_) : std::filesystem::path(path_) / name;
     const auto encoded = platform::encodePng(picture);
     if (!encoded)
         return encoded.error();
@@ -21,9 +21,11 @@ std::optional<platform::Error> PictureOutput::write(const std::string& name,
         std::filesystem::create_directories(path.parent_path(), ignored);
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     const auto& bytes = encoded.value();
-    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    file.write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
     file.close();
     if (!file)
-        return platform::Error{platform::ErrorCode::Unreadable, path.string() + ": cannot be written"};
+        return platform::Error{platform::ErrorCode::Unreadable,
+                               path.string() + ": cannot be written"};
     return std::nullopt;
 }

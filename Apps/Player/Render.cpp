@@ -47,7 +47,9 @@ public:
     void play(const std::vector<Action>& actions) {
         openHost();
         openContent();
-        const auto isInitial = [](const Action& action) { return action.at == 0 && action.isSetting(); };
+        const auto isInitial = [](const Action& action) {
+            return action.at == 0 && action.isSetting();
+        };
         host_->embedded().setRootViewController(controller_);
         controller_->setDisplayMode(command_.mode);
         for (const Action& action : actions) {
@@ -62,7 +64,8 @@ public:
             host_->advanceTo(platform::fromSeconds(action.at));
             apply(action);
         }
-        if (std::all_of(actions.begin(), actions.end(), [](const Action& a) { return a.isSetting(); }))
+        if (std::all_of(actions.begin(), actions.end(),
+                        [](const Action& a) { return a.isSetting(); }))
             renderOnePicture();
     }
 
@@ -94,10 +97,12 @@ private:
 
     void renderOnePicture() {
         host_->advanceTo(std::max(host_->now(), platform::fromSeconds(command_.timeSeconds)));
-        const std::string stem =
-            command_.input.empty() ? "panorama" : std::filesystem::path(command_.input).stem().string();
-        const std::string name = output_.isFile() ? std::filesystem::path(command_.output).filename().string()
-                                                  : stem + ".png";
+        const std::string stem = command_.input.empty()
+                                     ? "panorama"
+                                     : std::filesystem::path(command_.input).stem().string();
+        const std::string name = output_.isFile()
+                                     ? std::filesystem::path(command_.output).filename().string()
+                                     : stem + ".png";
         snapshot(name);
     }
 
@@ -145,7 +150,8 @@ platform::Result<std::vector<Action>> readActions(const RenderCommand& command) 
     if (!actions)
         return actions;
     const auto& list = actions.value();
-    const bool named = std::any_of(list.begin(), list.end(), [](const Action& a) { return !a.isSetting(); });
+    const bool named =
+        std::any_of(list.begin(), list.end(), [](const Action& a) { return !a.isSetting(); });
     if (named && PictureOutput(command.output).isFile())
         return platform::Error{platform::ErrorCode::Unsupported,
                                "--output " + command.output +

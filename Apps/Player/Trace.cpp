@@ -16,7 +16,8 @@ ordered_json record() {
 }
 
 ordered_json matrix(const GLKMatrix4& matrix) {
-    return ordered_json(matrix.m); // a NaN is written as null
+    ordered_json elements = matrix.m; // a NaN is written as null
+    return elements;
 }
 
 ordered_json describe(const ZNTDisplayView& view) {
@@ -62,7 +63,8 @@ void Trace::log(std::string_view text) {
     write(line);
 }
 
-void Trace::frame(std::string_view name, const ZNTDisplayViewController& controller, int presented) {
+void Trace::frame(std::string_view name, const ZNTDisplayViewController& controller,
+                  int presented) {
     const auto orientation = platform::Application::sharedApplication().statusBarOrientation();
     ordered_json line = record();
     line["frame"] = name;

@@ -63,8 +63,9 @@ int orientationOf(Bytes encoded) {
 }
 
 VP8StatusCode decodeInto(PixelStorage& pixels, WebPDecoderConfig& config, Bytes encoded) {
-    config.options.use_scaling =
+    const bool smaller =
         pixels.widthPx != config.input.width || pixels.heightPx != config.input.height;
+    config.options.use_scaling = smaller ? 1 : 0;
     config.options.scaled_width = pixels.widthPx;
     config.options.scaled_height = pixels.heightPx;
     config.output.colorspace = MODE_RGBA;

@@ -79,11 +79,12 @@ void ZNTDisplayViewController::prepareImageWithUrl(const std::optional<platform:
 void ZNTDisplayViewController::loadRemoteImage() {
     downloadImageStarted();
     // Completions never run inside the call that started them, not even a refusal.
-    platform::MainQueue::main().async([weak = weak(this), work = platform::MainQueue::main().beginWork()] {
-        if (const auto self = weak.lock())
-            self->downloadImageFailedWithError(
-                {platform::ErrorCode::Unavailable, "this build reads pictures from files only"});
-    });
+    platform::MainQueue::main().async(
+        [weak = weak(this), work = platform::MainQueue::main().beginWork()] {
+            if (const auto self = weak.lock())
+                self->downloadImageFailedWithError({platform::ErrorCode::Unavailable,
+                                                    "this build reads pictures from files only"});
+        });
 }
 
 void ZNTDisplayViewController::prepareDisplayView() {

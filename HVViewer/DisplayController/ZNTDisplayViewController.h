@@ -47,8 +47,8 @@ public:
     /// Shows a picture from an address; a file's is read and decoded in the call.
     ///
     /// Errors: a log line for no address, while content is displayed, and for a file that cannot be
-    ///         read or decoded (`srcImage()` stays null then); `downloadImageFailedWithError` for an
-    ///         address that is no file's.
+    ///         read or decoded (`srcImage()` stays null then); `downloadImageFailedWithError` for
+    ///         an address that is no file's.
     void prepareImageWithUrl(const std::optional<platform::URL>& url);
     void prepareImageWithUrl(const std::optional<platform::URL>& url, bool isLocal);
     /// Hands a picture that is ready to the view. Appearing does it.

@@ -14,7 +14,7 @@ VisualObjectModel MeshArrays::buildPlane(float h) {
     constexpr float a = 0.0001F;
     constexpr float b = 0.9999F;
     // Two triangles' worth of corners, in an order whose strip still covers the whole rectangle.
-    const std::array<float, 18> positions{-0.5F, h, 0,  0.5F,  h,  0, 0.5F, -h, 0,
+    const std::array<float, 18> positions{-0.5F, h, 0, 0.5F,  h,  0, 0.5F, -h, 0,
                                           -0.5F, h, 0, -0.5F, -h, 0, 0.5F, -h, 0};
     constexpr std::array<float, 12> texCoords{a, b, b, b, b, a, a, b, a, a, b, a};
     const Mesh mesh = allocate(6);

@@ -8,5 +8,6 @@ ZNTHotSpotPlaneVO::ZNTHotSpotPlaneVO() {
 
 void ZNTHotSpotPlaneVO::buildModel() {
     const platform::Size native = platform::Screen::mainScreen().nativeBounds().size;
-    setModel(arrays_.buildPlane(static_cast<float>(native.width) / static_cast<float>(native.height)));
+    setModel(
+        arrays_.buildPlane(static_cast<float>(native.width) / static_cast<float>(native.height)));
 }

@@ -77,9 +77,8 @@ float screenHeight() {
 }
 
 bool isIdentityMatrix(GLKMatrix4 matrix) {
-    return everyElement(matrix, [](float element, int c, int r) {
-        return element == (c == r ? 1.0F : 0.0F);
-    });
+    return everyElement(
+        matrix, [](float element, int c, int r) { return element == (c == r ? 1.0F : 0.0F); });
 }
 
 bool containsNaN(GLKMatrix4 matrix) {
@@ -87,11 +86,11 @@ bool containsNaN(GLKMatrix4 matrix) {
 }
 
 void getRotationFromGLKMat4(float* aboutY, float* aboutX, float* aboutZ, GLKQuaternion q) {
-    *aboutX = std::atan2(2 * (q.y * q.z + q.w * q.x),
-                         q.w * q.w - q.x * q.x - q.y * q.y + q.z * q.z);
+    *aboutX =
+        std::atan2(2 * (q.y * q.z + q.w * q.x), q.w * q.w - q.x * q.x - q.y * q.y + q.z * q.z);
     *aboutY = std::asin(-2 * (q.x * q.z - q.w * q.y));
-    *aboutZ = std::atan2(2 * (q.x * q.y + q.w * q.z),
-                         q.w * q.w + q.x * q.x - q.y * q.y - q.z * q.z);
+    *aboutZ =
+        std::atan2(2 * (q.x * q.y + q.w * q.z), q.w * q.w + q.x * q.x - q.y * q.y - q.z * q.z);
 }
 
 } // extern "C"

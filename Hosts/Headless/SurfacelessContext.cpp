@@ -45,11 +45,11 @@ platform::Result<std::unique_ptr<SurfacelessContext>> SurfacelessContext::create
                                            EGL_OPENGL_ES2_BIT, EGL_NONE};
     EGLConfig config = nullptr;
     EGLint count = 0;
-    if (eglChooseConfig(handles->display, wanted.data(), &config, 1, &count) == EGL_FALSE || count < 1)
+    if (eglChooseConfig(handles->display, wanted.data(), &config, 1, &count) == EGL_FALSE ||
+        count < 1)
         return failure("choosing a configuration");
     constexpr std::array<EGLint, 3> version{EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE};
-    handles->context =
-        eglCreateContext(handles->display, config, EGL_NO_CONTEXT, version.data());
+    handles->context = eglCreateContext(handles->display, config, EGL_NO_CONTEXT, version.data());
     if (handles->context == EGL_NO_CONTEXT)
         return failure("creating the context");
     std::unique_ptr<SurfacelessContext> context(new SurfacelessContext(std::move(handles)));

@@ -34,7 +34,8 @@ struct SceneCamera {
     GLKMatrix4 modelViewProjection{};
 };
 
-[[nodiscard]] double fieldOfViewDegrees(DisplayMode mode, platform::InterfaceOrientation orientation);
+[[nodiscard]] double fieldOfViewDegrees(DisplayMode mode,
+                                        platform::InterfaceOrientation orientation);
 [[nodiscard]] double cameraDistance(DisplayMode mode, platform::InterfaceOrientation orientation,
                                     double farZ);
 

@@ -57,7 +57,9 @@ public:
     /// The camera of the last frame, and what it was made of.
     [[nodiscard]] const SceneCamera& camera() const { return camera_; }
     [[nodiscard]] const SceneCameraInputs& cameraInputs() const { return cameraInputs_; }
-    [[nodiscard]] GLKMatrix4 modelViewProjectionMatrix() const { return camera_.modelViewProjection; }
+    [[nodiscard]] GLKMatrix4 modelViewProjectionMatrix() const {
+        return camera_.modelViewProjection;
+    }
     /// Composes the camera for the present state.
     void update();
 

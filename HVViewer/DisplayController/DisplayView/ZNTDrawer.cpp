@@ -19,11 +19,11 @@
 
 namespace {
 
-/// What all drawers share: the mesh that was bound last, who bound it and for which mode.
+/// What all drawers share: the mesh that was bound last, and who bound it.
 struct UnitBuffers {
     MeshBuffers names;
     const ZNTDrawer* binder = nullptr;
-    const ZNTVisualObjectProtocol* mesh = nullptr;
+    std::int32_t numberOfVertices = 0;
     std::uint32_t textureCoordinateAttribute = 0;
 };
 
@@ -88,10 +88,15 @@ void ZNTDrawer::bindBuffers() {
     glDepthMask(GL_FALSE);
     glDisable(GL_CULL_FACE);
     const VisualObjectModel model = voProvider_ ? voProvider_->model() : VisualObjectModel{};
-    unitBuffers.names = uploadMesh(model, unitBuffers.textureCoordinateAttribute);
+    madeBuffers_.push_back(uploadMesh(model, unitBuffers.textureCoordinateAttribute));
+    uploadedMesh_ = voProvider_;
+    shareBuffers(madeBuffers_.back());
+}
+
+void ZNTDrawer::shareBuffers(const MeshBuffers& buffers) {
+    unitBuffers.names = buffers;
     unitBuffers.binder = this;
-    unitBuffers.mesh = voProvider_.get();
-    madeBuffers_.push_back(unitBuffers.names);
+    unitBuffers.numberOfVertices = voProvider_ ? voProvider_->model().numberOfVertices : 0;
 }
 
 std::uint32_t& ZNTDrawer::textureCoordinatePointer() {
@@ -136,12 +141,16 @@ void ZNTDrawer::setupWatermarkTexture() {
 }
 
 void ZNTDrawer::useOwnBuffers() {
-    const bool bound = unitBuffers.binder == this && unitBuffers.mesh == voProvider_.get();
-    // Another drawer's buffers do as well while they hold the same kind of mesh.
-    const bool sameSphere = unitBuffers.binder && unitBuffers.binder->renderingVO_ != DisplayMode::Plane &&
-                            unitBuffers.mesh == unitBuffers.binder->voProvider_.get() &&
-                            renderingVO_ != DisplayMode::Plane;
-    if (!bound && !sameSphere)
+    const bool uploaded = uploadedMesh_ == voProvider_ && !madeBuffers_.empty();
+    // All spheres are equal, so another drawer's does as well; planes may be of different shapes.
+    const bool equalSphere = renderingVO_ != DisplayMode::Plane && unitBuffers.binder != nullptr &&
+                             unitBuffers.numberOfVertices == voProvider_->model().numberOfVertices;
+    if (equalSphere || (uploaded && unitBuffers.binder == this))
+        return;
+    // Two drawers of different modes take turns at every frame: without a new upload.
+    if (uploaded)
+        shareBuffers(madeBuffers_.back());
+    else
         bindBuffers();
 }
 
@@ -178,7 +187,8 @@ void ZNTDrawer::drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix
 std::uint32_t ZNTDrawer::watermarkTextureName() {
     if (glTextureWatermark_)
         return glTextureWatermark_->name();
-    // Name 0 samples opaque black, which would hide the content behind a watermark that is not there.
+    // Name 0 samples opaque black, which would hide the content behind a watermark that is not
+    // there.
     if (!transparentTexture_)
         transparentTexture_ = platform::TextureLoader::transparentTexture(context_.lock());
     return transparentTexture_->name();
@@ -204,9 +214,10 @@ void ZNTDrawer::tearDownGL() {
             deleteMesh(buffers);
     }
     madeBuffers_.clear();
+    uploadedMesh_.reset();
     // The names are gone: another drawer that used them binds its own before it draws.
     if (unitBuffers.binder == this)
-        unitBuffers = {{}, nullptr, nullptr, unitBuffers.textureCoordinateAttribute};
+        unitBuffers = {{}, nullptr, 0, unitBuffers.textureCoordinateAttribute};
     glTextureI_.reset();
     glTextureWatermark_.reset();
     transparentTexture_.reset();

@@ -20,8 +20,8 @@ namespace platform {
 class GLContext;
 }
 
-/// Puts the content on screen: keeps the mode's mesh in GL buffers and the content and the watermark
-/// in textures, and draws the mesh once with each.
+/// Puts the content on screen: keeps the mode's mesh in GL buffers and the content and the
+/// watermark in textures, and draws the mesh once with each.
 ///
 /// The names of the mesh in use belong to the unit, not to an instance: with several drawers the
 /// last `bindBuffers()` wins, and a drawer whose mesh is another one binds its own before it draws.
@@ -65,7 +65,9 @@ public:
 
     [[nodiscard]] ContentType contentType() const { return contentType_; }
     [[nodiscard]] DisplayMode renderingVO() const { return renderingVO_; }
-    [[nodiscard]] std::shared_ptr<ZNTVisualObjectProtocol> voProvider() const { return voProvider_; }
+    [[nodiscard]] std::shared_ptr<ZNTVisualObjectProtocol> voProvider() const {
+        return voProvider_;
+    }
     [[nodiscard]] std::shared_ptr<platform::TextureInfo> glTextureI() const { return glTextureI_; }
     [[nodiscard]] std::shared_ptr<platform::TextureInfo> glTextureWatermark() const {
         return glTextureWatermark_;
@@ -73,6 +75,7 @@ public:
     [[nodiscard]] std::int32_t enableColoring() const { return enableColoring_; }
 
 private:
+    void shareBuffers(const MeshBuffers& buffers);
     void useOwnBuffers();
     void drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix, std::int32_t vertices);
     [[nodiscard]] std::uint32_t watermarkTextureName();
@@ -92,5 +95,6 @@ private:
     DisplayMode renderingVO_ = DisplayMode::Plane;
     ContentType contentType_ = ContentType::Undefined;
     platform::Size planeScreen_;
-    std::vector<MeshBuffers> madeBuffers_;
+    std::vector<MeshBuffers> madeBuffers_; // the last one holds `uploadedMesh_`
+    std::shared_ptr<ZNTVisualObjectProtocol> uploadedMesh_;
 };

@@ -80,12 +80,14 @@ TEST(ActionScript, RefusesWithFileLineAndReason) {
 TEST(ActionScript, KeepsPicturesInsideTheOutputFolder) {
     for (const std::string name : {"/tmp/x.png", "../x.png", "a/../../x.png", "x.jpg", "x", ""}) {
         EXPECT_EQ(refusal(R"({"at":1,"snapshot":")" + name + "\"}"),
-                  "script:2: \"" + name + "\" is not the name of a .png file inside the output folder");
+                  "script:2: \"" + name +
+                      "\" is not the name of a .png file inside the output folder");
     }
 }
 
 TEST(ActionScript, WritesNoPictureTwice) {
-    const auto script = read("{\"at\":0,\"snapshot\":\"a.png\"}\n{\"at\":1,\"snapshot\":\"./a.png\"}");
+    const auto script =
+        read("{\"at\":0,\"snapshot\":\"a.png\"}\n{\"at\":1,\"snapshot\":\"./a.png\"}");
     ASSERT_FALSE(script);
     EXPECT_EQ(script.error().detail, "script:2: \"./a.png\" is written twice");
 }

@@ -78,7 +78,8 @@ TEST(CommandLine, NamesWhatIsWrongInOneLine) {
 }
 
 TEST(CommandLine, RefusesSizesThatAreNone) {
-    for (const char* size : {"640", "640x", "x360", "0x10", "10x0", "-5x5", "640x360x2", "axb", ""}) {
+    for (const char* size :
+         {"640", "640x", "x360", "0x10", "10x0", "-5x5", "640x360x2", "axb", ""}) {
         const std::string text = complaint({"render", "--output", "o", "--size", size});
         EXPECT_EQ(text, "zanto-player: --size: \"" + std::string(size) +
                             "\" is not a size such as 640x360\n");
@@ -88,8 +89,10 @@ TEST(CommandLine, RefusesSizesThatAreNone) {
 TEST(CommandLine, RefusesUnknownModesAndValues) {
     EXPECT_EQ(complaint({"render", "--output", "o", "--size", "1x1", "--mode", "1"}),
               "zanto-player: --mode: unknown mode \"1\"\n");
-    EXPECT_NE(complaint({"render", "--output", "o", "--size", "1x1", "--scale", "0"}).find("--scale"),
-              std::string::npos);
-    EXPECT_NE(complaint({"render", "--output", "o", "--size", "1x1", "--time", "-1"}).find("--time"),
-              std::string::npos);
+    EXPECT_NE(
+        complaint({"render", "--output", "o", "--size", "1x1", "--scale", "0"}).find("--scale"),
+        std::string::npos);
+    EXPECT_NE(
+        complaint({"render", "--output", "o", "--size", "1x1", "--time", "-1"}).find("--time"),
+        std::string::npos);
 }

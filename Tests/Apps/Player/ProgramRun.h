@@ -20,7 +20,9 @@ public:
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
 
-    [[nodiscard]] std::string path(const std::string& name) const { return (folder_ / name).string(); }
+    [[nodiscard]] std::string path(const std::string& name) const {
+        return (folder_ / name).string();
+    }
     /// Writes a file there and gives back its path.
     [[nodiscard]] std::string write(const std::string& name, const std::string& content) const;
     [[nodiscard]] std::string read(const std::string& name) const;

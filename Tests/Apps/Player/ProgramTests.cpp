@@ -39,7 +39,9 @@ TEST(Program, NamesAPictureInAFolderAfterItsInput) {
     EXPECT_TRUE(std::filesystem::exists(folder.path("built-in/panorama.png")));
     const std::string copy = folder.write("mine.jpg", "");
     std::filesystem::copy_file(kPanorama, copy, std::filesystem::copy_options::overwrite_existing);
-    EXPECT_EQ(runPlayer("render file://" + copy + " --size 64x64 --output " + folder.path("file")).exitCode, 0);
+    EXPECT_EQ(runPlayer("render file://" + copy + " --size 64x64 --output " + folder.path("file"))
+                  .exitCode,
+              0);
     EXPECT_TRUE(std::filesystem::exists(folder.path("file/mine.png")));
 }
 
@@ -63,8 +65,9 @@ TEST(Program, NamesContentThatCannotBeOpened) {
 
 TEST(Program, RefusesRemoteContentForNow) {
     const std::string message = refusalOf("http://127.0.0.1/panorama.jpg");
-    EXPECT_EQ(message, "zanto-player: http://127.0.0.1/panorama.jpg: this build reads pictures from "
-                       "files only\n");
+    EXPECT_EQ(message,
+              "zanto-player: http://127.0.0.1/panorama.jpg: this build reads pictures from "
+              "files only\n");
 }
 
 TEST(Program, RefusesABadScriptBeforeItOpensAnything) {
@@ -97,6 +100,7 @@ TEST(Program, LeavesWithOneForWrongUseAndThreeWithoutAWindow) {
 
 TEST(BuiltInPanorama, IsOfTheSizeItShouldBe) {
     EXPECT_LE(std::filesystem::file_size(kPanorama), 1U << 20U);
-    EXPECT_LE(std::filesystem::file_size(std::string(ZANTO_SOURCE_DIR) + "/Resources/watermark.png"),
-              64U << 10U);
+    EXPECT_LE(
+        std::filesystem::file_size(std::string(ZANTO_SOURCE_DIR) + "/Resources/watermark.png"),
+        64U << 10U);
 }

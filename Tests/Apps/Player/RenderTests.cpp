@@ -1,6 +1,5 @@
-#include "Apps/Player/Render.h"
-
 #include "Apps/Player/BuiltInPanorama.h"
+#include "Apps/Player/Render.h"
 #include "Tests/Apps/Player/ProgramRun.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/PictureCompare.h"

@@ -45,7 +45,8 @@ std::vector<Scene> scenes() {
                                                    {777, 201},
                                                    {201, 777}}};
     std::vector<Scene> list;
-    for (const DisplayMode mode : {DisplayMode::Plane, DisplayMode::Sphere, DisplayMode::LittlePlanet}) {
+    for (const DisplayMode mode :
+         {DisplayMode::Plane, DisplayMode::Sphere, DisplayMode::LittlePlanet}) {
         for (const platform::Size size : sizes)
             list.push_back({mode, size, 1});
         list.push_back({mode, {213, 120}, 2});

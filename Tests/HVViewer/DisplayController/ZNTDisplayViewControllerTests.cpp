@@ -1,6 +1,5 @@
-#include "HVViewer/DisplayController/ZNTDisplayViewController.h"
-
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
+#include "HVViewer/DisplayController/ZNTDisplayViewController.h"
 #include "Platform/Foundation/Bundle.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Imaging/ImageEncoder.h"
@@ -19,8 +18,8 @@
 #include <string>
 #include <vector>
 
-using ::testing::ElementsAre;
 using platform::URL;
+using ::testing::ElementsAre;
 
 namespace {
 
@@ -48,7 +47,8 @@ public:
     TemporaryFile(const std::string& name, const std::vector<std::uint8_t>& bytes)
         : path_(::testing::TempDir() + name) {
         std::ofstream(path_, std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+            .write(reinterpret_cast<const char*>(bytes.data()),
+                   static_cast<std::streamsize>(bytes.size()));
     }
     ~TemporaryFile() { std::filesystem::remove(path_); }
     TemporaryFile(const TemporaryFile&) = delete;
@@ -157,7 +157,8 @@ TEST(Controller, ReadsAFileInTheCallWithoutDownloadHooks) {
 }
 
 TEST(Controller, ShowsAFileOnAppearing) {
-    const TemporaryFile file("green.png", platform::encodePng(*flatPicture(8, 4, 0, 200, 0)).value());
+    const TemporaryFile file("green.png",
+                             platform::encodePng(*flatPicture(8, 4, 0, 200, 0)).value());
     HeadlessPlayer player(kLandscape);
     player.controller().prepareImageWithUrl(file.url());
     player.embedded().appear();

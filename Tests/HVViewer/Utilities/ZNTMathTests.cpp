@@ -1,5 +1,4 @@
 #include "HVViewer/Utilities/ZNTMath.h"
-
 #include "Platform/Interface/Screen.h"
 #include "Tests/Support/LogRecorder.h"
 

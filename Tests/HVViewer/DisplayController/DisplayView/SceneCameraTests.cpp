@@ -1,5 +1,4 @@
 #include "HVViewer/DisplayController/DisplayView/SceneCamera.h"
-
 #include "HVViewer/Utilities/ZNTMath.h"
 
 #include <gtest/gtest.h>
@@ -14,10 +13,9 @@ using platform::InterfaceOrientation;
 namespace {
 
 constexpr double kPi = 3.141592653589793;
-constexpr std::array kOrientations{InterfaceOrientation::Portrait,
-                                   InterfaceOrientation::PortraitUpsideDown,
-                                   InterfaceOrientation::LandscapeRight,
-                                   InterfaceOrientation::LandscapeLeft};
+constexpr std::array kOrientations{
+    InterfaceOrientation::Portrait, InterfaceOrientation::PortraitUpsideDown,
+    InterfaceOrientation::LandscapeRight, InterfaceOrientation::LandscapeLeft};
 
 /// A 4 × 4 matrix in double precision, column-major, worked out without the library.
 using Matrix = std::array<double, 16>;
@@ -51,8 +49,22 @@ Matrix moved(double x, double y, double z) {
 
 Matrix perspective(double fovy, double aspect, double nearZ, double farZ) {
     const double f = 1 / std::tan(fovy / 2);
-    return {f / aspect, 0, 0, 0, 0, f, 0, 0, 0, 0, (farZ + nearZ) / (nearZ - farZ), -1,
-            0, 0, 2 * farZ * nearZ / (nearZ - farZ), 0};
+    return {f / aspect,
+            0,
+            0,
+            0,
+            0,
+            f,
+            0,
+            0,
+            0,
+            0,
+            (farZ + nearZ) / (nearZ - farZ),
+            -1,
+            0,
+            0,
+            2 * farZ * nearZ / (nearZ - farZ),
+            0};
 }
 
 GLKMatrix4 narrowed(const Matrix& matrix) {
@@ -121,7 +133,8 @@ TEST(FieldOfView, IsWiderForTheLittlePlanetAndWidestInPortrait) {
         const bool portrait = platform::isPortrait(orientation);
         EXPECT_EQ(fieldOfViewDegrees(DisplayMode::Plane, orientation), 70.0);
         EXPECT_EQ(fieldOfViewDegrees(DisplayMode::Sphere, orientation), 70.0);
-        EXPECT_EQ(fieldOfViewDegrees(DisplayMode::LittlePlanet, orientation), portrait ? 115.0 : 105.0);
+        EXPECT_EQ(fieldOfViewDegrees(DisplayMode::LittlePlanet, orientation),
+                  portrait ? 115.0 : 105.0);
         EXPECT_EQ(fieldOfViewDegrees(DisplayMode::SideBySide, orientation), 70.0);
     }
 }
@@ -131,7 +144,8 @@ TEST(CameraDistance, IsExactlyTheModes) {
         const bool portrait = platform::isPortrait(orientation);
         EXPECT_EQ(cameraDistance(DisplayMode::Plane, orientation, kFar), -(1.0 / kFar));
         EXPECT_EQ(cameraDistance(DisplayMode::Sphere, orientation, kFar), portrait ? 0.0 : 0.40312);
-        EXPECT_EQ(cameraDistance(DisplayMode::LittlePlanet, orientation, kFar), -0.8999999761581421);
+        EXPECT_EQ(cameraDistance(DisplayMode::LittlePlanet, orientation, kFar),
+                  -0.8999999761581421);
         EXPECT_EQ(cameraDistance(DisplayMode::SideBySide, orientation, kFar), 0.0);
     }
 }

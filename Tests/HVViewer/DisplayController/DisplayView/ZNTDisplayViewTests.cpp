@@ -1,6 +1,5 @@
-#include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
-
 #include "HVViewer/DisplayController/DisplayView/HVVProgram/ZNTProgram.h"
+#include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/Model/ZNTInterractor.h"
 #include "Platform/Graphics/GLContext.h"
@@ -198,7 +197,8 @@ TEST(DisplayView, KeepsItsContextWhenAnotherViewGoes) {
     third->displayImage(grey());
     EXPECT_NE(third->context(), player.view().context());
     player.host().settle();
-    EXPECT_EQ(third->glDrawer()->glTextureWatermark(), player.view().glDrawer()->glTextureWatermark())
+    EXPECT_EQ(third->glDrawer()->glTextureWatermark(),
+              player.view().glDrawer()->glTextureWatermark())
         << "both are handles on one real context";
 }
 

@@ -1,7 +1,6 @@
-#include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
-
 #include "HVViewer/DisplayController/DisplayView/HVVProgram/ZNTProgram.h"
 #include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
+#include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
@@ -179,7 +178,8 @@ TEST(Drawer, UploadsAPictureOnceForTwoViews) {
     other->displayImage(picture);
     player.host().settle();
     EXPECT_EQ(other->glDrawer()->glTextureI(), player.view().glDrawer()->glTextureI());
-    EXPECT_EQ(other->glDrawer()->glTextureWatermark(), player.view().glDrawer()->glTextureWatermark());
+    EXPECT_EQ(other->glDrawer()->glTextureWatermark(),
+              player.view().glDrawer()->glTextureWatermark());
 }
 
 TEST(Drawer, BindsItsOwnMeshAfterAnotherKindWasBound) {
@@ -190,6 +190,29 @@ TEST(Drawer, BindsItsOwnMeshAfterAnotherKindWasBound) {
     other->startRenderVO(DisplayMode::Plane);
     other->displayImage(orange());
     EXPECT_TRUE(picturesAreEqual("after-a-plane", *player.snapshot(), *expected));
+}
+
+TEST(Drawer, UploadsNothingWhileDifferentMeshesTakeTurns) {
+    HeadlessPlayer player(kLandscape);
+    player.show(orange());
+    const auto other = platform::make<ZNTDisplayView>(platform::Rect{{}, kLandscape});
+    other->startRenderVO(DisplayMode::Plane);
+    other->displayImage(orange());
+    player.host().settle();
+    (void)other->snapshot();
+    (void)player.snapshot();
+    const auto countBuffers = [] {
+        int count = 0;
+        for (GLuint name = 1; name < 200; ++name)
+            count += glIsBuffer(name) ? 1 : 0;
+        return count;
+    };
+    const int before = countBuffers();
+    for (int i = 0; i < 5; ++i) {
+        (void)other->snapshot();
+        (void)player.snapshot();
+    }
+    EXPECT_EQ(countBuffers(), before);
 }
 
 TEST(Drawer, DrawsOnAfterAnotherDrawerIsTornDown) {

@@ -1,5 +1,4 @@
 #include "HVViewer/DisplayController/DisplayView/HVVProgram/ZNTProgram.h"
-
 #include "Platform/Foundation/Assertion.h"
 #include "Platform/Foundation/Bundle.h"
 #include "Platform/Graphics/GLContext.h"
@@ -9,8 +8,8 @@
 #include <GLES2/gl2.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <memory>
@@ -197,10 +196,11 @@ TEST_F(Program, LogsACompileErrorAndFailsAtTheLink) {
 }
 
 TEST_F(Program, BuildsWithoutAPickingUniform) {
-    const ShadowedResource shadow("FragmentPhotoShader.fsh",
-                                  "precision highp float; uniform sampler2D u_Sampler;"
-                                  "varying highp vec2 v_textureCoord;"
-                                  "void main() { gl_FragColor = texture2D(u_Sampler, v_textureCoord); }");
+    const ShadowedResource shadow(
+        "FragmentPhotoShader.fsh",
+        "precision highp float; uniform sampler2D u_Sampler;"
+        "varying highp vec2 v_textureCoord;"
+        "void main() { gl_FragColor = texture2D(u_Sampler, v_textureCoord); }");
     build(ContentType::Photo);
     EXPECT_EQ(uniforms_[9], -1);
     EXPECT_TRUE(glIsProgram(program_.programName()));
