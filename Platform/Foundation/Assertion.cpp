@@ -13,7 +13,7 @@ AssertionFailure::AssertionFailure(std::string file, int line, std::string descr
 void failAssertion(std::string file, int line, std::string description) {
     AssertionFailure failure(std::move(file), line, std::move(description));
     log(LogLevel::Error, failure.what());
-    throw failure;
+    throw AssertionFailure(failure);
 }
 
 } // namespace platform

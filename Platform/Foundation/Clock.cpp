@@ -19,7 +19,7 @@ Instant SystemClock::now() const {
 }
 
 void VirtualClock::advanceTo(Instant instant) {
-    now_ = std::max(now_, instant);
+    now_ = std::max(now_.load(), instant.count());
 }
 
 FrameGrid::FrameGrid(double framesPerSecond) : framesPerSecond_(framesPerSecond) {}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <memory>
@@ -33,16 +34,16 @@ private:
 
 /// A clock that moves only when told, for rendering and tests.
 ///
-/// Thread: main.
+/// Thread: one moves it; any reads it.
 class VirtualClock final : public Clock {
 public:
-    [[nodiscard]] Instant now() const override { return now_; }
+    [[nodiscard]] Instant now() const override { return Instant(now_.load()); }
 
     /// Moves on; an earlier instant than now changes nothing, time never runs backwards.
     void advanceTo(Instant instant);
 
 private:
-    Instant now_{0};
+    std::atomic<Instant::rep> now_{0};
 };
 
 /// The display's refreshes: instants at whole multiples of an interval.

@@ -26,7 +26,8 @@ void writeToStandardError(LogLevel level, std::string_view text) {
     if (level == LogLevel::Debug)
         return;
     // One call, so that lines of several threads do not mix.
-    const std::string line = std::string("zanto: ") + levelName(level) + ": " + std::string(text) + "\n";
+    const std::string line =
+        std::string("zanto: ") + levelName(level) + ": " + std::string(text) + "\n";
     std::fputs(line.c_str(), stderr);
 }
 

@@ -77,6 +77,16 @@ std::optional<Instant> MainQueue::nextDeadline() const {
 
 void MainQueue::setClock(std::shared_ptr<const Clock> clock) {
     const std::scoped_lock lock(mutex_);
+    // What was queued before the host came waits as long as it was told to, whatever either clock
+    // counts from.
+    const Instant shift = clock->now() - clock_->now();
+    decltype(blocks_) shifted;
+    while (!blocks_.empty()) {
+        auto block = blocks_.extract(blocks_.begin());
+        block.key().first += shift;
+        shifted.insert(std::move(block));
+    }
+    blocks_ = std::move(shifted);
     clock_ = std::move(clock);
 }
 
@@ -111,13 +121,15 @@ void MainQueue::wakeUp() {
 }
 
 void MainQueue::reset() {
-    // Destroyed outside the lock: a block may own objects that queue something in their destructor.
+    setWakeUp(nullptr);
+    // Destroyed outside the lock, and until none is left: a block may own objects that queue
+    // something in their destructor.
     decltype(blocks_) dropped;
-    {
+    do {
+        dropped.clear();
         const std::scoped_lock lock(mutex_);
         dropped.swap(blocks_);
-        wakeUp_ = nullptr;
-    }
+    } while (!dropped.empty());
 }
 
 } // namespace platform

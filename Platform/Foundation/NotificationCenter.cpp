@@ -3,9 +3,25 @@
 #include "Platform/Foundation/Object.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 #include <utility>
 
 namespace platform {
+namespace {
+
+/// Takes the matching entries out. They die with the result, when the list is whole again: a
+/// handler may own an observer that removes itself in its destructor.
+template <class Entries, class Predicate>
+Entries takeOut(Entries& entries, Predicate matches) {
+    const auto first =
+        std::stable_partition(entries.begin(), entries.end(), std::not_fn(std::move(matches)));
+    Entries taken(std::make_move_iterator(first), std::make_move_iterator(entries.end()));
+    entries.erase(first, entries.end());
+    return taken;
+}
+
+} // namespace
 
 NotificationCenter& NotificationCenter::defaultCenter() {
     static NotificationCenter center;
@@ -14,15 +30,16 @@ NotificationCenter& NotificationCenter::defaultCenter() {
 
 void NotificationCenter::addObserver(const std::shared_ptr<Object>& observer, std::string_view name,
                                      Handler handler) {
-    entries_.push_back({nextId_++, observer.get(), observer, std::string(name), std::move(handler)});
+    entries_.push_back(
+        {nextId_++, observer.get(), observer, std::string(name), std::move(handler)});
 }
 
 void NotificationCenter::removeObserver(const Object* observer) {
-    std::erase_if(entries_, [&](const Entry& entry) { return entry.key == observer; });
+    takeOut(entries_, [&](const Entry& entry) { return entry.key == observer; });
 }
 
 void NotificationCenter::post(std::string_view name, UserInfo userInfo) {
-    std::erase_if(entries_, [](const Entry& entry) { return entry.observer.expired(); });
+    takeOut(entries_, [](const Entry& entry) { return entry.observer.expired(); });
     const Notification notification{std::string(name), std::move(userInfo)};
     // By id, because a handler may add and remove entries while the walk goes on.
     std::vector<std::uint64_t> ids;

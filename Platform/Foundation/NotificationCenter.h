@@ -44,7 +44,8 @@ public:
 
     /// An observer that asks twice for a name is told twice. `handler` runs only while the observer
     /// lives, so it may capture it by pointer.
-    void addObserver(const std::shared_ptr<Object>& observer, std::string_view name, Handler handler);
+    void addObserver(const std::shared_ptr<Object>& observer, std::string_view name,
+                     Handler handler);
 
     /// Forgets everything that the observer asked for; safe from its destructor.
     void removeObserver(const Object* observer);

@@ -2,20 +2,36 @@
 
 #include <cxxabi.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <typeinfo>
 
 namespace platform {
+namespace {
+
+/// What stands behind the last "::" that is not part of an argument list.
+std::string withoutScopes(const std::string& name) {
+    int depth = 0;
+    for (std::size_t i = name.size(); i-- > 0;) {
+        const char c = name[i];
+        if (c == '>' || c == ')')
+            ++depth;
+        if (c == '<' || c == '(')
+            --depth;
+        if (c == ':' && depth == 0)
+            return name.substr(i + 1);
+    }
+    return name;
+}
+
+} // namespace
 
 std::string Object::className() const {
     int status = 0;
     char* demangled = abi::__cxa_demangle(typeid(*this).name(), nullptr, nullptr, &status);
-    std::string name = status == 0 ? demangled : typeid(*this).name();
+    const std::string name = status == 0 ? demangled : typeid(*this).name();
     std::free(demangled);
-    // Template arguments may hold "::" of their own.
-    const auto end = name.find('<');
-    const auto separator = name.rfind("::", end);
-    return separator == std::string::npos ? name : name.substr(separator + 2);
+    return withoutScopes(name);
 }
 
 } // namespace platform

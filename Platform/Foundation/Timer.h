@@ -12,8 +12,8 @@ namespace platform {
 /// Deadlines are whole multiples of the interval after the start; one that was missed by a full
 /// interval is skipped, not made up for.
 ///
-/// Owner:  whoever holds it; the last release or `invalidate()` stops it, also from inside the call.
-/// Thread: main.
+/// Owner:  whoever holds it; the last release or `invalidate()` stops it, also from inside the
+/// call. Thread: main.
 class Timer : public std::enable_shared_from_this<Timer> {
 public:
     enum class Repeats { No, Yes };

@@ -66,7 +66,8 @@ bool mayStandInURL(char c) {
 
 } // namespace
 
-URL::URL(std::string text, std::string scheme) : text_(std::move(text)), scheme_(std::move(scheme)) {}
+URL::URL(std::string text, std::string scheme)
+    : text_(std::move(text)), scheme_(std::move(scheme)) {}
 
 URL URL::fileURLWithPath(const std::string& path) {
     std::error_code ignored; // without a current folder the path stays as it is
@@ -91,8 +92,8 @@ std::optional<URL> URL::URLWithString(std::string_view text) {
 std::string URL::path() const {
     std::string_view rest = std::string_view(text_).substr(scheme_.size() + 1);
     if (rest.starts_with("//")) {
-        const auto slash = rest.find('/', 2);
-        rest = slash == std::string_view::npos ? std::string_view() : rest.substr(slash);
+        const auto end = rest.find_first_of("/?#", 2);
+        rest = end == std::string_view::npos ? std::string_view() : rest.substr(end);
     }
     return percentDecoded(rest.substr(0, rest.find_first_of("?#")));
 }

@@ -30,6 +30,13 @@ GLDevice& GLDevice::main() {
 
 bool GLDevice::install(GLBindings bindings) {
     bindings_ = std::move(bindings);
+    installed_ = adoptContext();
+    if (!installed_)
+        bindings_ = {};
+    return installed_;
+}
+
+bool GLDevice::adoptContext() {
     if (bindings_.makeCurrent)
         bindings_.makeCurrent();
     const std::string version = glString(GL_VERSION);
@@ -39,11 +46,11 @@ bool GLDevice::install(GLBindings bindings) {
         return false;
     }
     if (!loadVertexArrayFunctions()) {
-        log(LogLevel::Error, "graphics: the context lacks OES_vertex_array_object; nothing can be drawn");
+        log(LogLevel::Error,
+            "graphics: the context lacks OES_vertex_array_object; nothing can be drawn");
         return false;
     }
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxTextureSidePx_);
-    installed_ = true;
     ++generation_;
     log(LogLevel::Debug, "graphics: " + glString(GL_RENDERER) + ", " + version +
                              ", textures up to " + std::to_string(maxTextureSidePx_) + " pixels");
@@ -51,7 +58,8 @@ bool GLDevice::install(GLBindings bindings) {
 }
 
 bool GLDevice::loadVertexArrayFunctions() {
-    const bool offered = glString(GL_EXTENSIONS).find("GL_OES_vertex_array_object") != std::string::npos;
+    const bool offered =
+        glString(GL_EXTENSIONS).find("GL_OES_vertex_array_object") != std::string::npos;
     return offered && bindings_.procAddress &&
            lookUp(genVertexArrays_, bindings_, "glGenVertexArraysOES") &&
            lookUp(bindVertexArray_, bindings_, "glBindVertexArrayOES") &&

@@ -50,6 +50,7 @@ public:
 
 private:
     GLDevice() = default;
+    [[nodiscard]] bool adoptContext();
     [[nodiscard]] bool loadVertexArrayFunctions();
 
     GLBindings bindings_;

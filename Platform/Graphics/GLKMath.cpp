@@ -15,7 +15,7 @@ glm::mat4 toGlm(const GLKMatrix4& matrix) {
 }
 
 GLKMatrix4 fromGlm(const glm::mat4& matrix) {
-    GLKMatrix4 result;
+    GLKMatrix4 result{};
     std::memcpy(result.m, glm::value_ptr(matrix), sizeof result.m);
     return result;
 }

@@ -36,6 +36,11 @@ void GLView::drawContent(const DrawTarget& target) {
     glViewport(area.x, area.y, area.width, area.height);
     glScissor(area.x, area.y, area.width, area.height);
     glEnable(GL_SCISSOR_TEST);
+    // An application that draws its own scene leaves these as that scene needs them.
+    glDisable(GL_BLEND);
+    glDisable(GL_CULL_FACE);
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_STENCIL_TEST);
     delegate->drawInRect(*this, bounds());
 }
 

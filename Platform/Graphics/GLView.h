@@ -16,7 +16,8 @@ public:
     virtual ~GLViewDelegate() = default;
 
     /// The view's framebuffer is bound; viewport and scissor box are the view's part of it, and the
-    /// scissor test is on. `rect` is the view's bounds in points. The delegate clears.
+    /// scissor test is on; blending, face culling, depth and stencil test are off. `rect` is the
+    /// view's bounds in points. The delegate clears.
     virtual void drawInRect(GLView& view, const Rect& rect) = 0;
 };
 

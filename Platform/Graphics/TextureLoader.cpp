@@ -54,13 +54,13 @@ ImagePtr fitted(const ImagePtr& image, int maxSidePx) {
     ImagePtr smaller = scaledDownToFit(*image, maxSidePx);
     log(LogLevel::Warning,
         "texture: the picture is scaled down from " + std::to_string(image->widthPx()) + " x " +
-            std::to_string(image->heightPx()) + " to " + std::to_string(smaller->widthPx()) + " x " +
-            std::to_string(smaller->heightPx()) + " pixels to fit the graphics limit");
+            std::to_string(image->heightPx()) + " to " + std::to_string(smaller->widthPx()) +
+            " x " + std::to_string(smaller->heightPx()) + " pixels to fit the graphics limit");
     return smaller;
 }
 
-/// An error left by somebody else must not be taken for an upload's. Bounded, because a lost context
-/// reports the same error for ever.
+/// An error left by somebody else must not be taken for an upload's. Bounded, because a lost
+/// context reports the same error for ever.
 void clearErrors() {
     constexpr int mostFlags = 16;
     for (int i = 0; i < mostFlags && glGetError() != GL_NO_ERROR; ++i) {
@@ -98,15 +98,15 @@ void TextureLoader::textureWithImage(ImagePtr image, Completion completion) {
     MainQueue::main().async([context = context_, image = std::move(image),
                              completion = std::move(completion),
                              work = MainQueue::main().beginWork()] {
-        if (!GLContext::setCurrentContext(context))
+        if (!image || !GLContext::setCurrentContext(context))
             return completion(nullptr, GL_NO_ERROR);
         const std::uint32_t generation = GLDevice::main().generation();
         if (auto shared = Uploads::shared().find(image, generation))
             return completion(std::move(shared), GL_NO_ERROR);
         const ImagePtr picture = fitted(image, GLDevice::main().maxTextureSidePx());
         clearErrors();
-        auto texture = upload(context, {picture->widthPx(), picture->heightPx()},
-                              picture->pixels().data());
+        auto texture =
+            upload(context, {picture->widthPx(), picture->heightPx()}, picture->pixels().data());
         if (const GLenum error = glGetError(); error != GL_NO_ERROR)
             return completion(nullptr, error);
         Uploads::shared().add(image, generation, texture);

@@ -38,7 +38,8 @@ private:
 /// Thread: main.
 class TextureLoader {
 public:
-    /// The texture, or null and GL's error code (0 when there is no context any more).
+    /// The texture, or null and GL's error code (0 when there is no picture, or no context any
+    /// more).
     using Completion = std::function<void(std::shared_ptr<TextureInfo>, std::uint32_t glError)>;
 
     explicit TextureLoader(std::shared_ptr<GLContext> context);

@@ -35,6 +35,7 @@ struct PixelStorage {
     [[nodiscard]] std::size_t size() const {
         return rowBytes() * static_cast<std::size_t>(heightPx);
     }
+    // NOLINTNEXTLINE(readability-make-member-function-const): the pixels count as its own.
     [[nodiscard]] std::uint8_t* row(int y) {
         return bytes.get() + rowBytes() * static_cast<std::size_t>(y);
     }

@@ -12,6 +12,10 @@ Application& Application::sharedApplication() {
     return application;
 }
 
+void Application::startAnew() {
+    *this = Application();
+}
+
 void Application::setContentSize(Size points, double scale) {
     change(points, scale, points.width > points.height ? landscape_ : portrait_);
 }

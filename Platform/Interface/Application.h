@@ -29,8 +29,10 @@ enum class InterfaceOrientation : int {
 
 /// Posted before and after the content rectangle or the way it is held changes. The first one
 /// carries the new frame, a `Rect`, under the key.
-inline constexpr const char* kWillChangeStatusBarFrame = "ApplicationWillChangeStatusBarFrameNotification";
-inline constexpr const char* kDidChangeStatusBarFrame = "ApplicationDidChangeStatusBarFrameNotification";
+inline constexpr const char* kWillChangeStatusBarFrame =
+    "ApplicationWillChangeStatusBarFrameNotification";
+inline constexpr const char* kDidChangeStatusBarFrame =
+    "ApplicationDidChangeStatusBarFrameNotification";
 inline constexpr const char* kStatusBarFrameUserInfoKey = "ApplicationStatusBarFrameUserInfoKey";
 
 /// The running program as the views see it: its window and how the screen is held.
@@ -46,6 +48,8 @@ public:
 
     [[nodiscard]] std::shared_ptr<Window> keyWindow() const { return window_.lock(); }
     void setKeyWindow(const std::weak_ptr<Window>& window) { window_ = window; }
+    /// For hosts: forgets the window of an earlier one and how its screen was held.
+    void startAnew();
 
     /// A new size, as if the device had been turned. Wider than high is landscape, else portrait;
     /// which of the two of either is the one last set for that shape.

@@ -4,8 +4,11 @@
 #include "Platform/Interface/View.h"
 
 #include <algorithm>
+#include <cctype>
+#include <charconv>
 #include <cstddef>
-#include <regex>
+#include <optional>
+#include <system_error>
 #include <utility>
 
 namespace platform {
@@ -14,6 +17,7 @@ namespace {
 struct ParsedFormat {
     LayoutConstraint::Axis axis = LayoutConstraint::Axis::Horizontal;
     std::vector<std::string> names;
+    std::string equal; // the view that the first is said to equal, or empty
     double gap = 0;
 };
 
@@ -22,20 +26,69 @@ struct ParsedFormat {
                   "Unable to parse constraint format \"" + std::string(format) + "\"");
 }
 
+/// Takes a format apart from its front; what is not there gives false, or an empty word.
+class FormatReader {
+public:
+    explicit FormatReader(std::string_view format) : rest_(format) {}
+
+    bool take(std::string_view text) {
+        if (!rest_.starts_with(text))
+            return false;
+        rest_.remove_prefix(text.size());
+        return true;
+    }
+    std::string takeWord() {
+        const auto end = std::find_if_not(rest_.begin(), rest_.end(), [](unsigned char c) {
+            return std::isalnum(c) != 0 || c == '_';
+        });
+        const std::string word(rest_.begin(), end);
+        rest_.remove_prefix(word.size());
+        return word;
+    }
+    [[nodiscard]] bool atEnd() const { return rest_.empty(); }
+
+private:
+    std::string_view rest_;
+};
+
+/// The points of a gap, or nothing for a word that is no number.
+std::optional<double> gapOf(const std::string& word) {
+    int points = 0;
+    const char* const end = word.data() + word.size();
+    const auto [rest, failed] = std::from_chars(word.data(), end, points);
+    return failed == std::errc() && rest == end ? std::optional<double>(points) : std::nullopt;
+}
+
+/// Reads `[name]` or `[name(==other)]`.
+bool readView(FormatReader& reader, ParsedFormat& parsed) {
+    if (!reader.take("["))
+        return false;
+    parsed.names.push_back(reader.takeWord());
+    if (reader.take("(==")) {
+        parsed.equal = reader.takeWord();
+        if (parsed.equal.empty() || !reader.take(")"))
+            return false;
+    }
+    return !parsed.names.back().empty() && reader.take("]");
+}
+
 ParsedFormat parse(std::string_view format) {
-    static const std::regex whole(R"((H:|V:)?\|(\[\w+(\(==\w+\))?\])(-(\d+)-\[\w+\])*\|)");
-    static const std::regex view(R"(\[(\w+))");
-    const std::string text(format);
-    std::smatch match;
-    if (!std::regex_match(text, match, whole))
-        refuse(format);
     ParsedFormat parsed;
-    if (match[1] == "V:")
+    FormatReader reader(format);
+    if (reader.take("V:"))
         parsed.axis = LayoutConstraint::Axis::Vertical;
-    if (match[5].matched)
-        parsed.gap = std::stod(match[5]);
-    for (std::sregex_iterator name(text.begin(), text.end(), view), end; name != end; ++name)
-        parsed.names.push_back((*name)[1]);
+    else
+        reader.take("H:");
+    bool fits = reader.take("|") && readView(reader, parsed);
+    while (fits && reader.take("-")) {
+        const auto gap = gapOf(reader.takeWord());
+        // One gap throughout.
+        fits = gap && (parsed.names.size() == 1 || *gap == parsed.gap) && reader.take("-") &&
+               readView(reader, parsed);
+        parsed.gap = gap.value_or(0);
+    }
+    if (!fits || !reader.take("|") || !reader.atEnd())
+        refuse(format);
     return parsed;
 }
 
@@ -45,6 +98,8 @@ std::vector<std::shared_ptr<LayoutConstraint>> LayoutConstraint::constraintsWith
     std::string_view format, unsigned /*options*/,
     const std::map<std::string, std::shared_ptr<View>>& views) {
     const ParsedFormat parsed = parse(format);
+    if (!parsed.equal.empty() && !views.contains(parsed.equal))
+        refuse(format);
     std::vector<std::weak_ptr<View>> row;
     for (const std::string& name : parsed.names) {
         const auto found = views.find(name);
@@ -66,8 +121,9 @@ std::shared_ptr<View> LayoutConstraint::superview() const {
 
 bool LayoutConstraint::isActive() const {
     const auto holder = superview();
-    return holder && std::any_of(holder->activeConstraints_.begin(), holder->activeConstraints_.end(),
-                                 [&](const auto& active) { return active.get() == this; });
+    return holder &&
+           std::any_of(holder->activeConstraints_.begin(), holder->activeConstraints_.end(),
+                       [&](const auto& active) { return active.get() == this; });
 }
 
 void LayoutConstraint::activateConstraints(

@@ -11,7 +11,7 @@ namespace platform {
 class View;
 
 /// A row or column of views that fills their superview from edge to edge, all of the same length,
-/// with fixed gaps.
+/// with one fixed gap between neighbours.
 ///
 /// Owner:  views are held weakly; an active constraint is held by the superview of its views.
 /// Thread: main.
@@ -20,9 +20,9 @@ public:
     enum class Axis { Horizontal, Vertical };
 
     /// Reads a format such as `V:|[a]|` or `|[a(==b)]-2-[b]|`: `H:` (or nothing) or `V:`, an edge,
-    /// views with gaps in points between them, the other edge. Where there are several views they
-    /// are of equal length. `options` says how they line up across the axis, which a row that fills
-    /// its superview leaves nothing to: it is kept for the reader of the format.
+    /// views with the same gap in points between them, the other edge. Where there are several
+    /// views they are of equal length. `options` says how they line up across the axis, which a row
+    /// that fills its superview leaves nothing to: it is kept for the reader of the format.
     ///
     /// Errors: an assertion failure for a format that is none of these or names an unknown view.
     [[nodiscard]] static std::vector<std::shared_ptr<LayoutConstraint>>
@@ -30,8 +30,10 @@ public:
                                 const std::map<std::string, std::shared_ptr<View>>& views);
 
     /// Takes effect at the superview's next layout. A constraint that is active stays so once.
-    static void activateConstraints(const std::vector<std::shared_ptr<LayoutConstraint>>& constraints);
-    static void deactivateConstraints(const std::vector<std::shared_ptr<LayoutConstraint>>& constraints);
+    static void
+    activateConstraints(const std::vector<std::shared_ptr<LayoutConstraint>>& constraints);
+    static void
+    deactivateConstraints(const std::vector<std::shared_ptr<LayoutConstraint>>& constraints);
 
     [[nodiscard]] bool isActive() const;
 

@@ -47,7 +47,8 @@ void View::addSubview(const std::shared_ptr<View>& view) {
     insertSubview(view, subviews_.size());
 }
 
-void View::insertSubview(const std::shared_ptr<View>& view, std::size_t index) {
+void View::insertSubview(const std::shared_ptr<View>& subview, std::size_t index) {
+    const auto view = subview; // the reference may be into the list that it is removed from
     view->removeFromSuperview();
     view->willMoveToSuperview(this);
     const auto position = std::min(index, subviews_.size());
@@ -84,8 +85,9 @@ void View::setNeedsDisplay() {
 bool View::needsDisplay() const {
     if (hidden_)
         return false;
-    return needsDisplay_ || std::any_of(subviews_.begin(), subviews_.end(),
-                                        [](const auto& subview) { return subview->needsDisplay(); });
+    return needsDisplay_ ||
+           std::any_of(subviews_.begin(), subviews_.end(),
+                       [](const auto& subview) { return subview->needsDisplay(); });
 }
 
 void View::forgetNeedsDisplay() {
@@ -107,7 +109,9 @@ void View::draw(const DrawTarget& target) {
 
 DrawTarget View::targetOfSubview(const View& subview, const DrawTarget& target) {
     // Edges are rounded, not sizes, so that neighbours meet without a gap.
-    const auto px = [&](double points) { return static_cast<int>(std::lround(points * target.scale)); };
+    const auto px = [&](double points) {
+        return static_cast<int>(std::lround(points * target.scale));
+    };
     const Rect& frame = subview.frame_;
     const int left = px(frame.origin.x);
     const int right = px(frame.origin.x + frame.size.width);

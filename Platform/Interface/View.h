@@ -48,7 +48,7 @@ public:
     [[nodiscard]] std::shared_ptr<Window> window() const;
     void addSubview(const std::shared_ptr<View>& view);
     /// An index beyond the end means the end. A view that stands elsewhere is moved.
-    void insertSubview(const std::shared_ptr<View>& view, std::size_t index);
+    void insertSubview(const std::shared_ptr<View>& subview, std::size_t index);
     void removeFromSuperview();
 
     /// Told before the superview changes; null when leaving. An override calls its base class.
@@ -56,7 +56,9 @@ public:
 
     /// Stored for the layout: a view with constraints says no.
     [[nodiscard]] bool translatesAutoresizingMaskIntoConstraints() const { return translatesMask_; }
-    void setTranslatesAutoresizingMaskIntoConstraints(bool translates) { translatesMask_ = translates; }
+    void setTranslatesAutoresizingMaskIntoConstraints(bool translates) {
+        translatesMask_ = translates;
+    }
     /// Applies the active constraints between the subviews, all the way down.
     void layoutIfNeeded();
 

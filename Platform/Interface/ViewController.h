@@ -41,8 +41,8 @@ public:
     virtual void viewDidAppear(bool /*animated*/) {}
     virtual void viewWillDisappear(bool /*animated*/) {}
     virtual void viewDidDisappear(bool /*animated*/) {}
-    virtual void viewWillTransitionToSize(Size /*size*/, const TransitionCoordinator& /*transition*/) {
-    }
+    virtual void viewWillTransitionToSize(Size /*size*/,
+                                          const TransitionCoordinator& /*transition*/) {}
 
 protected:
     /// Makes the view: black, of the screen's size, unless overridden.

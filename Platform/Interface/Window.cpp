@@ -19,6 +19,20 @@ void makeOpaque(PixelStorage& pixels) {
         pixels.bytes[i] = 255;
 }
 
+/// The host's framebuffer, in hand for one pass, also for one that an assertion failure ends.
+class PassTarget {
+public:
+    PassTarget(std::optional<DrawTarget>& inHand, const DrawTarget& target) : inHand_(inHand) {
+        inHand_ = target;
+    }
+    ~PassTarget() { inHand_.reset(); }
+    PassTarget(const PassTarget&) = delete;
+    PassTarget& operator=(const PassTarget&) = delete;
+
+private:
+    std::optional<DrawTarget>& inHand_;
+};
+
 } // namespace
 
 void Window::setRootViewController(const std::shared_ptr<ViewController>& controller) {
@@ -62,7 +76,14 @@ bool Window::needsDisplay() const {
     return visible_ && controller_ && controller_->view()->needsDisplay();
 }
 
+bool Window::shows(const View& view) const {
+    const auto parent = view.superview();
+    return !view.isHidden() && (parent ? shows(*parent) : visible_);
+}
+
 void Window::displayAtOnce(View& view) {
+    if (!shows(view))
+        return; // what it asked for waits until it shows
     if (const auto target = passTarget_ ? targetOf(view) : std::nullopt) {
         view.forgetNeedsDisplay();
         view.draw(*target);
@@ -86,10 +107,9 @@ void Window::draw(const DrawTarget& target) {
     if (!controller_ || !visible_)
         return;
     atOnce_ = false;
-    passTarget_ = target;
+    const PassTarget pass(passTarget_, target);
     controller_->view()->forgetNeedsDisplay();
     controller_->view()->draw(target);
-    passTarget_.reset();
 }
 
 Result<ImagePtr> Window::snapshot(double scale) {

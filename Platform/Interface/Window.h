@@ -45,6 +45,7 @@ public:
     [[nodiscard]] Result<ImagePtr> snapshot(double scale);
 
 private:
+    [[nodiscard]] bool shows(const View& view) const;
     [[nodiscard]] std::optional<DrawTarget> targetOf(const View& view) const;
 
     std::shared_ptr<ViewController> controller_;

@@ -32,8 +32,8 @@ PicturePoint pointOf(const WorldDirection& d) {
 }
 
 std::array<std::uint8_t, 3> colourOf(const WorldDirection& d) {
-    // A zigzag, eight times as steep as a plain ramp, so that a quarter of a degree shows; moved off
-    // the middle, so that a mirrored picture does not look like itself.
+    // A zigzag, eight times as steep as a plain ramp, so that a quarter of a degree shows; moved
+    // off the middle, so that a mirrored picture does not look like itself.
     const auto channel = [](double value) {
         const double phase = value * 4 + 4.3;
         const double height = std::abs(phase - 2 * std::floor(phase / 2) - 1);
@@ -71,7 +71,8 @@ public:
 private:
     [[nodiscard]] std::optional<PicturePoint> onPlane(double right, double upward) const {
         const double distance = 1 / far_;
-        const double halfHeight = std::min(size_.width, size_.height) / std::max(size_.width, size_.height) / 2;
+        const double halfHeight =
+            std::min(size_.width, size_.height) / std::max(size_.width, size_.height) / 2;
         const PicturePoint point{0.5 + right * distance, 0.5 - upward * distance / halfHeight / 2};
         const auto inside = [](double value) { return value > 0 && value < 1; };
         return inside(point.across) && inside(point.down) ? std::optional(point) : std::nullopt;
@@ -144,7 +145,7 @@ platform::ImagePtr directionPanorama(int widthPx) {
 
 platform::ImagePtr expectedDirections(DisplayMode mode, platform::Size size, double scale) {
     const ExpectedView view(mode, size);
-    const platform::ImagePtr watermark = watermarkPicture();
+    const platform::ImagePtr watermark = builtInWatermark()->picture;
     platform::PixelStorage pixels(static_cast<int>(std::lround(size.width * scale)),
                                   static_cast<int>(std::lround(size.height * scale)));
     for (int y = 0; y < pixels.heightPx; ++y) {

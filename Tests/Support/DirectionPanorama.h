@@ -16,9 +16,10 @@ struct WorldDirection {
 /// north, blue by the height, each in a steep zigzag.
 [[nodiscard]] platform::ImagePtr directionPanorama(int widthPx);
 
-/// The picture that a mode shows of that panorama before anybody has moved the camera, worked out in
-/// double precision from what a person should see: no matrices, no mesh. Transparent where the answer
-/// hangs on a fraction of a pixel or where a watermark lies over it.
+/// The picture that a mode shows of that panorama before anybody has moved the camera, worked out
+/// in double precision from what a person should see: no matrices, no mesh. Transparent where the
+/// answer hangs on a fraction of a pixel or where a watermark lies over it.
 ///
 /// `size` is in points; the mode is one of the single views.
-[[nodiscard]] platform::ImagePtr expectedDirections(DisplayMode mode, platform::Size size, double scale);
+[[nodiscard]] platform::ImagePtr expectedDirections(DisplayMode mode, platform::Size size,
+                                                    double scale);

@@ -14,7 +14,8 @@ LogRecorder::~LogRecorder() {
 }
 
 int LogRecorder::count(std::string_view text) const {
-    return static_cast<int>(std::count_if(lines_.begin(), lines_.end(), [&](const std::string& line) {
-        return line.find(text) != std::string::npos;
-    }));
+    return static_cast<int>(
+        std::count_if(lines_.begin(), lines_.end(), [&](const std::string& line) {
+            return line.find(text) != std::string::npos;
+        }));
 }

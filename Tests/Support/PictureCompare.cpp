@@ -20,7 +20,8 @@ constexpr int kBlock = 4;
 
 std::span<const std::uint8_t> pixelAt(const Image& image, int x, int y) {
     const auto offset = (static_cast<std::size_t>(y) * static_cast<std::size_t>(image.widthPx()) +
-                         static_cast<std::size_t>(x)) * 4;
+                         static_cast<std::size_t>(x)) *
+                        4;
     return image.pixels().subspan(offset, 4);
 }
 
@@ -143,8 +144,8 @@ std::string describe(std::span<const std::uint8_t> pixel) {
            << describe(pixelAt(actual, result.firstX, result.firstY)) << ", expected "
            << describe(pixelAt(expected, result.firstX, result.firstY)) << "; " << result.failed
            << " of " << result.compared << " pixels differ by more than " << tolerance.channel
-           << ", limit " << limit << (result.wholeBlock ? "; a whole block" : "") << "; pictures in "
-           << keep(name, actual, expected);
+           << ", limit " << limit << (result.wholeBlock ? "; a whole block" : "")
+           << "; pictures in " << keep(name, actual, expected);
 }
 
 ::testing::AssertionResult picturesAreEqual(const std::string& name, const Image& actual,

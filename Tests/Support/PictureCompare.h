@@ -18,7 +18,8 @@ struct PictureTolerance {
 /// `expected` are not compared; alpha itself never is.
 ///
 /// On failure `actual.png`, `expected.png` and `diff.png` are written to the build folder under
-/// `render/<name>`, and the message names the first bad pixel, both values, the count and the limit.
+/// `render/<name>`, and the message names the first bad pixel, both values, the count and the
+/// limit.
 [[nodiscard]] ::testing::AssertionResult picturesMatch(const std::string& name,
                                                        const platform::Image& actual,
                                                        const platform::Image& expected,

@@ -1,0 +1,64 @@
+#include "Platform/Foundation/DispatchQueue.h"
+
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+namespace platform {
+
+/// The thread and what it is given; started by the first block.
+struct DispatchQueue::Worker {
+    std::mutex mutex; // guards blocks and stopping
+    std::condition_variable changed;
+    std::deque<Block> blocks;
+    bool stopping = false;
+    std::thread thread;
+
+    void run() {
+        for (;;) {
+            Block block;
+            {
+                std::unique_lock lock(mutex);
+                changed.wait(lock, [this] { return stopping || !blocks.empty(); });
+                if (stopping)
+                    return;
+                block = std::move(blocks.front());
+                blocks.pop_front();
+            }
+            block();
+        }
+    }
+};
+
+DispatchQueue& DispatchQueue::background() {
+    static DispatchQueue queue;
+    return queue;
+}
+
+DispatchQueue::DispatchQueue() : worker_(std::make_unique<Worker>()) {}
+
+DispatchQueue::~DispatchQueue() {
+    std::deque<Block> dropped;
+    {
+        const std::scoped_lock lock(worker_->mutex);
+        worker_->stopping = true;
+        dropped.swap(worker_->blocks);
+    }
+    worker_->changed.notify_one();
+    if (worker_->thread.joinable())
+        worker_->thread.join();
+}
+
+void DispatchQueue::async(Block block) {
+    {
+        const std::scoped_lock lock(worker_->mutex);
+        worker_->blocks.push_back(std::move(block));
+        if (!worker_->thread.joinable())
+            worker_->thread = std::thread([worker = worker_.get()] { worker->run(); });
+    }
+    worker_->changed.notify_one();
+}
+
+} // namespace platform

@@ -1,0 +1,21 @@
+#include "Tests/Support/VirtualDisplay.h"
+
+namespace tests {
+
+using namespace std::chrono_literals;
+
+VirtualDisplay::VirtualDisplay()
+    : server_({"Xvfb", "-displayfd", "1", "-screen", "0", "1600x1000x24", "-nolisten", "tcp"}, {},
+              ChildProcess::StandardError::Dropped) {}
+
+std::unique_ptr<VirtualDisplay> VirtualDisplay::start() {
+    std::unique_ptr<VirtualDisplay> display(new VirtualDisplay());
+    // The server names its display once it takes connections.
+    const auto number = display->server_.readLine(30s);
+    if (!number)
+        return nullptr;
+    display->name_ = ":" + *number;
+    return display;
+}
+
+} // namespace tests
