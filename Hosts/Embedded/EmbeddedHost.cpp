@@ -16,15 +16,30 @@ using platform::MainQueue;
 
 namespace {
 
-/// Nothing of ours stays bound that a host's own calls could write into or draw with.
+/// Nothing of ours stays bound that a host's own calls could write into or draw with, and what
+/// every frame sets is as docs/platform.md promises.
 void leaveGLState() {
+    GLDevice::main().makeCurrent();
     GLDevice::main().bindVertexArray(0);
     glUseProgram(0);
-    glDisable(GL_BLEND);
-    glDisable(GL_SCISSOR_TEST);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     glActiveTexture(GL_TEXTURE0);
     glBindTexture(GL_TEXTURE_2D, 0);
+    glDisable(GL_BLEND);
+    glDisable(GL_SCISSOR_TEST);
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_CULL_FACE);
+    glDepthMask(GL_FALSE);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+}
+
+/// An application may have set a lower one.
+void lowerDecodeLimit(int maxSidePx) {
+    auto limits = platform::Image::decodeLimits();
+    if (limits.maxSidePx == 0 || limits.maxSidePx > maxSidePx)
+        limits.maxSidePx = maxSidePx;
+    platform::Image::setDecodeLimits(limits);
 }
 
 } // namespace
@@ -47,9 +62,8 @@ EmbeddedHost::EmbeddedHost(EmbeddedHostOptions options)
     queue.setClock(clock_);
     queue.setFrameGrid(grid_);
     queue.setWakeUp(std::move(options.wakeUp));
-    auto limits = platform::Image::decodeLimits();
-    limits.maxSidePx = GLDevice::main().maxTextureSidePx();
-    platform::Image::setDecodeLimits(limits);
+    lowerDecodeLimit(GLDevice::main().maxTextureSidePx());
+    Application::sharedApplication().startAnew();
     Application::sharedApplication().setKeyWindow(window_);
     resize(options.size, options.scale);
 }

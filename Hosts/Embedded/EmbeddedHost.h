@@ -28,8 +28,8 @@ struct EmbeddedHostOptions {
     std::shared_ptr<const platform::Clock> clock;
     /// Refreshes of the display.
     double framesPerSecond = 60.0;
-    /// Called when `runDueWork()` is wanted earlier than it said; from any thread, so it should only
-    /// wake the application's loop. Empty: the application calls `runDueWork()` often enough.
+    /// Called when `runDueWork()` is wanted earlier than it said; from any thread, so it should
+    /// only wake the application's loop. Empty: the application calls `runDueWork()` often enough.
     std::function<void()> wakeUp;
 };
 
@@ -43,12 +43,12 @@ struct EmbeddedHostStatus {
 
 /// Puts the player into an application that has its own window, GL context and loop.
 ///
-/// The application calls `runDueWork()` after every event and wake-up and whenever the deadline that
-/// it returned has come, and `draw` when it says so (or with every frame of its own). The library
-/// owns no loop and never waits.
+/// The application calls `runDueWork()` after every event and wake-up and whenever the deadline
+/// that it returned has come, and `draw` when it says so (or with every frame of its own). The
+/// library owns no loop and never waits.
 ///
-/// Owner:  the application; one at a time. Controllers are released before it, it before the context.
-/// Thread: one, the context's.
+/// Owner:  the application; one at a time. Controllers are released before it, it before the
+/// context. Thread: one, the context's.
 class EmbeddedHost {
 public:
     /// Errors: Unavailable when another host is alive or the context is not what is needed.

@@ -67,15 +67,6 @@ HeadlessHost::HeadlessHost(std::unique_ptr<SurfacelessContext> context,
 
 HeadlessHost::~HeadlessHost() = default;
 
-EmbeddedHostStatus HeadlessHost::turn() {
-    EmbeddedHostStatus status = embedded_->runDueWork();
-    if (status.drawNow) {
-        present();
-        status = embedded_->runDueWork();
-    }
-    return status;
-}
-
 void HeadlessHost::present() {
     const platform::Rect native = platform::Screen::mainScreen().nativeBounds();
     const platform::Size points = platform::Screen::mainScreen().bounds().size;
@@ -83,39 +74,62 @@ void HeadlessHost::present() {
     const auto shorter = static_cast<int>(native.size.width);
     const auto longer = static_cast<int>(native.size.height);
     const platform::SizePx size{wide ? longer : shorter, wide ? shorter : longer};
-    if (!target_ || target_->size() != size) {
-        target_.reset();
-        auto target = platform::OffscreenTarget::create(size);
-        if (!target)
-            return platform::log(platform::LogLevel::Error, "headless: " + target.error().detail);
-        target_ = std::move(target).value();
+    if (size != targetSize_)
+        makeTarget(size);
+    if (!target_)
+        return;
+    embedded_->draw(target_->framebuffer(), {0, 0, target_->size().width, target_->size().height});
+    framesPresented_ += target_->size() == size ? 1 : 0;
+}
+
+void HeadlessHost::makeTarget(platform::SizePx size) {
+    targetSize_ = size;
+    target_.reset();
+    auto target = platform::OffscreenTarget::create(size);
+    if (!target) {
+        platform::log(platform::LogLevel::Error, "headless: " + target.error().detail);
+        // A pass that nobody sees, but one that is spent: else it would be asked for for ever.
+        target = platform::OffscreenTarget::create({1, 1});
     }
-    embedded_->draw(target_->framebuffer(), {0, 0, size.width, size.height});
-    ++framesPresented_;
+    if (target)
+        target_ = std::move(target).value();
 }
 
 void HeadlessHost::settle() {
     runThisInstant(WaitForWork::Yes);
 }
 
-void HeadlessHost::runThisInstant(WaitForWork wait) {
+EmbeddedHostStatus HeadlessHost::runThisInstant(WaitForWork wait) {
     for (;;) {
-        const EmbeddedHostStatus status = turn();
-        const bool due = status.drawNow || (status.nextDeadline && *status.nextDeadline <= now());
-        if (due)
+        const EmbeddedHostStatus status = embedded_->runDueWork();
+        const auto block = MainQueue::main().nextDeadline();
+        if (block && *block <= now())
             continue;
-        if (wait == WaitForWork::No || MainQueue::main().outstandingWork() == 0)
-            return;
-        wakeUp_->wait(std::nullopt);
+        // Drawn only then: whether a completion comes before or after a frame must not hang on the
+        // machine's speed.
+        if (wait == WaitForWork::Yes && MainQueue::main().outstandingWork() > 0)
+            waitForWork();
+        else if (status.drawNow)
+            present();
+        else
+            return status;
     }
+}
+
+void HeadlessHost::waitForWork() {
+    // In real time the block that ends the work may itself be a delayed one.
+    const auto block = MainQueue::main().nextDeadline();
+    if (block && !virtualClock_)
+        wakeUp_->wait(*block - now());
+    else
+        wakeUp_->wait(std::nullopt);
 }
 
 void HeadlessHost::advanceTo(Instant instant) {
     // Real time goes on while work is under way; virtual time stands still for it.
     const WaitForWork wait = virtualClock_ ? WaitForWork::Yes : WaitForWork::No;
     for (;;) {
-        runThisInstant(wait);
-        const EmbeddedHostStatus status = turn();
+        const EmbeddedHostStatus status = runThisInstant(wait);
         const bool more = status.nextDeadline && *status.nextDeadline <= instant;
         const Instant next = more ? *status.nextDeadline : instant;
         if (virtualClock_)

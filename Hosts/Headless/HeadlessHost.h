@@ -57,14 +57,16 @@ private:
     struct WakeUp;
     HeadlessHost(std::unique_ptr<SurfacelessContext> context, const HeadlessHostOptions& options);
     enum class WaitForWork { No, Yes };
-    void runThisInstant(WaitForWork wait);
-    EmbeddedHostStatus turn();
+    EmbeddedHostStatus runThisInstant(WaitForWork wait);
+    void waitForWork();
     void present();
+    void makeTarget(platform::SizePx size);
 
     std::unique_ptr<SurfacelessContext> context_;
     std::shared_ptr<platform::VirtualClock> virtualClock_; // null in real time
     std::shared_ptr<WakeUp> wakeUp_;
     std::unique_ptr<EmbeddedHost> embedded_;
     std::unique_ptr<platform::OffscreenTarget> target_; // goes first, while its context is there
+    platform::SizePx targetSize_;
     int framesPresented_ = 0;
 };

@@ -1,14 +1,32 @@
 #pragma once
 
+#include "HVViewer/Model/QuadMask.h"
 #include "Platform/Imaging/Image.h"
 
+#include <functional>
+#include <memory>
 #include <string_view>
 
 /// The picture drawn over all content, wrapped over the same mesh: 4096 × 2048, mostly transparent.
-/// It is decoded by the first call and kept.
+struct Watermark {
+    platform::ImagePtr picture;
+    /// The quads of the sphere on which any of it shows.
+    QuadMask coverage;
+};
+
+/// The built-in watermark, decoded by the first call and kept as long as the program.
 ///
+/// Thread: any.
 /// Errors: null when the built-in text cannot be decoded.
-[[nodiscard]] platform::ImagePtr watermarkPicture();
+[[nodiscard]] const Watermark* builtInWatermark();
+
+/// The same for whoever cannot wait: it is decoded away from the main thread, so that the content
+/// is not kept from the screen, and handed over in a later turn.
+void requestBuiltInWatermark(std::function<void(const Watermark*)> completion);
 
 /// Decodes a picture from base64 text. Errors: null, without a word.
 [[nodiscard]] platform::ImagePtr decodeWatermark(std::string_view base64);
+
+/// The quads of the sphere on which a picture wrapped over it, linearly filtered, is not
+/// transparent.
+[[nodiscard]] QuadMask opaqueQuads(const platform::Image& picture);

@@ -1,5 +1,6 @@
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 
+#include "HVViewer/DisplayController/DisplayView/MeshPasses.h"
 #include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
@@ -125,19 +126,26 @@ void ZNTDrawer::setupTextureWithImage(const platform::ImagePtr& image) {
 }
 
 void ZNTDrawer::setupWatermarkTexture() {
-    const platform::ImagePtr picture = watermarkPicture();
-    if (!picture || !glWatermarkLoader_)
-        return;
-    glWatermarkLoader_->textureWithImage(picture, [weak = weak(this)](auto texture, auto glError) {
+    requestBuiltInWatermark([weak = weak(this)](const Watermark* watermark) {
         const auto self = weak.lock();
-        if (!self)
-            return;
-        if (!texture)
-            return logTextureError(glError);
-        self->glTextureWatermark_ = std::move(texture);
-        if (const auto view = self->glView_.lock())
-            view->setNeedsDisplay();
+        if (self && watermark && self->glWatermarkLoader_)
+            self->loadWatermark(*watermark);
     });
+}
+
+void ZNTDrawer::loadWatermark(const Watermark& watermark) {
+    glWatermarkLoader_->textureWithImage(
+        watermark.picture, [weak = weak(this), &watermark](auto texture, auto glError) {
+            const auto self = weak.lock();
+            if (!self)
+                return;
+            if (!texture)
+                return logTextureError(glError);
+            self->glTextureWatermark_ = std::move(texture);
+            self->watermarkCoverage_ = &watermark.coverage;
+            if (const auto view = self->glView_.lock())
+                view->setNeedsDisplay();
+        });
 }
 
 void ZNTDrawer::useOwnBuffers() {
@@ -165,22 +173,22 @@ void ZNTDrawer::performBufferDrawingWithUniforms(const UniformTable& uniforms,
     program_ = withProgramm;
     glUniform1i(uniforms[kUniformColorPicking], enableColoring_);
     if (contentType_ == ContentType::Photo && glTextureI_)
-        drawPhoto(uniforms, modelProjectionMatrix, voProvider_->model().numberOfVertices);
+        drawPhoto(uniforms, modelProjectionMatrix);
 }
 
-void ZNTDrawer::drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix,
-                          std::int32_t vertices) {
+void ZNTDrawer::drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix) {
+    const MeshPasses passes = planPasses(voProvider_->model(), matrix, watermarkCoverage_);
     glActiveTexture(GL_TEXTURE0);
     glUniformMatrix4fv(uniforms[kUniformContentMatrix], 1, GL_FALSE, matrix.m);
     glBindTexture(GL_TEXTURE_2D, glTextureI_->name());
-    glDrawArrays(GL_TRIANGLE_STRIP, 0, vertices);
+    drawRuns(passes.content);
 
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glActiveTexture(GL_TEXTURE0);
     glUniformMatrix4fv(uniforms[kUniformWatermarkMatrix], 1, GL_FALSE, matrix.m);
     glBindTexture(GL_TEXTURE_2D, watermarkTextureName());
-    glDrawArrays(GL_TRIANGLE_STRIP, 0, vertices);
+    drawRuns(passes.watermark);
     glDisable(GL_BLEND);
 }
 

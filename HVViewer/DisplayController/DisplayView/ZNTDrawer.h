@@ -14,7 +14,9 @@
 #include <memory>
 #include <vector>
 
+class QuadMask;
 class ZNTDisplayView;
+struct Watermark;
 
 namespace platform {
 class GLContext;
@@ -77,12 +79,14 @@ public:
 private:
     void shareBuffers(const MeshBuffers& buffers);
     void useOwnBuffers();
-    void drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix, std::int32_t vertices);
+    void drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix);
+    void loadWatermark(const Watermark& watermark);
     [[nodiscard]] std::uint32_t watermarkTextureName();
 
     platform::ImagePtr srccgirf_; // kept while its texture is on the way
     std::shared_ptr<platform::TextureInfo> glTextureI_;
     std::shared_ptr<platform::TextureInfo> glTextureWatermark_;
+    const QuadMask* watermarkCoverage_ = nullptr; // the program's, once its texture is there
     std::shared_ptr<platform::TextureInfo> transparentTexture_;
     std::unique_ptr<platform::TextureLoader> glTextureLoader_;
     std::unique_ptr<platform::TextureLoader> glWatermarkLoader_;

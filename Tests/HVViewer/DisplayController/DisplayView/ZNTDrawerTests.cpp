@@ -1,8 +1,9 @@
 #include "HVViewer/DisplayController/DisplayView/HVVProgram/ZNTProgram.h"
+#include "HVViewer/DisplayController/DisplayView/MeshPasses.h"
 #include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
-#include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Graphics/GLContext.h"
 #include "Tests/Support/HeadlessPlayer.h"
@@ -14,8 +15,8 @@
 
 #include <algorithm>
 #include <array>
+#include <future>
 
-using platform::MainQueue;
 using platform::NotificationCenter;
 
 namespace {
@@ -31,6 +32,19 @@ const Colour kOrange{250, 120, 10, 255};
 
 platform::ImagePtr orange() {
     return flatPicture(64, 32, 250, 120, 10);
+}
+
+/// How many textures, buffers, programs, shaders and framebuffers there are.
+std::array<int, 5> liveObjects() {
+    std::array<int, 5> counts{};
+    for (GLuint name = 1; name < 500; ++name) {
+        counts[0] += glIsTexture(name);
+        counts[1] += glIsBuffer(name);
+        counts[2] += glIsProgram(name);
+        counts[3] += glIsShader(name);
+        counts[4] += glIsFramebuffer(name);
+    }
+    return counts;
 }
 
 Colour middleOf(HeadlessPlayer& player) {
@@ -94,15 +108,25 @@ TEST(Drawer, DrawsNothingBeforeThePictureHasArrived) {
 }
 
 TEST(Drawer, ShowsTheContentWhileTheWatermarkIsMissing) {
-    HeadlessPlayer player(kLandscape);
-    player.controller().prepareImage(orange());
-    player.embedded().appear();
-    // Both pictures are on the way now; only the content is asked for again.
-    MainQueue::main().reset();
-    player.view().glDrawer()->drawImage(orange());
-    const auto picture = player.snapshot();
-    ASSERT_FALSE(player.view().glDrawer()->glTextureWatermark());
-    EXPECT_TRUE(picturesAreEqual("no-watermark", *picture, *flatPicture(320, 180, 250, 120, 10)));
+    for (const MeshExtent extent : {MeshExtent::WhatShows, MeshExtent::Whole}) {
+        std::promise<void> release;
+        platform::DispatchQueue::background().async(
+            [held = release.get_future().share()] { held.wait(); });
+        HeadlessPlayer player(kLandscape);
+        setMeshExtent(extent);
+        player.controller().prepareImage(orange());
+        player.embedded().appear();
+        player.embedded().runDueWork();
+        ASSERT_TRUE(player.view().glDrawer()->glTextureI());
+        ASSERT_FALSE(player.view().glDrawer()->glTextureWatermark());
+        const auto picture = player.embedded().snapshot(1);
+        EXPECT_TRUE(picturesAreEqual("no-watermark", *picture.value(),
+                                     *flatPicture(320, 180, 250, 120, 10)));
+        release.set_value();
+        player.host().settle();
+        EXPECT_TRUE(player.view().glDrawer()->glTextureWatermark());
+    }
+    setMeshExtent(MeshExtent::WhatShows);
 }
 
 TEST(Drawer, BlendsTheWatermarkOverTheContent) {
@@ -201,18 +225,12 @@ TEST(Drawer, UploadsNothingWhileDifferentMeshesTakeTurns) {
     player.host().settle();
     (void)other->snapshot();
     (void)player.snapshot();
-    const auto countBuffers = [] {
-        int count = 0;
-        for (GLuint name = 1; name < 200; ++name)
-            count += glIsBuffer(name) ? 1 : 0;
-        return count;
-    };
-    const int before = countBuffers();
+    const auto before = liveObjects();
     for (int i = 0; i < 5; ++i) {
         (void)other->snapshot();
         (void)player.snapshot();
     }
-    EXPECT_EQ(countBuffers(), before);
+    EXPECT_EQ(liveObjects(), before);
 }
 
 TEST(Drawer, DrawsOnAfterAnotherDrawerIsTornDown) {
@@ -253,25 +271,40 @@ TEST(Drawer, SetsTheStateThatItsMeshNeeds) {
 
 TEST(Drawer, LeavesNoGLObjectBehind) {
     HeadlessPlayer player(kLandscape);
+    // The host's own framebuffer, which stays.
+    player.embedded().appear();
+    player.host().settle();
+    const auto before = liveObjects();
+    player.embedded().disappear();
     player.show(orange());
     player.controller().setDisplayMode(DisplayMode::Plane);
     player.controller().setDisplayMode(DisplayMode::LittlePlanet);
     (void)player.snapshot();
+    EXPECT_GT(liveObjects(), before);
     player.releaseController();
     player.host().settle();
-    for (GLuint name = 1; name < 200; ++name) {
-        EXPECT_FALSE(glIsBuffer(name)) << name;
-        EXPECT_FALSE(glIsProgram(name)) << name;
-        EXPECT_FALSE(glIsShader(name)) << name;
+    EXPECT_EQ(liveObjects(), before);
+}
+
+TEST(Drawer, KeepsNothingOfEarlierAppearances) {
+    HeadlessPlayer player(kLandscape);
+    player.show(orange());
+    (void)player.snapshot();
+    const auto before = liveObjects();
+    for (int i = 0; i < 5; ++i) {
+        player.embedded().disappear();
+        player.embedded().appear();
+        (void)player.snapshot();
     }
+    EXPECT_EQ(liveObjects(), before);
 }
 
 TEST(Watermark, IsWhatTheBuiltInTextDecodesTo) {
-    const auto picture = watermarkPicture();
+    const auto picture = builtInWatermark()->picture;
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->widthPx(), 4096);
     EXPECT_EQ(picture->heightPx(), 2048);
-    EXPECT_EQ(watermarkPicture(), picture) << "it is decoded once";
+    EXPECT_EQ(builtInWatermark()->picture, picture) << "it is decoded once";
 }
 
 TEST(Watermark, IsNullForTextThatIsNoPicture) {
@@ -283,7 +316,7 @@ TEST(Watermark, IsNullForTextThatIsNoPicture) {
 }
 
 TEST(Watermark, StandsAtEveryHeadingAndNeverInTheMiddle) {
-    const auto picture = watermarkPicture();
+    const auto picture = builtInWatermark()->picture;
     const auto alphaAt = [&](int x, int y) { return colourAt(*picture, x % 4096, y)[3]; };
     // A portrait view is 36 degrees wide: every such window holds some of it, below the horizon.
     constexpr int window = 4096 * 36 / 360;
