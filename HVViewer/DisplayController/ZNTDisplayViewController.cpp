@@ -4,6 +4,8 @@
 #include "HVViewer/Utilities/ZNTMath.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/NotificationCenter.h"
+#include "Platform/Graphics/GLDevice.h"
 #include "Platform/Interface/LayoutConstraint.h"
 
 namespace {
@@ -30,6 +32,13 @@ void ZNTDisplayViewController::setupDefaults() {
     contentType_ = ContentType::Undefined;
     isReadyForDisplay_ = false;
     currentMode_ = DisplayMode::Sphere;
+    platform::NotificationCenter::defaultCenter().addObserver(
+        shared(this), platform::kGLContextWasReplaced, [this](const auto&) { showAgain(); });
+}
+
+void ZNTDisplayViewController::showAgain() {
+    if (displayView_ && displayView_->glDrawer())
+        prepareDisplayView();
 }
 
 bool ZNTDisplayViewController::hasData() const {

@@ -84,6 +84,7 @@ public:
 
 private:
     void setupDefaults();
+    void showAgain();
     void createDisplayView();
     void updateConsraints();
     void loadRemoteImage();

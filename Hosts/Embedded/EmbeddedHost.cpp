@@ -1,6 +1,7 @@
 #include "Hosts/Embedded/EmbeddedHost.h"
 
 #include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Interface/Screen.h"
 #include "Platform/Interface/ViewController.h"
 #include "Platform/Interface/Window.h"
@@ -19,6 +20,8 @@ namespace {
 /// Nothing of ours stays bound that a host's own calls could write into or draw with, and what
 /// every frame sets is as docs/platform.md promises.
 void leaveGLState() {
+    if (!GLDevice::main().isInstalled())
+        return;
     GLDevice::main().makeCurrent();
     GLDevice::main().bindVertexArray(0);
     glUseProgram(0);
@@ -95,6 +98,16 @@ void EmbeddedHost::resize(platform::Size size, double scale) {
 
 void EmbeddedHost::setOrientation(platform::InterfaceOrientation orientation) {
     Application::sharedApplication().setOrientation(orientation);
+}
+
+bool EmbeddedHost::contextWasReplaced(platform::GLBindings gl) {
+    GLDevice::main().uninstall();
+    if (!GLDevice::main().install(std::move(gl)))
+        return false;
+    lowerDecodeLimit(GLDevice::main().maxTextureSidePx());
+    platform::NotificationCenter::defaultCenter().post(platform::kGLContextWasReplaced);
+    window_->setNeedsDisplay();
+    return true;
 }
 
 EmbeddedHostStatus EmbeddedHost::runDueWork() {

@@ -69,6 +69,14 @@ public:
     /// The device is held another way without a change of size.
     void setOrientation(platform::InterfaceOrientation orientation);
 
+    /// The context was lost and another one is current now. Every GL name of the lost one is
+    /// forgotten without being deleted, and what was shown is set up again from where it came;
+    /// cameras stay as they are. Between the loss and this call, nothing else is called.
+    ///
+    /// Errors: false, and a log line, when the new context is not what is needed; nothing is drawn
+    ///         until another one is brought.
+    bool contextWasReplaced(platform::GLBindings gl);
+
     /// Runs every block whose time has come.
     EmbeddedHostStatus runDueWork();
     /// Draws what is visible into a rectangle of a framebuffer; the application presents it. The

@@ -45,8 +45,7 @@ Result<std::unique_ptr<HeadlessHost>> HeadlessHost::create(const HeadlessHostOpt
         return context.error();
     std::unique_ptr<HeadlessHost> host(new HeadlessHost(std::move(context).value(), options));
     EmbeddedHostOptions embedding;
-    embedding.gl = {[&context = *host->context_] { context.makeCurrent(); },
-                    SurfacelessContext::procAddress};
+    embedding.gl = host->bindings();
     embedding.size = options.size;
     embedding.scale = options.scale;
     embedding.clock = host->virtualClock_;
@@ -93,6 +92,24 @@ void HeadlessHost::makeTarget(platform::SizePx size) {
     }
     if (target)
         target_ = std::move(target).value();
+}
+
+platform::GLBindings HeadlessHost::bindings() {
+    return {[this] { context_->makeCurrent(); }, SurfacelessContext::procAddress};
+}
+
+bool HeadlessHost::replaceContext() {
+    context_.reset();
+    auto context = SurfacelessContext::create();
+    if (!context) {
+        platform::log(platform::LogLevel::Error, "headless: " + context.error().detail);
+        return false;
+    }
+    context_ = std::move(context).value();
+    const bool replaced = embedded_->contextWasReplaced(bindings());
+    target_.reset();
+    targetSize_ = {};
+    return replaced;
 }
 
 void HeadlessHost::settle() {

@@ -50,6 +50,11 @@ public:
     void advanceTo(platform::Instant instant);
     [[nodiscard]] platform::Instant now() const { return embedded_->now(); }
 
+    /// Destroys the GL context and goes on with a new one, as after a loss.
+    ///
+    /// Errors: false, and a log line, when there is no other.
+    bool replaceContext();
+
     /// How many frames have been presented.
     [[nodiscard]] int framesPresented() const { return framesPresented_; }
 
@@ -58,6 +63,7 @@ private:
     HeadlessHost(std::unique_ptr<SurfacelessContext> context, const HeadlessHostOptions& options);
     enum class WaitForWork { No, Yes };
     EmbeddedHostStatus runThisInstant(WaitForWork wait);
+    [[nodiscard]] platform::GLBindings bindings();
     void waitForWork();
     void present();
     void makeTarget(platform::SizePx size);

@@ -15,6 +15,10 @@ struct GLBindings {
     std::function<void*(const char*)> procAddress;
 };
 
+/// Posted when a host has brought a new context in place of one that was lost: every GL name of the
+/// earlier one is gone, and whoever shows something sets it up again.
+inline constexpr const char* kGLContextWasReplaced = "GLContextWasReplacedNotification";
+
 /// The host's one real GL context: its limits and the functions that have to be looked up.
 ///
 /// Installed by the host before the first view is shown and removed after the last is gone.

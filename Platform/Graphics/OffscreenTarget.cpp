@@ -27,7 +27,8 @@ Result<std::unique_ptr<OffscreenTarget>> OffscreenTarget::create(SizePx size) {
     return target;
 }
 
-OffscreenTarget::OffscreenTarget(SizePx size) : size_(size) {
+OffscreenTarget::OffscreenTarget(SizePx size)
+    : size_(size), generation_(GLDevice::main().generation()) {
     glGetIntegerv(GL_FRAMEBUFFER_BINDING, &previous_);
     // The unit that is active keeps what its user bound there.
     GLint boundTexture = 0;
@@ -51,6 +52,9 @@ OffscreenTarget::OffscreenTarget(SizePx size) : size_(size) {
 }
 
 OffscreenTarget::~OffscreenTarget() {
+    // In a context that replaced ours the names are somebody else's.
+    if (generation_ != GLDevice::main().generation())
+        return;
     glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(previous_));
     glDeleteFramebuffers(1, &framebuffer_);
     glDeleteTextures(1, &texture_);

@@ -36,6 +36,7 @@ private:
     std::uint32_t framebuffer_ = 0;
     std::uint32_t texture_ = 0;
     int previous_ = 0;
+    std::uint32_t generation_;
 };
 
 } // namespace platform

@@ -103,6 +103,8 @@ void TextureLoader::textureWithImage(ImagePtr image, Completion completion) {
         const std::uint32_t generation = GLDevice::main().generation();
         if (auto shared = Uploads::shared().find(image, generation))
             return completion(std::move(shared), GL_NO_ERROR);
+        if (image->pixels().empty())
+            return completion(nullptr, GL_NO_ERROR);
         const ImagePtr picture = fitted(image, GLDevice::main().maxTextureSidePx());
         clearErrors();
         auto texture =
@@ -110,6 +112,7 @@ void TextureLoader::textureWithImage(ImagePtr image, Completion completion) {
         if (const GLenum error = glGetError(); error != GL_NO_ERROR)
             return completion(nullptr, error);
         Uploads::shared().add(image, generation, texture);
+        image->giveBackPixels();
         completion(std::move(texture), GL_NO_ERROR);
     });
 }

@@ -45,7 +45,7 @@ public:
     explicit TextureLoader(std::shared_ptr<GLContext> context);
 
     /// Uploads in a later turn of the main queue and completes there, even when the loader has
-    /// gone by then.
+    /// gone by then. The picture's pixels are given back once the texture holds them.
     void textureWithImage(ImagePtr image, Completion completion);
 
     /// One transparent pixel, made at once. The context is current.

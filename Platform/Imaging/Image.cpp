@@ -115,13 +115,39 @@ void logLosses(const std::string& subject, const DecodedPicture& picture, int ma
                                " pixels to fit the limit of " + std::to_string(maxSidePx));
 }
 
-ImagePtr decoded(const std::string& subject, std::span<const std::uint8_t> encoded) {
+using ReadAgain = std::function<Result<std::vector<std::uint8_t>>()>;
+
+/// Decodes the same bytes once more, to the same picture: a file may have been changed by now.
+PixelSource sourceOf(const std::string& subject, const ReadAgain& readAgain, DecodeLimits limits,
+                     SizePx size) {
+    return [=]() -> std::optional<PixelStorage> {
+        const auto cannot = [&](const std::string& why) {
+            log(LogLevel::Error, subject + " cannot be had again: " + why);
+            return std::nullopt;
+        };
+        const Result<std::vector<std::uint8_t>> encoded = readAgain();
+        if (!encoded)
+            return cannot(encoded.error().detail);
+        Result<DecodedPicture> picture = decodePicture(encoded.value(), limits);
+        if (!picture)
+            return cannot(picture.error().detail);
+        PixelStorage pixels = std::move(picture).value().pixels;
+        if (SizePx{pixels.widthPx, pixels.heightPx} != size)
+            return cannot("it is of another size now");
+        return pixels;
+    };
+}
+
+ImagePtr decoded(const std::string& subject, std::span<const std::uint8_t> encoded,
+                 const ReadAgain& readAgain) {
     const DecodeLimits limits = processLimits();
     Result<DecodedPicture> picture = decodePicture(encoded, limits);
     if (!picture)
         return refused(subject, picture.error());
     logLosses(subject, picture.value(), limits.maxSidePx);
-    return std::make_shared<const Image>(std::move(picture).value().pixels);
+    PixelStorage pixels = std::move(picture).value().pixels;
+    PixelSource source = sourceOf(subject, readAgain, limits, {pixels.widthPx, pixels.heightPx});
+    return std::make_shared<const Image>(std::move(pixels), std::move(source));
 }
 
 } // namespace
@@ -130,16 +156,42 @@ ImagePtr decoded(const std::string& subject, std::span<const std::uint8_t> encod
 PixelStorage::PixelStorage(int width, int height)
     : widthPx(width), heightPx(height), bytes(new std::uint8_t[size()]) {}
 
-Image::Image(PixelStorage pixels, double scale) : pixels_(std::move(pixels)), scale_(scale) {}
+Image::Image(PixelStorage pixels, double scale)
+    : pixels_(std::move(pixels)), size_{pixels_.widthPx, pixels_.heightPx}, scale_(scale) {}
+
+Image::Image(PixelStorage pixels, PixelSource source)
+    : pixels_(std::move(pixels)), size_{pixels_.widthPx, pixels_.heightPx},
+      source_(std::move(source)) {}
+
+std::span<const std::uint8_t> Image::pixels() const {
+    if (!pixels_.bytes && source_) {
+        if (auto again = source_())
+            pixels_ = *std::move(again);
+    }
+    if (!pixels_.bytes)
+        return {};
+    return {pixels_.bytes.get(), pixels_.size()};
+}
+
+void Image::giveBackPixels() const {
+    if (source_)
+        pixels_.bytes.reset();
+}
 
 ImagePtr Image::imageWithContentsOfFile(const std::string& path) {
     const std::string subject = "image \"" + path + "\"";
     const Result<std::vector<std::uint8_t>> encoded = readWholeFile(path);
-    return encoded ? decoded(subject, encoded.value()) : refused(subject, encoded.error());
+    if (!encoded)
+        return refused(subject, encoded.error());
+    return decoded(subject, encoded.value(), [path] { return readWholeFile(path); });
 }
 
 ImagePtr Image::imageWithData(std::span<const std::uint8_t> encoded) {
-    return decoded("image in memory", encoded);
+    // A copy, because the caller's bytes need not outlive the call; it is a fraction of the pixels.
+    const auto kept =
+        std::make_shared<const std::vector<std::uint8_t>>(encoded.begin(), encoded.end());
+    return decoded("image in memory", encoded,
+                   [kept] { return Result<std::vector<std::uint8_t>>(*kept); });
 }
 
 DecodeLimits Image::decodeLimits() {

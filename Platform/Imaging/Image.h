@@ -5,7 +5,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -48,15 +50,23 @@ struct PixelStorage {
     std::unique_ptr<std::uint8_t[]> bytes;
 };
 
-/// One still picture, straight-alpha RGBA8, immutable once made.
+/// Decodes a picture once more; nothing when that is not possible any longer, after a log line.
+using PixelSource = std::function<std::optional<PixelStorage>()>;
+
+/// One still picture, straight-alpha RGBA8, that never changes.
+///
+/// Its pixels may be given back while nobody needs them, a graphics card having a copy, and are
+/// decoded again from where they came when somebody does.
 ///
 /// Shape:  `heightPx` rows from the top, `4 * widthPx` bytes each, no padding.
 /// Units:  pixels, but for `size()`, which is in points (pixels / `scale`).
 /// Owner:  the image owns its pixels; it is shared and never copied.
-/// Thread: any, it never changes.
+/// Thread: any for a picture without a source, which never gives anything back; else main.
 class Image {
 public:
     explicit Image(PixelStorage pixels, double scale = 1.0);
+    /// `source` gives the same pixels once more.
+    Image(PixelStorage pixels, PixelSource source);
 
     /// Reads and decodes a file, within the process's `decodeLimits()`.
     ///
@@ -75,17 +85,22 @@ public:
     [[nodiscard]] static DecodeLimits decodeLimits();
     static void setDecodeLimits(DecodeLimits limits);
 
-    [[nodiscard]] int widthPx() const { return pixels_.widthPx; }
-    [[nodiscard]] int heightPx() const { return pixels_.heightPx; }
+    [[nodiscard]] int widthPx() const { return size_.width; }
+    [[nodiscard]] int heightPx() const { return size_.height; }
     [[nodiscard]] double scale() const { return scale_; }
     [[nodiscard]] Size size() const { return {widthPx() / scale_, heightPx() / scale_}; }
-    [[nodiscard]] std::span<const std::uint8_t> pixels() const {
-        return {pixels_.bytes.get(), pixels_.size()};
-    }
+
+    /// Every byte; they stay where they are until they are given back. Empty when they were given
+    /// back and cannot be had again.
+    [[nodiscard]] std::span<const std::uint8_t> pixels() const;
+    /// Frees the pixels if they can be had again.
+    void giveBackPixels() const;
 
 private:
-    PixelStorage pixels_;
-    double scale_;
+    mutable PixelStorage pixels_;
+    SizePx size_;
+    double scale_ = 1.0;
+    PixelSource source_;
 };
 
 } // namespace platform

@@ -72,6 +72,11 @@ void Window::layout() {
     controller_->view()->layoutIfNeeded();
 }
 
+void Window::setNeedsDisplay() {
+    if (controller_)
+        controller_->view()->setNeedsDisplay();
+}
+
 bool Window::needsDisplay() const {
     return visible_ && controller_ && controller_->view()->needsDisplay();
 }

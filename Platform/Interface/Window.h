@@ -30,6 +30,8 @@ public:
     /// Gives the root view the screen's size and lays it out.
     void layout();
 
+    /// Asks for a pass at the next frame instant, whatever is there to draw.
+    void setNeedsDisplay();
     /// Whether a visible view asked to be drawn; and whether one cannot wait for the next instant.
     [[nodiscard]] bool needsDisplay() const;
     [[nodiscard]] bool needsDisplayAtOnce() const { return atOnce_ && needsDisplay(); }

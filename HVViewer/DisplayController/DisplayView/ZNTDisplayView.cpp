@@ -4,6 +4,7 @@
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/Model/ZNTInterractor.h"
 #include "HVViewer/Utilities/ZNTMath.h"
+#include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Graphics/GLContext.h"
 #include "Platform/Interface/Application.h"
@@ -53,6 +54,7 @@ void ZNTDisplayView::prepareGLWithType(ContentType type) {
 }
 
 void ZNTDisplayView::displayImage(const platform::ImagePtr& image) {
+    const auto earlier = glDrawer_;
     configureDefaultParameters();
     if (!context())
         return;
@@ -60,6 +62,9 @@ void ZNTDisplayView::displayImage(const platform::ImagePtr& image) {
     glDrawer_->changeRenderingVO(displayVO_);
     glDrawer_->drawImage(image);
     prepareGLWithType(ContentType::Photo);
+    // The earlier drawer goes once the new one shares its textures: a picture that is shown again
+    // is neither decoded nor uploaded anew.
+    platform::MainQueue::main().async([earlier] {});
 }
 
 void ZNTDisplayView::startRenderVO(DisplayMode mode) {

@@ -165,6 +165,49 @@ TEST(Controller, ShowsAFileOnAppearing) {
     EXPECT_EQ(colourAt(*player.snapshot(), 160, 60), (std::array<int, 4>{0, 200, 0, 255}));
 }
 
+TEST(Controller, HasAFileDecodedAgainWhenItsContextIsLost) {
+    const TemporaryFile file("green.png",
+                             platform::encodePng(*flatPicture(8, 4, 0, 200, 0)).value());
+    HeadlessPlayer player(kLandscape);
+    player.controller().prepareImageWithUrl(file.url());
+    player.embedded().appear();
+    const auto before = player.snapshot();
+    ASSERT_TRUE(player.host().replaceContext());
+    EXPECT_EQ(colourAt(*player.snapshot(), 160, 60), colourAt(*before, 160, 60));
+}
+
+TEST(Controller, NamesAFileThatIsGoneWhenItsContextIsLost) {
+    HeadlessPlayer player(kLandscape);
+    {
+        const TemporaryFile file("green.png",
+                                 platform::encodePng(*flatPicture(8, 4, 0, 200, 0)).value());
+        player.controller().prepareImageWithUrl(file.url());
+        player.embedded().appear();
+        (void)player.snapshot();
+    }
+    const LogRecorder log;
+    ASSERT_TRUE(player.host().replaceContext());
+    EXPECT_EQ(colourAt(*player.snapshot(), 160, 60), (std::array<int, 4>{0, 0, 0, 255}));
+    EXPECT_EQ(log.count("cannot be had again: it is missing"), 1);
+}
+
+TEST(Controller, DecodesAFileOnceHoweverOftenItAppears) {
+    HeadlessPlayer player(kLandscape);
+    {
+        const TemporaryFile file("green.png",
+                                 platform::encodePng(*flatPicture(8, 4, 0, 200, 0)).value());
+        player.controller().prepareImageWithUrl(file.url());
+        player.embedded().appear();
+        (void)player.snapshot();
+    }
+    // The file is gone: only a texture that is kept can show it.
+    for (int i = 0; i < 3; ++i) {
+        player.embedded().disappear();
+        player.embedded().appear();
+        EXPECT_EQ(colourAt(*player.snapshot(), 160, 60), (std::array<int, 4>{0, 200, 0, 255}));
+    }
+}
+
 TEST(Controller, StaysReadyWithoutAPictureForAnUnreadableFile) {
     const TemporaryFile text("text.jpg", {'t', 'e', 'x', 't'});
     for (const URL& url : {text.url(), URL::fileURLWithPath("/no/such/panorama.jpg")}) {

@@ -6,6 +6,7 @@
 #include "Platform/Interface/View.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/LogRecorder.h"
+#include "Tests/Support/PictureCompare.h"
 
 #include <gtest/gtest.h>
 
@@ -209,4 +210,43 @@ TEST(DisplayView, ShowsNothingWithoutAHost) {
     view->display();
     EXPECT_EQ(view->snapshot(), nullptr);
     EXPECT_EQ(log.count("no host has brought a GL context"), 1);
+}
+
+TEST(LostContext, ShowsTheSamePictureInANewOne) {
+    HeadlessPlayer player({320, 180});
+    player.controller().setDisplayMode(DisplayMode::LittlePlanet);
+    player.show(grey());
+    player.view().interractor()->setScale(1.5);
+    const auto before = player.snapshot();
+    for (int i = 0; i < 3; ++i) {
+        ASSERT_TRUE(player.host().replaceContext());
+        EXPECT_EQ(player.view().interractor()->scale(), 1.5) << "the camera stays";
+        EXPECT_TRUE(picturesAreEqual("lost-context", *player.snapshot(), *before));
+    }
+}
+
+TEST(LostContext, PresentsANewFrameByItself) {
+    HeadlessPlayer player(kLandscape);
+    player.show(grey());
+    const int presented = player.host().framesPresented();
+    ASSERT_TRUE(player.host().replaceContext());
+    advanceBy(player, 0.1);
+    EXPECT_GT(player.host().framesPresented(), presented);
+}
+
+TEST(LostContext, SetsNothingUpThatHasNotAppeared) {
+    HeadlessPlayer player(kLandscape);
+    player.controller().prepareImage(grey());
+    ASSERT_TRUE(player.host().replaceContext());
+    EXPECT_FALSE(player.view().glDrawer());
+    player.embedded().appear();
+    EXPECT_EQ(colourAt(*player.snapshot(), 160, 60), (std::array<int, 4>{120, 120, 120, 255}));
+}
+
+TEST(LostContext, DuringALoadLosesNothing) {
+    HeadlessPlayer player(kLandscape);
+    player.controller().prepareImage(grey());
+    player.embedded().appear();
+    ASSERT_TRUE(player.host().replaceContext());
+    EXPECT_EQ(colourAt(*player.snapshot(), 160, 60), (std::array<int, 4>{120, 120, 120, 255}));
 }
