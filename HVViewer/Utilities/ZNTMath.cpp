@@ -43,11 +43,10 @@ const unsigned char ZantoPlayerFrameworkVersionString[] =
 void Dlog(const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
-    va_list measured;
-    va_copy(measured, arguments);
-    const int length = std::vsnprintf(nullptr, 0, format, measured);
-    va_end(measured);
+    const int length = std::vsnprintf(nullptr, 0, format, arguments);
+    va_end(arguments);
     std::string text(static_cast<std::size_t>(std::max(length, 0)), '\0');
+    va_start(arguments, format);
     std::vsnprintf(text.data(), text.size() + 1, format, arguments);
     va_end(arguments);
     platform::log(platform::LogLevel::Warning, text);
