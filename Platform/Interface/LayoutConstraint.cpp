@@ -38,16 +38,19 @@ public:
         return true;
     }
     std::string takeWord() {
-        const auto end = std::find_if_not(rest_.begin(), rest_.end(), [](unsigned char c) {
-            return std::isalnum(c) != 0 || c == '_';
-        });
-        const std::string word(rest_.begin(), end);
-        rest_.remove_prefix(word.size());
+        std::size_t length = 0;
+        while (length < rest_.size() && isWordCharacter(rest_[length]))
+            ++length;
+        std::string word(rest_.substr(0, length));
+        rest_.remove_prefix(length);
         return word;
     }
     [[nodiscard]] bool atEnd() const { return rest_.empty(); }
 
 private:
+    static bool isWordCharacter(char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_';
+    }
     std::string_view rest_;
 };
 

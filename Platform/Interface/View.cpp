@@ -48,7 +48,9 @@ void View::addSubview(const std::shared_ptr<View>& view) {
 }
 
 void View::insertSubview(const std::shared_ptr<View>& subview, std::size_t index) {
-    const auto view = subview; // the reference may be into the list that it is removed from
+    // Shared, not referred to: the reference may be into the list that it is removed from.
+    std::shared_ptr<View> view;
+    view = subview;
     view->removeFromSuperview();
     view->willMoveToSuperview(this);
     const auto position = std::min(index, subviews_.size());
