@@ -7,5 +7,7 @@ endif()
 string(REGEX REPLACE "([^\n]+)\n?" "    \"\\1\"\n" text "${text}")
 get_filename_component(name "${INPUT}" NAME)
 file(WRITE "${OUTPUT}" "// ${name} as base64 text.\n#include <string_view>\n
+// Longer than a compiler has to stand, which the ones used here do.
+#pragma GCC diagnostic ignored \"-Woverlength-strings\"\n
 extern const std::string_view ${SYMBOL};
 const std::string_view ${SYMBOL} =\n${text}    ;\n")
