@@ -4,8 +4,13 @@ include(CMakePackageConfigHelpers)
 set(ZANTO_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/ZantoPlayerFramework)
 set(ZANTO_INCLUDE_DIR ${CMAKE_INSTALL_INCLUDEDIR}/ZantoPlayerFramework)
 
+set(ZANTO_HOSTS ZantoHostEmbedded ZantoHostHeadless)
+if(ZANTO_BUILD_SDL_HOST)
+    list(APPEND ZANTO_HOSTS ZantoHostSDL)
+endif()
+
 install(
-    TARGETS ZantoPlayerFramework ZantoHostEmbedded ZantoHostHeadless
+    TARGETS ZantoPlayerFramework ${ZANTO_HOSTS}
     EXPORT ZantoPlayerFrameworkTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
@@ -39,4 +44,4 @@ if(ZANTO_BUILD_APPS)
     set_target_properties(zanto-player PROPERTIES INSTALL_RPATH "$ORIGIN/${to_libraries}")
     install(TARGETS zanto-player RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
-set_target_properties(ZantoHostEmbedded ZantoHostHeadless PROPERTIES INSTALL_RPATH "$ORIGIN")
+set_target_properties(${ZANTO_HOSTS} PROPERTIES INSTALL_RPATH "$ORIGIN")

@@ -1,13 +1,13 @@
 #include "Apps/Player/Render.h"
 
 #include "Apps/Player/ActionScript.h"
-#include "Apps/Player/BuiltInPanorama.h"
+#include "Apps/Player/Content.h"
+#include "Apps/Player/LogTap.h"
 #include "Apps/Player/Message.h"
 #include "Apps/Player/PictureOutput.h"
 #include "Apps/Player/Trace.h"
 #include "Apps/Player/TracedController.h"
 #include "Hosts/Headless/HeadlessHost.h"
-#include "Platform/Foundation/Log.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -18,24 +18,6 @@ namespace {
 /// Why the run ends early; everything has been said.
 struct Stop {
     ExitCode code;
-};
-
-/// Shows the library's log to the person and to the trace.
-class LogTap {
-public:
-    explicit LogTap(Trace& trace)
-        : previous_(platform::setLogSink([&trace](platform::LogLevel level, std::string_view text) {
-              if (level == platform::LogLevel::Debug)
-                  return;
-              tell(text);
-              trace.log(text);
-          })) {}
-    ~LogTap() { platform::setLogSink(previous_); }
-    LogTap(const LogTap&) = delete;
-    LogTap& operator=(const LogTap&) = delete;
-
-private:
-    platform::LogSink previous_;
 };
 
 /// One run: a host, a controller, and the actions that are played on them.
@@ -81,17 +63,9 @@ private:
 
     void openContent() {
         controller_ = platform::make<TracedController>(trace_);
-        if (command_.input.empty())
-            controller_->prepareImage(builtInPanorama());
-        else if (command_.input.find("://") != std::string::npos)
-            controller_->prepareImageWithUrl(platform::URL::URLWithString(command_.input));
-        else
-            controller_->prepareImageWithUrl(platform::URL::fileURLWithPath(command_.input));
+        prepareContent(*controller_, command_.input);
         host_->settle();
-        if (const auto& failure = controller_->failure())
-            tell(command_.input + ": " + failure->detail);
-        // A file that is no picture has been named and explained by the library.
-        if (!controller_->srcImage())
+        if (!contentIsOpen(*controller_, command_.input))
             throw Stop{ExitCode::ContentNotOpened};
     }
 

@@ -1,5 +1,6 @@
 #include "Apps/Player/CommandLine.h"
 #include "Apps/Player/Message.h"
+#include "Apps/Player/Play.h"
 #include "Apps/Player/Render.h"
 
 #include <exception>
@@ -9,10 +10,7 @@ namespace {
 struct RunCommand {
     ExitCode operator()(ExitCode code) const { return code; }
     ExitCode operator()(const RenderCommand& command) const { return render(command); }
-    ExitCode operator()(const PlayCommand& /*command*/) const {
-        tell("this build opens no window; `zanto-player render` writes pictures without one");
-        return ExitCode::NoGraphics;
-    }
+    ExitCode operator()(const PlayCommand& command) const { return play(command); }
 };
 
 } // namespace

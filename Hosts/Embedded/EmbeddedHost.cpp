@@ -18,7 +18,7 @@ using platform::MainQueue;
 namespace {
 
 /// Nothing of ours stays bound that a host's own calls could write into or draw with, and what
-/// every frame sets is as docs/platform.md promises.
+/// every frame sets is as docs/embedding.md promises.
 void leaveGLState() {
     if (!GLDevice::main().isInstalled())
         return;
@@ -93,7 +93,10 @@ void EmbeddedHost::disappear() {
 }
 
 void EmbeddedHost::resize(platform::Size size, double scale) {
+    const bool isRescaled = scale != platform::Screen::mainScreen().scale();
     Application::sharedApplication().setContentSize(size, scale);
+    if (isRescaled) // no view's frame need have changed
+        window_->setNeedsDisplay();
 }
 
 void EmbeddedHost::setOrientation(platform::InterfaceOrientation orientation) {

@@ -64,7 +64,7 @@ public:
     void appear();
     void disappear();
 
-    /// The rectangle has another size, as if the device had been turned.
+    /// The rectangle has another size, as if the device had been turned, or other pixels a point.
     void resize(platform::Size size, double scale);
     /// The device is held another way without a change of size.
     void setOrientation(platform::InterfaceOrientation orientation);
@@ -80,7 +80,7 @@ public:
     /// Runs every block whose time has come.
     EmbeddedHostStatus runDueWork();
     /// Draws what is visible into a rectangle of a framebuffer; the application presents it. The
-    /// library's GL state is left as docs/platform.md says.
+    /// library's GL state is left as docs/embedding.md says.
     void draw(std::uint32_t framebuffer, platform::RectPx area);
     /// A fresh frame of the rectangle at `scale` pixels a point, in a framebuffer of its own.
     [[nodiscard]] platform::Result<platform::ImagePtr> snapshot(double scale);

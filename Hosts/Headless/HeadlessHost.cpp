@@ -40,6 +40,10 @@ struct HeadlessHost::WakeUp {
 };
 
 Result<std::unique_ptr<HeadlessHost>> HeadlessHost::create(const HeadlessHostOptions& options) {
+    // Before a second context takes the place of the other host's.
+    if (platform::GLDevice::main().isInstalled())
+        return platform::Error{platform::ErrorCode::Unavailable,
+                               "another host is alive in this process"};
     auto context = SurfacelessContext::create();
     if (!context)
         return context.error();

@@ -89,6 +89,18 @@ TEST(Resize, TakesAnotherScaleForTheSameSize) {
     EXPECT_EQ(Screen::mainScreen().nativeBounds(), (Rect{{}, {72, 128}}));
 }
 
+TEST(Resize, DrawsAnewForAnotherScaleAlone) {
+    EmbeddedScene scene;
+    scene.host().appear();
+    EXPECT_TRUE(scene.turn());
+    scene.jumpTo(frame(1));
+    scene.host().resize({16, 12}, 1);
+    EXPECT_FALSE(scene.turn());
+    scene.host().resize({16, 12}, 2);
+    scene.jumpTo(frame(2));
+    EXPECT_TRUE(scene.turn());
+}
+
 TEST(Turning, RunsInTheAgreedOrderWithoutAChangeOfSize) {
     Watched scene;
     scene.app.host().setOrientation(InterfaceOrientation::PortraitUpsideDown);

@@ -17,6 +17,7 @@ namespace {
 /// The array that `exec` takes: a pointer a word, and null.
 std::vector<char*> pointersTo(std::vector<std::string>& words) {
     std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);

@@ -9,6 +9,10 @@
 
 namespace tests {
 
+/// In the environment of a program that closes EGL at its end: that unloads the driver, and what
+/// the driver keeps for good then looks like a leak from nowhere.
+inline constexpr const char* kWithoutLeakCheck = "ASAN_OPTIONS=detect_leaks=0";
+
 /// Another program that runs for as long as this object lives, its standard output read from here.
 ///
 /// Owner:  the program is ended with the object, and with this process whatever ends that.

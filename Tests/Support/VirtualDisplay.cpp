@@ -5,8 +5,10 @@ namespace tests {
 using namespace std::chrono_literals;
 
 VirtualDisplay::VirtualDisplay()
-    : server_({"Xvfb", "-displayfd", "1", "-screen", "0", "1600x1000x24", "-nolisten", "tcp"}, {},
-              ChildProcess::StandardError::Dropped) {}
+    // Without -noreset the server starts anew when its only client goes, under one that is coming.
+    : server_({"Xvfb", "-displayfd", "1", "-screen", "0", "1600x1000x24", "-noreset", "-nolisten",
+               "tcp"},
+              {}, ChildProcess::StandardError::Dropped) {}
 
 std::unique_ptr<VirtualDisplay> VirtualDisplay::start() {
     std::unique_ptr<VirtualDisplay> display(new VirtualDisplay());

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -92,10 +93,18 @@ TEST(Program, SaysWhereItCannotWrite) {
     EXPECT_EQ(trace.standardError, "zanto-player: " + file + "/trace: cannot be written\n");
 }
 
-TEST(Program, LeavesWithOneForWrongUseAndThreeWithoutAWindow) {
+TEST(Program, LeavesWithOneForWrongUse) {
     EXPECT_EQ(runPlayer("render").exitCode, 1);
     EXPECT_EQ(runPlayer("--version").exitCode, 0);
-    EXPECT_EQ(runPlayer("").exitCode, 3);
+}
+
+TEST(Program, LeavesWithThreeAndOneLineWithoutAWindow) {
+    setenv("SDL_VIDEODRIVER", "nonexistent", 1);
+    const ProgramRun run = runPlayer("");
+    EXPECT_EQ(run.exitCode, 3);
+    EXPECT_EQ(std::count(run.standardError.begin(), run.standardError.end(), '\n'), 1)
+        << run.standardError;
+    EXPECT_NE(run.standardError.find("window"), std::string::npos) << run.standardError;
 }
 
 TEST(BuiltInPanorama, IsOfTheSizeItShouldBe) {

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Hosts/SDL/KeyPress.h"
+
+#include <optional>
+#include <string>
+
+/// What a key of the window does.
+enum class KeyAction {
+    ShowPlane,
+    ShowSphere,
+    ShowLittlePlanet,
+    ToggleFullScreen,
+    TakeScreenshot,
+    PrintHelp,
+    Quit,
+    Leave, ///< full screen if it is on, else the program
+};
+
+/// None: the key does nothing. Keys that are held or pressed with Control, Alt or the system's key
+/// belong to somebody else.
+[[nodiscard]] std::optional<KeyAction> keyActionOf(const KeyPress& press);
+
+/// What all keys do, a line each.
+[[nodiscard]] std::string keyHelp();

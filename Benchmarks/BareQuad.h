@@ -1,0 +1,23 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+/// The cheapest way to fill a framebuffer from a texture: one quad, one sample a pixel, no clear.
+///
+/// The GL context is current.
+class BareQuad {
+public:
+    BareQuad();
+    ~BareQuad();
+    BareQuad(const BareQuad&) = delete;
+    BareQuad& operator=(const BareQuad&) = delete;
+
+    /// Fills what is bound with a rectangle of the texture: left, top, right, bottom from 0 to 1.
+    void draw(std::uint32_t texture, const std::array<float, 4>& part) const;
+
+private:
+    std::uint32_t program_ = 0;
+    std::uint32_t corners_ = 0;
+    std::int32_t part_ = -1;
+};

@@ -1,0 +1,185 @@
+#include "Benchmarks/FrameBenchmark.h"
+
+#include "Benchmarks/BareQuad.h"
+#include "Benchmarks/Panoramas.h"
+#include "HVViewer/DisplayController/DisplayView/MeshPasses.h"
+#include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
+#include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
+#include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
+#include "HVViewer/DisplayController/ZNTDisplayViewController.h"
+#include "HVViewer/Model/VisibleQuads.h"
+#include "HVViewer/Model/ZNTInterractor.h"
+#include "Hosts/Headless/HeadlessHost.h"
+#include "Platform/Graphics/OffscreenTarget.h"
+
+#include <GLES2/gl2.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+constexpr float kDegree = 3.14159265F / 180;
+constexpr int kFrames = 31;
+
+struct View {
+    const char* name;
+    float yawDegrees;
+    float pitchDegrees;
+    bool watermarkInSight;
+};
+
+// The watermark is a band about 18 degrees below the horizon.
+constexpr std::array<View, 8> kViews{{{"ahead, 30 up", 0, 30, false},
+                                      {"east, 35 up", 90, 35, false},
+                                      {"behind, 45 up", 180, 45, false},
+                                      {"west, 60 up", -90, 60, false},
+                                      {"the zenith", 20, 90, false},
+                                      {"ahead, level", 0, 0, true},
+                                      {"north-east, 25 down", 45, -25, true},
+                                      {"west, 40 down", -90, -40, true}}};
+
+double millisecondsOf(const auto& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    glFinish();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
+        .count();
+}
+
+double median(std::vector<double> values) {
+    std::nth_element(values.begin(),
+                     values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+    return values[values.size() / 2];
+}
+
+/// A player on a virtual clock, and a framebuffer that it is drawn into.
+class Scene {
+public:
+    explicit Scene(platform::SizePx size)
+        : size_(size), host_(makeHost(size)), player_(platform::make<ZNTDisplayViewController>()) {
+        player_->prepareImage(std::make_shared<platform::Image>(makePanorama(8192)));
+        host_->embedded().setRootViewController(player_);
+        host_->embedded().appear();
+        host_->settle();
+        target_ = std::move(platform::OffscreenTarget::create(size)).value();
+    }
+
+    void aim(const View& view, int frame) {
+        // The camera turns by a quarter of a degree a frame, as under a slow finger.
+        const float yaw =
+            (view.yawDegrees + 0.25F * static_cast<float>(frame - kFrames / 2)) * kDegree;
+        ZNTInterractor& camera = *player_->displayView()->interractor();
+        camera.setViewMatrix(GLKMatrix4MakeRotation(-view.pitchDegrees * kDegree, 1, 0, 0));
+        camera.setRotationMatrix(GLKMatrix4MakeRotation(yaw, 0, 0, 1));
+    }
+    void drawFrame() {
+        host_->embedded().draw(target_->framebuffer(), {0, 0, size_.width, size_.height});
+    }
+    void drawQuad(const std::array<float, 4>& part) {
+        glBindFramebuffer(GL_FRAMEBUFFER, target_->framebuffer());
+        glViewport(0, 0, size_.width, size_.height);
+        glDisable(GL_SCISSOR_TEST);
+        quad_.draw(player_->displayView()->glDrawer()->glTextureI()->name(), part);
+    }
+    /// The part of the picture that the view shows: left, top, right, bottom.
+    [[nodiscard]] std::array<float, 4> visiblePart() const {
+        const QuadMask visible = visibleQuads(player_->displayView()->camera().modelViewProjection);
+        int bottom = QuadMask::kRings;
+        int top = -1;
+        RingMask across;
+        for (int ring = 0; ring < QuadMask::kRings; ++ring) {
+            if (visible.ring(ring).isEmpty())
+                continue;
+            bottom = std::min(bottom, ring);
+            top = ring;
+            for (int segment = 0; segment < RingMask::kSegments; ++segment) {
+                if (visible.ring(ring).test(segment))
+                    across.set(segment);
+            }
+        }
+        // Columns that go round the back are taken from the middle: as many, without a seam.
+        int columns = 0;
+        for (int segment = 0; segment < RingMask::kSegments; ++segment)
+            columns += across.test(segment) ? 1 : 0;
+        const float half = static_cast<float>(columns) / RingMask::kSegments / 2;
+        return {0.5F - half, 1 - static_cast<float>(top + 1) / QuadMask::kRings, 0.5F + half,
+                1 - static_cast<float>(bottom) / QuadMask::kRings};
+    }
+    [[nodiscard]] MeshPasses passes() const {
+        const auto view = player_->displayView();
+        return planPasses(view->glDrawer()->voProvider()->model(),
+                          view->camera().modelViewProjection, &builtInWatermark()->coverage);
+    }
+
+private:
+    static std::unique_ptr<HeadlessHost> makeHost(platform::SizePx size) {
+        auto host = HeadlessHost::create(
+            {{static_cast<double>(size.width), static_cast<double>(size.height)}});
+        if (!host)
+            throw std::runtime_error(host.error().detail);
+        return std::move(host).value();
+    }
+
+    platform::SizePx size_;
+    std::unique_ptr<HeadlessHost> host_;
+    std::shared_ptr<ZNTDisplayViewController> player_;
+    std::unique_ptr<platform::OffscreenTarget> target_;
+    BareQuad quad_;
+};
+
+nlohmann::ordered_json measureView(Scene& scene, const View& view) {
+    std::vector<double> frames;
+    std::vector<double> wholes;
+    std::vector<double> quads;
+    scene.aim(view, 0);
+    scene.drawFrame();
+    const std::array<float, 4> part = scene.visiblePart();
+    // In turns, so that whatever else the machine does falls on all of them.
+    for (int i = -3; i < kFrames; ++i) {
+        scene.aim(view, i);
+        setMeshExtent(MeshExtent::WhatShows);
+        const double frame = millisecondsOf([&] { scene.drawFrame(); });
+        const double quad = millisecondsOf([&] { scene.drawQuad(part); });
+        setMeshExtent(MeshExtent::Whole);
+        const double whole = millisecondsOf([&] { scene.drawFrame(); });
+        if (i < 0)
+            continue; // the first ones warm up
+        frames.push_back(frame);
+        quads.push_back(quad);
+        wholes.push_back(whole);
+    }
+    setMeshExtent(MeshExtent::WhatShows);
+    const MeshPasses passes = scene.passes();
+    const double floor = median(quads);
+    return {{"view", view.name},
+            {"watermark", view.watermarkInSight},
+            {"frame_ms", median(frames)},
+            {"quad_ms", floor},
+            {"ratio", median(frames) / floor},
+            {"worst_frame_ms", *std::max_element(frames.begin(), frames.end())},
+            {"whole_strip_ratio", median(wholes) / floor},
+            {"draw_calls", passes.content.size() + passes.watermark.size()},
+            {"watermark_draw_calls", passes.watermark.size()}};
+}
+
+} // namespace
+
+nlohmann::ordered_json measureFrames(platform::SizePx size) {
+    Scene scene(size);
+    nlohmann::ordered_json views = nlohmann::ordered_json::array();
+    std::vector<double> ratios;
+    for (const View& view : kViews) {
+        views.push_back(measureView(scene, view));
+        ratios.push_back(views.back()["ratio"].get<double>());
+    }
+    return {{"size", std::to_string(size.width) + "x" + std::to_string(size.height)},
+            {"median_ratio", median(ratios)},
+            {"worst_ratio", *std::max_element(ratios.begin(), ratios.end())},
+            {"views", views}};
+}

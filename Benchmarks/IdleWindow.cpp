@@ -1,0 +1,92 @@
+// What a window that shows a still picture costs while nothing happens: CPU seconds of the whole
+// process and frames presented, under a virtual X server. Prints one JSON object.
+//
+// zanto-benchmark-idle-window [SECONDS]   (10)
+
+#include "Apps/Player/BuiltInPanorama.h"
+#include "HVViewer/DisplayController/ZNTDisplayViewController.h"
+#include "Hosts/SDL/SDLHost.h"
+#include "Platform/Foundation/MainQueue.h"
+#include "Tests/Support/VirtualDisplay.h"
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+
+using platform::Instant;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// What the process has used and done so far.
+struct Reading {
+    Instant at{0};
+    std::clock_t cpu = 0;
+    int frames = 0;
+};
+
+Reading readingOf(SDLHost& host) {
+    return {host.embedded().now(), std::clock(), host.framesPresented()};
+}
+
+/// Takes turns for a while; how many.
+int takeTurns(SDLHost& host, Instant duration) {
+    const Instant end = host.embedded().now() + duration;
+    int turns = 0;
+    for (Instant now = host.embedded().now(); now < end; now = host.embedded().now()) {
+        if (!host.turn(end - now))
+            break;
+        ++turns;
+    }
+    return turns;
+}
+
+/// Goes on until the picture is there and nothing has been drawn for a second.
+void waitUntilDrawn(SDLHost& host) {
+    int before = 0;
+    do {
+        before = host.framesPresented();
+        takeTurns(host, 1s);
+    } while (host.framesPresented() == 0 || host.framesPresented() != before ||
+             platform::MainQueue::main().outstandingWork() > 0);
+}
+
+int measure(Instant duration) {
+    auto created = SDLHost::create({.title = "idle"});
+    if (!created) {
+        std::fprintf(stderr, "idle-window: %s\n", created.error().detail.c_str());
+        return 1;
+    }
+    SDLHost& host = *created.value();
+    const auto controller = platform::make<ZNTDisplayViewController>();
+    controller->prepareImage(builtInPanorama());
+    host.embedded().setRootViewController(controller);
+    host.embedded().appear();
+    waitUntilDrawn(host);
+
+    const Reading before = readingOf(host);
+    const int turns = takeTurns(host, duration);
+    const Reading after = readingOf(host);
+    std::printf("{\"benchmark\": \"idle-window\", \"seconds\": %.3f, \"cpu_seconds\": %.6f, "
+                "\"frames\": %d, \"turns\": %d, \"frames_before\": %d}\n",
+                platform::toSeconds(after.at - before.at),
+                static_cast<double>(after.cpu - before.cpu) / CLOCKS_PER_SEC,
+                after.frames - before.frames, turns, before.frames);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const double seconds = argc > 1 ? std::strtod(argv[1], nullptr) : 10.0;
+    const auto display = tests::VirtualDisplay::start();
+    if (!display || seconds <= 0) {
+        std::fprintf(stderr, display ? "idle-window: how many seconds?\n"
+                                     : "idle-window: Xvfb does not start\n");
+        return 1;
+    }
+    setenv("DISPLAY", display->name().c_str(), 1);
+    setenv("SDL_VIDEODRIVER", "x11", 1);
+    return measure(platform::fromSeconds(seconds));
+}

@@ -1,0 +1,93 @@
+#include "Benchmarks/FirstPicture.h"
+#include "Benchmarks/FrameBenchmark.h"
+#include "Benchmarks/Panoramas.h"
+#include "Platform/Foundation/Log.h"
+
+#include <turbojpeg.h>
+
+#include <array>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+using nlohmann::ordered_json;
+
+namespace {
+
+void writeJpeg(const std::string& path, int widthPx) {
+    const platform::PixelStorage pixels = makePanorama(widthPx);
+    const tjhandle encoder = tjInitCompress();
+    unsigned char* encoded = nullptr;
+    unsigned long size = 0;
+    tjCompress2(encoder, pixels.bytes.get(), pixels.widthPx, 0, pixels.heightPx, TJPF_RGBA,
+                &encoded, &size, TJSAMP_420, 90, 0);
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(encoded), static_cast<std::streamsize>(size));
+    tjFree(encoded);
+    tjDestroy(encoder);
+}
+
+/// What a program prints, read as JSON. Peaks of memory need a process of their own.
+ordered_json outputOf(const std::string& command) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(popen(command.c_str(), "r"), pclose);
+    if (!pipe)
+        throw std::runtime_error(command + " did not start");
+    std::string text;
+    std::array<char, 4096> buffer{};
+    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe.get()))
+        text.append(buffer.data(), count);
+    return ordered_json::parse(text);
+}
+
+ordered_json compareMemory(const std::string& self, const std::string& large,
+                           const std::string& tiny) {
+    constexpr double texels = 128.0 * 1024 * 1024;
+    const ordered_json big = outputOf(self + " --memory " + large);
+    const ordered_json small = outputOf(self + " --memory " + tiny);
+    const auto over = [&](const char* key) {
+        return (big[key].get<double>() - small[key].get<double>()) / texels;
+    };
+    return {{"texel_bytes", texels},
+            {"picture", big},
+            {"picture_of_2x1", small},
+            {"peak_ratio", over("peak_bytes")},
+            {"settled_ratio", over("settled_bytes")}};
+}
+
+ordered_json measureAll(const std::string& self, const std::string& idleWindow) {
+    const auto folder = std::filesystem::temp_directory_path();
+    const std::string large = (folder / "zanto-benchmark-8192.jpg").string();
+    const std::string tiny = (folder / "zanto-benchmark-2.jpg").string();
+    writeJpeg(large, 8192);
+    writeJpeg(tiny, 2);
+    ordered_json report{{"jpeg_8192x4096_bytes", std::filesystem::file_size(large)}};
+    report["frames"] = {measureFrames({1280, 720}), measureFrames({1920, 1080})};
+    report["first_picture"] = measureFirstPicture(large);
+    report["memory"] = compareMemory(self, large, tiny);
+    if (!idleWindow.empty())
+        report["idle_window"] = outputOf(idleWindow);
+    std::filesystem::remove(large);
+    std::filesystem::remove(tiny);
+    return report;
+}
+
+} // namespace
+
+/// `zanto-benchmark [IDLE-WINDOW-PROGRAM]` prints everything that is measured as one JSON object.
+int main(int argc, char** argv) {
+    try {
+        const std::string first = argc > 1 ? argv[1] : "";
+        const ordered_json report = first == "--memory" && argc > 2 ? measureResidentMemory(argv[2])
+                                                                    : measureAll(argv[0], first);
+        std::cout << report.dump(2) << "\n";
+        return 0;
+    } catch (const std::exception& failure) {
+        std::cerr << "zanto-benchmark: " << failure.what() << "\n";
+        return 1;
+    }
+}

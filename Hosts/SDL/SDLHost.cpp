@@ -1,0 +1,265 @@
+#include "Hosts/SDL/SDLHost.h"
+
+#include "Hosts/SDL/SDLKeys.h"
+#include "Hosts/SDL/SDLWakeUp.h"
+#include "Hosts/SDL/SDLWindow.h"
+#include "Platform/Foundation/MainQueue.h"
+
+#include <GLES2/gl2.h>
+
+#include <algorithm>
+#include <chrono>
+#include <limits>
+#include <utility>
+
+using platform::Error;
+using platform::ErrorCode;
+using platform::Instant;
+using platform::MainQueue;
+using platform::Result;
+
+namespace {
+
+/// SDL waits in milliseconds, -1 for ever. Rounded up: a turn before the deadline would find
+/// nothing to do, and so would the many after it.
+int timeoutOf(std::optional<Instant> wait) {
+    if (!wait)
+        return -1;
+    const auto whole = std::chrono::ceil<std::chrono::milliseconds>(*wait).count();
+    return static_cast<int>(std::clamp<std::int64_t>(whole, 0, std::numeric_limits<int>::max()));
+}
+
+std::optional<Instant> shorterOf(std::optional<Instant> one, std::optional<Instant> other) {
+    if (!one || !other)
+        return one ? one : other;
+    return std::min(*one, *other);
+}
+
+} // namespace
+
+/// What a turn consists of, and what it goes by.
+class SDLHost::Loop {
+public:
+    explicit Loop(std::unique_ptr<SDLWindow> window) : window_(std::move(window)) {}
+
+    [[nodiscard]] std::optional<Error> embed();
+    bool turn(std::optional<Instant> longest);
+    void quit() { quitting_ = true; }
+    [[nodiscard]] std::optional<Error> recreateContext();
+
+    [[nodiscard]] EmbeddedHost& embedded() { return *embedded_; }
+    [[nodiscard]] SDLWindow& window() { return *window_; }
+    [[nodiscard]] int framesPresented() const { return framesPresented_; }
+    void setKeyListener(KeyListener listener) { keyListener_ = std::move(listener); }
+
+private:
+    [[nodiscard]] platform::GLBindings bindings() const;
+    void dispatchPending();
+    void dispatch(const SDL_Event& event);
+    void dispatchWindowEvent(const SDL_WindowEvent& event);
+    void dispatchKey(const SDL_KeyboardEvent& event);
+    void fitToWindow();
+    std::optional<Instant> advance();
+    void present();
+    void wait(std::optional<Instant> deadline, std::optional<Instant> longest);
+
+    std::unique_ptr<SDLWindow> window_;
+    std::shared_ptr<SDLWakeUp> wakeUp_ = std::make_shared<SDLWakeUp>();
+    std::unique_ptr<EmbeddedHost> embedded_; // goes before its context
+    WindowMetrics metrics_;
+    KeyListener keyListener_;
+    bool isShown_ = false;
+    bool isExposed_ = false; // the window has lost what it showed
+    bool quitting_ = false;
+    bool hasContext_ = true;
+    int framesPresented_ = 0;
+};
+
+platform::GLBindings SDLHost::Loop::bindings() const {
+    return {[window = window_.get()] { window->makeCurrent(); }, SDLWindow::procAddress};
+}
+
+std::optional<Error> SDLHost::Loop::embed() {
+    metrics_ = window_->metrics();
+    EmbeddedHostOptions options;
+    options.gl = bindings();
+    options.size = metrics_.points;
+    options.scale = metrics_.scale();
+    options.framesPerSecond = window_->framesPerSecond().value_or(options.framesPerSecond);
+    options.wakeUp = [wakeUp = wakeUp_] { wakeUp->ring(); };
+    auto embedded = EmbeddedHost::create(std::move(options));
+    if (!embedded)
+        return embedded.error();
+    embedded_ = std::move(embedded).value();
+    return std::nullopt;
+}
+
+bool SDLHost::Loop::turn(std::optional<Instant> longest) {
+    if (!std::exchange(isShown_, true))
+        window_->show();
+    dispatchPending();
+    if (quitting_)
+        return false;
+    const auto deadline = advance();
+    if (!quitting_)
+        wait(deadline, longest);
+    return !quitting_;
+}
+
+void SDLHost::Loop::dispatchPending() {
+    SDL_Event event;
+    while (SDL_PollEvent(&event) != 0)
+        dispatch(event);
+}
+
+/// Every event that SDL delivers comes through here.
+void SDLHost::Loop::dispatch(const SDL_Event& event) {
+    if (wakeUp_->take(event))
+        return;
+    switch (event.type) {
+    case SDL_QUIT:
+        return quit();
+    case SDL_WINDOWEVENT:
+        return dispatchWindowEvent(event.window);
+    case SDL_KEYDOWN:
+        return dispatchKey(event.key);
+    default:
+        return;
+    }
+}
+
+void SDLHost::Loop::dispatchWindowEvent(const SDL_WindowEvent& event) {
+    if (event.windowID != window_->id())
+        return;
+    switch (event.event) {
+    case SDL_WINDOWEVENT_CLOSE:
+        return quit();
+    case SDL_WINDOWEVENT_EXPOSED:
+    case SDL_WINDOWEVENT_SHOWN:
+    case SDL_WINDOWEVENT_RESTORED:
+        isExposed_ = true;
+        break;
+    default:
+        break;
+    }
+    // Several kinds of event come with another size or another display, which depends on the
+    // system.
+    fitToWindow();
+}
+
+void SDLHost::Loop::fitToWindow() {
+    const WindowMetrics metrics = window_->metrics();
+    if (metrics == metrics_)
+        return;
+    metrics_ = metrics;
+    embedded_->resize(metrics.points, metrics.scale());
+}
+
+void SDLHost::Loop::dispatchKey(const SDL_KeyboardEvent& event) {
+    const auto press = event.windowID == window_->id() ? keyPressOf(event) : std::nullopt;
+    // A copy, because the listener may set another.
+    const KeyListener listener = keyListener_;
+    if (press && listener)
+        listener(*press);
+}
+
+/// Runs what is due and draws; gives the instant of the next turn that is needed.
+std::optional<Instant> SDLHost::Loop::advance() {
+    if (!hasContext_)
+        return std::nullopt;
+    window_->makeCurrent();
+    const EmbeddedHostStatus status = embedded_->runDueWork();
+    // A pass that nobody would see is made when somebody does, and no reason to come back before.
+    if (!window_->isVisible())
+        return MainQueue::main().nextDeadline();
+    if (!status.drawNow && !isExposed_)
+        return status.nextDeadline;
+    present();
+    return embedded_->runDueWork().nextDeadline;
+}
+
+void SDLHost::Loop::present() {
+    if (std::exchange(isExposed_, false)) {
+        // There may be no view to cover what the memory held before.
+        glBindFramebuffer(GL_FRAMEBUFFER, window_->framebuffer());
+        glClearColor(0, 0, 0, 1);
+        glClear(GL_COLOR_BUFFER_BIT);
+    }
+    embedded_->draw(window_->framebuffer(), {0, 0, metrics_.pixels.width, metrics_.pixels.height});
+    window_->swap();
+    ++framesPresented_;
+}
+
+void SDLHost::Loop::wait(std::optional<Instant> deadline, std::optional<Instant> longest) {
+    if (deadline)
+        deadline = *deadline - embedded_->now();
+    SDL_Event event;
+    if (SDL_WaitEventTimeout(&event, timeoutOf(shorterOf(deadline, longest))) != 0)
+        dispatch(event);
+}
+
+std::optional<Error> SDLHost::Loop::recreateContext() {
+    hasContext_ = false;
+    if (auto error = window_->replaceContext())
+        return error;
+    if (!embedded_->contextWasReplaced(bindings()))
+        return Error{ErrorCode::Unavailable,
+                     "SDL: the new context is not OpenGL ES 2.0 with OES_vertex_array_object"};
+    hasContext_ = true;
+    isExposed_ = true;
+    return std::nullopt;
+}
+
+Result<std::unique_ptr<SDLHost>> SDLHost::create(const SDLHostOptions& options) {
+    // Before a second context takes the place of the other host's.
+    if (platform::GLDevice::main().isInstalled())
+        return Error{ErrorCode::Unavailable, "another host is alive in this process"};
+    auto window = SDLWindow::create(options);
+    if (!window)
+        return window.error();
+    auto loop = std::make_unique<Loop>(std::move(window).value());
+    if (const auto error = loop->embed())
+        return *error;
+    return std::unique_ptr<SDLHost>(new SDLHost(std::move(loop)));
+}
+
+SDLHost::SDLHost(std::unique_ptr<Loop> loop) : loop_(std::move(loop)) {}
+
+SDLHost::~SDLHost() = default;
+
+EmbeddedHost& SDLHost::embedded() {
+    return loop_->embedded();
+}
+
+void SDLHost::run() {
+    while (turn(std::nullopt)) {
+    }
+}
+
+bool SDLHost::turn(std::optional<Instant> longest) {
+    return loop_->turn(longest);
+}
+
+void SDLHost::quit() {
+    loop_->quit();
+}
+
+void SDLHost::setKeyListener(KeyListener listener) {
+    loop_->setKeyListener(std::move(listener));
+}
+
+bool SDLHost::isFullScreen() const {
+    return loop_->window().isFullScreen();
+}
+
+void SDLHost::setFullScreen(bool fullScreen) {
+    loop_->window().setFullScreen(fullScreen);
+}
+
+std::optional<Error> SDLHost::recreateContext() {
+    return loop_->recreateContext();
+}
+
+int SDLHost::framesPresented() const {
+    return loop_->framesPresented();
+}

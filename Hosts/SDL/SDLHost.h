@@ -1,0 +1,89 @@
+#pragma once
+
+#include "Hosts/Embedded/EmbeddedHost.h"
+#include "Hosts/SDL/KeyPress.h"
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Geometry.h"
+#include "Platform/Foundation/Result.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+struct SDLHostOptions {
+    /// UTF-8.
+    std::string title;
+    /// Of the window's content, in points; while it is full screen, of the window afterwards.
+    platform::Size size{1280, 720};
+    bool isFullScreen = false;
+};
+
+/// Runs the player in a window of SDL's, with a loop of its own or a turn at a time.
+///
+/// ```cpp
+/// auto host = SDLHost::create({.title = "Panorama"});
+/// host.value()->embedded().setRootViewController(player);
+/// host.value()->embedded().appear();
+/// host.value()->run();
+/// ```
+///
+/// The window appears with the first turn; it can be resized, and its pixels per point follow the
+/// display. Frames are drawn when something has changed or the window needs them, at most one a
+/// refresh of the display that the window opened on, or 60 a second where SDL does not know; none
+/// while it is minimised or hidden. Presenting never waits for the display.
+///
+/// Owner:  the application; one host at a time.
+/// Thread: one, the process's first on some systems; SDL's video and events are used from no other.
+class SDLHost {
+public:
+    using KeyListener = std::function<void(const KeyPress&)>;
+
+    /// Opens the display and makes the window, not shown yet, and its OpenGL ES 2.0 context. On
+    /// Linux the display is what DISPLAY or WAYLAND_DISPLAY name, unless SDL_VIDEODRIVER names a
+    /// driver.
+    ///
+    /// Errors: Unavailable, naming the step and SDL's reason; also when another host is alive.
+    [[nodiscard]] static platform::Result<std::unique_ptr<SDLHost>>
+    create(const SDLHostOptions& options);
+    ~SDLHost();
+    SDLHost(const SDLHost&) = delete;
+    SDLHost& operator=(const SDLHost&) = delete;
+
+    /// The embedding beneath: view controller, appearance, snapshots. Its size and its turns are
+    /// this host's affair.
+    [[nodiscard]] EmbeddedHost& embedded();
+
+    /// Takes turns until `quit()` or until the window is closed.
+    void run();
+    /// One turn, for a program with a loop of its own: takes every event that SDL has, runs what is
+    /// due, presents a frame if there is one to show, then waits for an event, a wake-up or the
+    /// next deadline, but for `longest` at most (0: not at all; none: no limit).
+    ///
+    /// Returns whether to go on: not after `quit()` or once the window has been closed.
+    bool turn(std::optional<platform::Instant> longest);
+    /// Ends `run()` and all turns to come; from inside a turn, with that turn.
+    void quit();
+
+    /// Called inside a turn for every key that goes down in the window; it may do anything but
+    /// destroy the host. Empty: nobody listens.
+    void setKeyListener(KeyListener listener);
+
+    [[nodiscard]] bool isFullScreen() const;
+    /// Fills the display that the window is on, or goes back to the size before.
+    void setFullScreen(bool fullScreen);
+
+    /// Destroys the GL context and sets everything up again in a new one, from the pictures that
+    /// are kept: for a program that has learnt that the context is lost.
+    ///
+    /// Errors: Unavailable, naming the step; until another call succeeds turns only take events.
+    [[nodiscard]] std::optional<platform::Error> recreateContext();
+
+    /// How many frames the window has been given.
+    [[nodiscard]] int framesPresented() const;
+
+private:
+    class Loop;
+    explicit SDLHost(std::unique_ptr<Loop> loop);
+    std::unique_ptr<Loop> loop_;
+};

@@ -1,0 +1,30 @@
+#include "Hosts/SDL/SDLWakeUp.h"
+
+namespace {
+
+/// Kinds are never given back, so every host of the process uses the same.
+Uint32 wakeUpType() {
+    static const Uint32 type = SDL_RegisterEvents(1);
+    return type;
+}
+
+} // namespace
+
+SDLWakeUp::SDLWakeUp() : type_(wakeUpType()) {}
+
+void SDLWakeUp::ring() {
+    if (pending_.exchange(true))
+        return;
+    SDL_Event event{};
+    event.type = type_;
+    // A full queue ends the wait as well; the next ring tries again.
+    if (SDL_PushEvent(&event) != 1)
+        pending_ = false;
+}
+
+bool SDLWakeUp::take(const SDL_Event& event) {
+    if (event.type != type_)
+        return false;
+    pending_ = false;
+    return true;
+}

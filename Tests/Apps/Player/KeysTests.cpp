@@ -1,0 +1,53 @@
+#include "Apps/Player/Keys.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+KeyPress character(char32_t character) {
+    KeyPress press;
+    press.character = character;
+    return press;
+}
+
+} // namespace
+
+TEST(Keys, StandForActions) {
+    EXPECT_EQ(keyActionOf(character(U'1')), KeyAction::ShowPlane);
+    EXPECT_EQ(keyActionOf(character(U'2')), KeyAction::ShowSphere);
+    EXPECT_EQ(keyActionOf(character(U'3')), KeyAction::ShowLittlePlanet);
+    EXPECT_EQ(keyActionOf(character(U'f')), KeyAction::ToggleFullScreen);
+    EXPECT_EQ(keyActionOf(character(U's')), KeyAction::TakeScreenshot);
+    EXPECT_EQ(keyActionOf(character(U'h')), KeyAction::PrintHelp);
+    EXPECT_EQ(keyActionOf(character(U'q')), KeyAction::Quit);
+    KeyPress escape;
+    escape.key = KeyPress::Key::Escape;
+    EXPECT_EQ(keyActionOf(escape), KeyAction::Leave);
+}
+
+TEST(Keys, WithoutAnActionDoNothing) {
+    EXPECT_FALSE(keyActionOf(character(U'x')).has_value());
+    KeyPress left;
+    left.key = KeyPress::Key::Left;
+    EXPECT_FALSE(keyActionOf(left).has_value());
+}
+
+TEST(Keys, ThatAreHeldOrSomebodyElsesDoNothing) {
+    for (bool KeyPress::*const flag :
+         {&KeyPress::isRepeat, &KeyPress::hasControl, &KeyPress::hasAlt, &KeyPress::hasCommand}) {
+        KeyPress press = character(U's');
+        press.*flag = true;
+        EXPECT_FALSE(keyActionOf(press).has_value());
+    }
+    KeyPress shifted = character(U's');
+    shifted.hasShift = true;
+    EXPECT_TRUE(keyActionOf(shifted).has_value());
+}
+
+TEST(Keys, AreAllInTheHelp) {
+    const std::string help = "\n" + keyHelp();
+    for (const char* key : {"1", "2", "3", "f", "s", "h", "q", "Escape"})
+        EXPECT_NE(help.find("\n" + std::string(key) + " "), std::string::npos) << key;
+}

@@ -1,0 +1,106 @@
+#include "Apps/Player/Keys.h"
+#include "Apps/Player/WindowPlayer.h"
+#include "Tests/Apps/Player/ProgramRun.h"
+#include "Tests/Hosts/SDL/SDLScene.h"
+#include "Tests/Support/DirectionPanorama.h"
+#include "Tests/Support/PictureCompare.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace {
+
+/// A window with its keys, in a current folder of its own.
+class WindowKeys : public ::testing::Test {
+protected:
+    WindowKeys() {
+        std::filesystem::current_path(folder_.path(""));
+        scene_.show(directionPanorama(256));
+    }
+    ~WindowKeys() override { std::filesystem::current_path("/"); }
+
+    /// Presses a key and takes the turn that it is for. What was printed.
+    std::string press(SDL_Keycode key) {
+        ::testing::internal::CaptureStdout();
+        scene_.pressKey(key);
+        scene_.settle();
+        return ::testing::internal::GetCapturedStdout();
+    }
+    [[nodiscard]] DisplayMode mode() { return scene_.controller().currentMode(); }
+
+    ScratchFolder folder_;
+    SDLScene scene_;
+};
+
+} // namespace
+
+TEST_F(WindowKeys, ChangeTheMode) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    press(SDLK_1);
+    EXPECT_EQ(mode(), DisplayMode::Plane);
+    press(SDLK_KP_3);
+    EXPECT_EQ(mode(), DisplayMode::LittlePlanet);
+    press(SDLK_2);
+    EXPECT_EQ(mode(), DisplayMode::Sphere);
+}
+
+TEST_F(WindowKeys, TurnFullScreenOnAndOff) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    press(SDLK_f);
+    EXPECT_TRUE(scene_.host().isFullScreen());
+    press(SDLK_f);
+    EXPECT_FALSE(scene_.host().isFullScreen());
+    press(SDLK_f);
+    press(SDLK_ESCAPE);
+    EXPECT_FALSE(scene_.host().isFullScreen());
+}
+
+TEST_F(WindowKeys, Quit) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    scene_.pressKey(SDLK_q);
+    scene_.host().run();
+    SUCCEED();
+}
+
+TEST_F(WindowKeys, QuitByEscapeOutsideFullScreen) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    scene_.pressKey(SDLK_ESCAPE);
+    scene_.host().run();
+    SUCCEED();
+}
+
+TEST_F(WindowKeys, PrintTheirHelp) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    EXPECT_EQ(press(SDLK_h), keyHelp());
+}
+
+TEST_F(WindowKeys, WriteScreenshotsUnderTheNextFreeName) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    const std::string taken = folder_.write("zanto-player-2.png", "mine");
+    EXPECT_EQ(press(SDLK_s), "zanto-player-1.png\n");
+    EXPECT_EQ(press(SDLK_s), "zanto-player-3.png\n");
+    EXPECT_EQ(folder_.read("zanto-player-2.png"), "mine");
+    const auto picture =
+        platform::Image::imageWithContentsOfFile(folder_.path("zanto-player-1.png"));
+    ASSERT_NE(picture, nullptr);
+    EXPECT_TRUE(picturesMatch("window-screenshot", *picture, *scene_.windowPicture()));
+}
+
+TEST_F(WindowKeys, GoOnAfterAScreenshotThatCannotBeWritten) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    std::filesystem::remove(folder_.path(""));
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(press(SDLK_s), "");
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "zanto-player: screenshot: zanto-player-1.png: cannot be written\n");
+    press(SDLK_1);
+    EXPECT_EQ(mode(), DisplayMode::Plane);
+}
+
+TEST_F(WindowKeys, AreSilentOnceThePlayerHasGone) {
+    { const WindowPlayer player(scene_.host(), scene_.controller()); }
+    press(SDLK_1);
+    EXPECT_EQ(mode(), DisplayMode::Sphere);
+}
