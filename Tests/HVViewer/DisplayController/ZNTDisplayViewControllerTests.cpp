@@ -5,14 +5,13 @@
 #include "Platform/Imaging/ImageEncoder.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/LogRecorder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,21 +40,15 @@ public:
     std::vector<std::string> hooks;
 };
 
-/// A file that is there while the object lives.
+/// A file that is there while the object lives, in a folder of its own.
 class TemporaryFile {
 public:
     TemporaryFile(const std::string& name, const std::vector<std::uint8_t>& bytes)
-        : path_(::testing::TempDir() + name) {
-        std::ofstream(path_, std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()),
-                   static_cast<std::streamsize>(bytes.size()));
-    }
-    ~TemporaryFile() { std::filesystem::remove(path_); }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
+        : path_(folder_.add(name, bytes)) {}
     [[nodiscard]] URL url() const { return URL::fileURLWithPath(path_); }
 
 private:
+    tests::TemporaryFolder folder_;
     std::string path_;
 };
 
