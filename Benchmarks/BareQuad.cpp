@@ -13,31 +13,9 @@ constexpr const char* kVertexShader = "attribute vec2 a_corner;"
                                       "  v_place = mix(u_part.xy, u_part.zw, a_corner);"
                                       "  gl_Position = vec4(a_corner * 2.0 - 1.0, 0.0, 1.0);"
                                       "}";
-constexpr const char* kFragmentShader =
-    "precision highp float;"
-    "uniform sampler2D u_texture;"
-    "varying highp vec2 v_place;"
-    "void main() { gl_FragColor = texture2D(u_texture, v_place); }";
-
-GLuint compile(GLenum type, const char* source) {
-    const GLuint shader = glCreateShader(type);
-    glShaderSource(shader, 1, &source, nullptr);
-    glCompileShader(shader);
-    return shader;
-}
-
 } // namespace
 
-BareQuad::BareQuad() : program_(glCreateProgram()) {
-    const GLuint vertex = compile(GL_VERTEX_SHADER, kVertexShader);
-    const GLuint fragment = compile(GL_FRAGMENT_SHADER, kFragmentShader);
-    glAttachShader(program_, vertex);
-    glAttachShader(program_, fragment);
-    glBindAttribLocation(program_, 0, "a_corner");
-    glLinkProgram(program_);
-    glDeleteShader(vertex);
-    glDeleteShader(fragment);
-    part_ = glGetUniformLocation(program_, "u_part");
+BareQuad::BareQuad() : program_(kVertexShader, "a_corner"), part_(program_.uniform("u_part")) {
     constexpr std::array<float, 8> corners{0, 0, 1, 0, 0, 1, 1, 1};
     glGenBuffers(1, &corners_);
     glBindBuffer(GL_ARRAY_BUFFER, corners_);
@@ -46,15 +24,12 @@ BareQuad::BareQuad() : program_(glCreateProgram()) {
 
 BareQuad::~BareQuad() {
     glDeleteBuffers(1, &corners_);
-    glDeleteProgram(program_);
 }
 
 void BareQuad::draw(std::uint32_t texture, const std::array<float, 4>& part) const {
     platform::GLDevice::main().bindVertexArray(0);
-    glUseProgram(program_);
+    program_.use(texture);
     glUniform4fv(part_, 1, part.data());
-    glActiveTexture(GL_TEXTURE0);
-    glBindTexture(GL_TEXTURE_2D, texture);
     glBindBuffer(GL_ARRAY_BUFFER, corners_);
     glEnableVertexAttribArray(0);
     glVertexAttribPointer(0, 2, GL_FLOAT, GL_FALSE, 0, nullptr);

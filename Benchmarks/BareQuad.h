@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Benchmarks/BareProgram.h"
+
 #include <array>
 #include <cstdint>
 
@@ -17,7 +19,7 @@ public:
     void draw(std::uint32_t texture, const std::array<float, 4>& part) const;
 
 private:
-    std::uint32_t program_ = 0;
+    BareProgram program_;
+    std::int32_t part_;
     std::uint32_t corners_ = 0;
-    std::int32_t part_ = -1;
 };

@@ -1,5 +1,6 @@
 #include "Benchmarks/FrameBenchmark.h"
 
+#include "Benchmarks/BareMesh.h"
 #include "Benchmarks/BareQuad.h"
 #include "Benchmarks/Panoramas.h"
 #include "HVViewer/DisplayController/DisplayView/MeshPasses.h"
@@ -82,10 +83,13 @@ public:
         host_->embedded().draw(target_->framebuffer(), {0, 0, size_.width, size_.height});
     }
     void drawQuad(const std::array<float, 4>& part) {
-        glBindFramebuffer(GL_FRAMEBUFFER, target_->framebuffer());
-        glViewport(0, 0, size_.width, size_.height);
-        glDisable(GL_SCISSOR_TEST);
-        quad_.draw(player_->displayView()->glDrawer()->glTextureI()->name(), part);
+        bindTarget();
+        quad_.draw(texture(), part);
+    }
+    /// The content's runs alone.
+    void drawMesh(const std::vector<VertexRun>& runs) {
+        bindTarget();
+        mesh_.draw(texture(), player_->displayView()->camera().modelViewProjection, runs);
     }
     /// The part of the picture that the view shows: left, top, right, bottom.
     [[nodiscard]] std::array<float, 4> visiblePart() const {
@@ -126,17 +130,28 @@ private:
         return std::move(host).value();
     }
 
+    void bindTarget() const {
+        glBindFramebuffer(GL_FRAMEBUFFER, target_->framebuffer());
+        glViewport(0, 0, size_.width, size_.height);
+        glDisable(GL_SCISSOR_TEST);
+    }
+    [[nodiscard]] std::uint32_t texture() const {
+        return player_->displayView()->glDrawer()->glTextureI()->name();
+    }
+
     platform::SizePx size_;
     std::unique_ptr<HeadlessHost> host_;
     std::shared_ptr<ZNTDisplayViewController> player_;
     std::unique_ptr<platform::OffscreenTarget> target_;
     BareQuad quad_;
+    BareMesh mesh_;
 };
 
 nlohmann::ordered_json measureView(Scene& scene, const View& view) {
     std::vector<double> frames;
     std::vector<double> wholes;
     std::vector<double> quads;
+    std::vector<double> meshes;
     scene.aim(view, 0);
     scene.drawFrame();
     const std::array<float, 4> part = scene.visiblePart();
@@ -146,12 +161,15 @@ nlohmann::ordered_json measureView(Scene& scene, const View& view) {
         setMeshExtent(MeshExtent::WhatShows);
         const double frame = millisecondsOf([&] { scene.drawFrame(); });
         const double quad = millisecondsOf([&] { scene.drawQuad(part); });
+        const MeshPasses passes = scene.passes();
+        const double mesh = millisecondsOf([&] { scene.drawMesh(passes.content); });
         setMeshExtent(MeshExtent::Whole);
         const double whole = millisecondsOf([&] { scene.drawFrame(); });
         if (i < 0)
             continue; // the first ones warm up
         frames.push_back(frame);
         quads.push_back(quad);
+        meshes.push_back(mesh);
         wholes.push_back(whole);
     }
     setMeshExtent(MeshExtent::WhatShows);
@@ -162,6 +180,7 @@ nlohmann::ordered_json measureView(Scene& scene, const View& view) {
             {"frame_ms", median(frames)},
             {"quad_ms", floor},
             {"ratio", median(frames) / floor},
+            {"over_bare_mesh", median(frames) / median(meshes)},
             {"worst_frame_ms", *std::max_element(frames.begin(), frames.end())},
             {"whole_strip_ratio", median(wholes) / floor},
             {"draw_calls", passes.content.size() + passes.watermark.size()},
@@ -174,12 +193,16 @@ nlohmann::ordered_json measureFrames(platform::SizePx size) {
     Scene scene(size);
     nlohmann::ordered_json views = nlohmann::ordered_json::array();
     std::vector<double> ratios;
+    std::vector<double> overMesh;
     for (const View& view : kViews) {
         views.push_back(measureView(scene, view));
         ratios.push_back(views.back()["ratio"].get<double>());
+        overMesh.push_back(views.back()["over_bare_mesh"].get<double>());
     }
     return {{"size", std::to_string(size.width) + "x" + std::to_string(size.height)},
             {"median_ratio", median(ratios)},
             {"worst_ratio", *std::max_element(ratios.begin(), ratios.end())},
+            {"median_over_bare_mesh", median(overMesh)},
+            {"worst_over_bare_mesh", *std::max_element(overMesh.begin(), overMesh.end())},
             {"views", views}};
 }

@@ -59,6 +59,10 @@ ordered_json compareMemory(const std::string& self, const std::string& large,
             {"settled_ratio", over("settled_bytes")}};
 }
 
+ordered_json measureAllFrames() {
+    return {measureFrames({1280, 720}), measureFrames({1920, 1080})};
+}
+
 ordered_json measureAll(const std::string& self, const std::string& idleWindow) {
     const auto folder = std::filesystem::temp_directory_path();
     const std::string large = (folder / "zanto-benchmark-8192.jpg").string();
@@ -66,7 +70,7 @@ ordered_json measureAll(const std::string& self, const std::string& idleWindow) 
     writeJpeg(large, 8192);
     writeJpeg(tiny, 2);
     ordered_json report{{"jpeg_8192x4096_bytes", std::filesystem::file_size(large)}};
-    report["frames"] = {measureFrames({1280, 720}), measureFrames({1920, 1080})};
+    report["frames"] = measureAllFrames();
     report["first_picture"] = measureFirstPicture(large);
     report["memory"] = compareMemory(self, large, tiny);
     if (!idleWindow.empty())
@@ -76,14 +80,23 @@ ordered_json measureAll(const std::string& self, const std::string& idleWindow) 
     return report;
 }
 
+/// What the program's arguments ask for.
+ordered_json measure(int argc, char** argv) {
+    const std::string first = argc > 1 ? argv[1] : "";
+    if (first == "--memory" && argc > 2)
+        return measureResidentMemory(argv[2]);
+    if (first == "--frames")
+        return {{"frames", measureAllFrames()}};
+    return measureAll(argv[0], first);
+}
+
 } // namespace
 
-/// `zanto-benchmark [IDLE-WINDOW-PROGRAM]` prints everything that is measured as one JSON object.
+/// `zanto-benchmark [IDLE-WINDOW-PROGRAM]` prints everything that is measured as one JSON object,
+/// `zanto-benchmark --frames` the frames alone.
 int main(int argc, char** argv) {
     try {
-        const std::string first = argc > 1 ? argv[1] : "";
-        const ordered_json report = first == "--memory" && argc > 2 ? measureResidentMemory(argv[2])
-                                                                    : measureAll(argv[0], first);
+        const ordered_json report = measure(argc, argv);
         std::cout << report.dump(2) << "\n";
         return 0;
     } catch (const std::exception& failure) {
