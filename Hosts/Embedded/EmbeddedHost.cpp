@@ -103,6 +103,12 @@ void EmbeddedHost::setOrientation(platform::InterfaceOrientation orientation) {
     Application::sharedApplication().setOrientation(orientation);
 }
 
+void EmbeddedHost::setFramesPerSecond(double framesPerSecond) {
+    grid_ = platform::FrameGrid(framesPerSecond);
+    MainQueue::main().setFrameGrid(grid_);
+    nextPass_.reset(); // it was an instant of the old grid
+}
+
 bool EmbeddedHost::contextWasReplaced(platform::GLBindings gl) {
     GLDevice::main().uninstall();
     if (!GLDevice::main().install(std::move(gl)))

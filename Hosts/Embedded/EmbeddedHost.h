@@ -69,6 +69,9 @@ public:
     /// The device is held another way without a change of size.
     void setOrientation(platform::InterfaceOrientation orientation);
 
+    /// The rectangle is on a display of another rate now; above 0.
+    void setFramesPerSecond(double framesPerSecond);
+
     /// The context was lost and another one is current now. Every GL name of the lost one is
     /// forgotten without being deleted, and what was shown is set up again from where it came;
     /// cameras stay as they are. Between the loss and this call, nothing else is called.

@@ -67,6 +67,7 @@ private:
     std::shared_ptr<SDLWakeUp> wakeUp_ = std::make_shared<SDLWakeUp>();
     std::unique_ptr<EmbeddedHost> embedded_; // goes before its context
     WindowMetrics metrics_;
+    double framesPerSecond_ = 0;
     KeyListener keyListener_;
     bool isShown_ = false;
     bool isExposed_ = false; // the window has lost what it showed
@@ -85,7 +86,7 @@ std::optional<Error> SDLHost::Loop::embed() {
     options.gl = bindings();
     options.size = metrics_.points;
     options.scale = metrics_.scale();
-    options.framesPerSecond = window_->framesPerSecond().value_or(options.framesPerSecond);
+    options.framesPerSecond = framesPerSecond_ = window_->framesPerSecond();
     options.wakeUp = [wakeUp = wakeUp_] { wakeUp->ring(); };
     auto embedded = EmbeddedHost::create(std::move(options));
     if (!embedded)
@@ -148,6 +149,8 @@ void SDLHost::Loop::dispatchWindowEvent(const SDL_WindowEvent& event) {
 }
 
 void SDLHost::Loop::fitToWindow() {
+    if (const double rate = window_->framesPerSecond(); rate != framesPerSecond_)
+        embedded_->setFramesPerSecond(framesPerSecond_ = rate);
     const WindowMetrics metrics = window_->metrics();
     if (metrics == metrics_)
         return;

@@ -30,8 +30,8 @@ struct SDLHostOptions {
 ///
 /// The window appears with the first turn; it can be resized, and its pixels per point follow the
 /// display. Frames are drawn when something has changed or the window needs them, at most one a
-/// refresh of the display that the window opened on, or 60 a second where SDL does not know; none
-/// while it is minimised or hidden. Presenting never waits for the display.
+/// refresh of the display that the window is on, or 60 a second where SDL does not know; none while
+/// it is minimised or hidden. Presenting never waits for the display.
 ///
 /// Owner:  the application; one host at a time.
 /// Thread: one, the process's first on some systems; SDL's video and events are used from no other.

@@ -155,11 +155,12 @@ WindowMetrics SDLWindow::metrics() const {
     return metrics;
 }
 
-std::optional<double> SDLWindow::framesPerSecond() const {
+double SDLWindow::framesPerSecond() const {
+    constexpr double usual = 60;
     SDL_DisplayMode mode{};
     const int display = SDL_GetWindowDisplayIndex(window_);
     if (display < 0 || SDL_GetCurrentDisplayMode(display, &mode) != 0 || mode.refresh_rate <= 0)
-        return std::nullopt;
+        return usual;
     return mode.refresh_rate;
 }
 

@@ -30,8 +30,8 @@ public:
 
     [[nodiscard]] Uint32 id() const { return SDL_GetWindowID(window_); }
     [[nodiscard]] WindowMetrics metrics() const;
-    /// Refreshes of the display that the window is on; none where SDL does not know.
-    [[nodiscard]] std::optional<double> framesPerSecond() const;
+    /// Refreshes of the display that the window is on; 60 where SDL does not know.
+    [[nodiscard]] double framesPerSecond() const;
     /// The one that the window shows.
     [[nodiscard]] std::uint32_t framebuffer() const { return framebuffer_; }
 

@@ -60,6 +60,23 @@ TEST(Pacing, DrawsAViewDirtiedBetweenInstantsAtTheNext) {
     EXPECT_FALSE(scene.ask().nextDeadline.has_value());
 }
 
+TEST(Pacing, FollowsADisplayOfAnotherRate) {
+    Shown scene;
+    scene.jumpTo(frame(1));
+    scene.view().setNeedsDisplay();
+    EXPECT_TRUE(scene.turn());
+    scene.jumpTo(frame(1) + 1ms);
+    scene.view().setNeedsDisplay();
+    EXPECT_EQ(scene.ask().nextDeadline, frame(2));
+    scene.host().setFramesPerSecond(20);
+    EXPECT_EQ(scene.ask().nextDeadline, 50ms);
+    scene.jumpTo(frame(2));
+    EXPECT_FALSE(scene.turn());
+    scene.jumpTo(50ms);
+    EXPECT_TRUE(scene.turn());
+    EXPECT_EQ(MainQueue::main().frameGrid().after(50ms), 100ms);
+}
+
 TEST(Pacing, DrawsAViewDirtiedAtAnInstantThere) {
     Shown scene;
     scene.jumpTo(frame(3));
