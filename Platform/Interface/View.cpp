@@ -8,16 +8,45 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace platform {
+namespace {
+
+/// While the block of an animation runs.
+std::optional<Instant> animationDuration;
+
+} // namespace
 
 View::View(Rect frame) : frame_(frame) {}
 
 void View::setFrame(Rect frame) {
     if (frame == frame_)
         return;
-    frame_ = frame;
+    const Rect earlier = std::exchange(frame_, frame);
+    if (animationDuration)
+        travelFrom(earlier, *animationDuration);
+    else
+        animation_.reset();
     setNeedsDisplay();
+}
+
+void View::animateWithDuration(Instant duration, const std::function<void()>& animations) {
+    const auto outer = std::exchange(animationDuration, duration);
+    animations();
+    animationDuration = outer;
+}
+
+void View::travelFrom(const Rect& earlier, Instant duration) {
+    if (!isShown())
+        return;
+    const Instant now = MainQueue::main().now();
+    // From where it is seen, should it be on its way already.
+    animation_ = FrameAnimation{animation_ ? animation_->at(now, earlier) : earlier, now, duration};
+}
+
+Rect View::shownFrame(const DrawTarget& target) const {
+    return animation_ && target.isWindow ? animation_->at(MainQueue::main().now(), frame_) : frame_;
 }
 
 void View::setHidden(bool hidden) {
@@ -70,6 +99,53 @@ void View::removeFromSuperview() {
     parent->setNeedsDisplay();
 }
 
+bool View::isShown() const {
+    if (hidden_)
+        return false;
+    const auto parent = superview();
+    if (parent)
+        return parent->isShown();
+    const auto window = rootOf_.lock();
+    return window && window->isVisible();
+}
+
+std::shared_ptr<View> View::hitTest(Point point) {
+    const bool inside =
+        point.x >= 0 && point.y >= 0 && point.x < frame_.size.width && point.y < frame_.size.height;
+    if (hidden_ || !inside)
+        return nullptr;
+    for (auto subview = subviews_.rbegin(); subview != subviews_.rend(); ++subview) {
+        const Point origin = (*subview)->frame_.origin;
+        if (auto hit = (*subview)->hitTest({point.x - origin.x, point.y - origin.y}))
+            return hit;
+    }
+    return shared(this);
+}
+
+Point View::convertFromWindow(Point point) const {
+    // The root view's origin is the window's.
+    if (const auto parent = superview()) {
+        const Point outer = parent->convertFromWindow(point);
+        return {outer.x - frame_.origin.x, outer.y - frame_.origin.y};
+    }
+    return point;
+}
+
+void View::addGestureRecognizer(const std::shared_ptr<GestureRecognizer>& recognizer) {
+    if (const auto earlier = recognizer->view())
+        earlier->removeGestureRecognizer(recognizer);
+    recognizer->view_ = weak(this);
+    gestures_.add(recognizer);
+}
+
+void View::removeGestureRecognizer(const std::shared_ptr<GestureRecognizer>& recognizer) {
+    const auto kept = recognizer; // the argument may be an element of the list
+    if (kept->view().get() != this)
+        return;
+    gestures_.remove(kept);
+    kept->view_.reset();
+}
+
 void View::willMoveToSuperview(View* /*newSuperview*/) {}
 
 void View::layoutIfNeeded() {
@@ -107,6 +183,12 @@ void View::draw(const DrawTarget& target) {
         drawContent(target);
     for (const auto& subview : subviews_)
         subview->draw(targetOfSubview(*subview, target));
+    if (!animation_ || !target.isWindow)
+        return;
+    if (animation_->isOver(MainQueue::main().now()))
+        animation_.reset();
+    else
+        setNeedsDisplay();
 }
 
 DrawTarget View::targetOfSubview(const View& subview, const DrawTarget& target) {
@@ -114,7 +196,7 @@ DrawTarget View::targetOfSubview(const View& subview, const DrawTarget& target) 
     const auto px = [&](double points) {
         return static_cast<int>(std::lround(points * target.scale));
     };
-    const Rect& frame = subview.frame_;
+    const Rect frame = subview.shownFrame(target);
     const int left = px(frame.origin.x);
     const int right = px(frame.origin.x + frame.size.width);
     const int top = px(frame.origin.y);
@@ -122,7 +204,8 @@ DrawTarget View::targetOfSubview(const View& subview, const DrawTarget& target) 
     const RectPx& area = target.area;
     return {target.framebuffer,
             {area.x + left, area.y + area.height - bottom, right - left, bottom - top},
-            target.scale};
+            target.scale,
+            target.isWindow};
 }
 
 void View::drawContent(const DrawTarget& target) {
@@ -142,7 +225,8 @@ bool View::coversItsFrame() const {
 
 bool View::isCoveredBySubview() const {
     return std::any_of(subviews_.begin(), subviews_.end(), [&](const auto& subview) {
-        return !subview->hidden_ && subview->frame_ == bounds() && subview->coversItsFrame();
+        return !subview->hidden_ && !subview->animation_ && subview->frame_ == bounds() &&
+               subview->coversItsFrame();
     });
 }
 

@@ -3,10 +3,14 @@
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Object.h"
 #include "Platform/Imaging/Color.h"
+#include "Platform/Interface/Animation.h"
+#include "Platform/Interface/GestureArena.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace platform {
@@ -20,6 +24,9 @@ struct DrawTarget {
     RectPx area;
     /// Pixels per point.
     double scale = 1.0;
+    /// A pass of the window, which shows views on their way and may stand on what somebody else has
+    /// drawn; otherwise a picture of its own, of the final layout.
+    bool isWindow = false;
 };
 
 /// A rectangle of the window with a background and subviews, the last subview in front.
@@ -34,6 +41,9 @@ public:
     [[nodiscard]] Rect frame() const { return frame_; }
     void setFrame(Rect frame);
     [[nodiscard]] Rect bounds() const { return {{}, frame_.size}; }
+    /// Runs the block, and shows every view whose frame it changes on its way there: frames are the
+    /// final ones at once. Views that nobody sees do not travel.
+    static void animateWithDuration(Instant duration, const std::function<void()>& animations);
 
     /// A hidden view and its subviews are not drawn; what they asked for waits.
     [[nodiscard]] bool isHidden() const { return hidden_; }
@@ -50,6 +60,20 @@ public:
     /// An index beyond the end means the end. A view that stands elsewhere is moved.
     void insertSubview(const std::shared_ptr<View>& subview, std::size_t index);
     void removeFromSuperview();
+
+    /// Not hidden, nor is anything that it is in, and in a window that is visible.
+    [[nodiscard]] bool isShown() const;
+    /// The front-most visible view under a point of this view's own coordinates; null outside.
+    [[nodiscard]] std::shared_ptr<View> hitTest(Point point);
+    [[nodiscard]] Point convertFromWindow(Point point) const;
+
+    /// A view keeps its recognisers; each is asked in the order in which they were added.
+    void addGestureRecognizer(const std::shared_ptr<GestureRecognizer>& recognizer);
+    void removeGestureRecognizer(const std::shared_ptr<GestureRecognizer>& recognizer);
+    [[nodiscard]] const GestureArena::Recognizers& gestureRecognizers() const {
+        return gestures_.recognizers();
+    }
+    [[nodiscard]] GestureArena& gestures() { return gestures_; }
 
     /// Told before the superview changes; null when leaving. An override calls its base class.
     virtual void willMoveToSuperview(View* newSuperview);
@@ -83,8 +107,11 @@ private:
     [[nodiscard]] bool isCoveredBySubview() const;
     /// What is visible now is about to be drawn; what is asked for from here on is for later.
     void forgetNeedsDisplay();
+    [[nodiscard]] Rect shownFrame(const DrawTarget& target) const;
+    void travelFrom(const Rect& earlier, Instant duration);
 
     Rect frame_;
+    std::optional<FrameAnimation> animation_;
     bool hidden_ = false;
     bool opaque_ = true;
     bool translatesMask_ = true;
@@ -94,6 +121,7 @@ private:
     std::weak_ptr<View> superview_;
     std::weak_ptr<Window> rootOf_;
     std::vector<std::shared_ptr<LayoutConstraint>> activeConstraints_;
+    GestureArena gestures_;
 };
 
 } // namespace platform

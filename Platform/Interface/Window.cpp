@@ -60,6 +60,7 @@ void Window::makeKeyAndVisible() {
 void Window::resignVisible() {
     if (!controller_ || !visible_)
         return;
+    touches_.cancelTouches();
     controller_->viewWillDisappear(false);
     visible_ = false;
     controller_->viewDidDisappear(false);
@@ -75,6 +76,15 @@ void Window::layout() {
 void Window::setNeedsDisplay() {
     if (controller_)
         controller_->view()->setNeedsDisplay();
+}
+
+void Window::touch(const TouchEvent& event) {
+    if (controller_ && visible_)
+        touches_.dispatch(event, controller_->view());
+}
+
+bool Window::isTransparent() const {
+    return controller_ && controller_->view()->backgroundColor().alpha < 1;
 }
 
 bool Window::needsDisplay() const {
@@ -128,9 +138,9 @@ Result<ImagePtr> Window::snapshot(double scale) {
     if (!target)
         return target.error();
     View& root = *controller_->view();
-    root.draw({target.value()->framebuffer(), {0, 0, size.width, size.height}, scale});
+    root.draw({target.value()->framebuffer(), {0, 0, size.width, size.height}, scale, false});
     PixelStorage pixels = target.value()->readPixels();
-    if (root.backgroundColor().alpha == 1)
+    if (!isTransparent())
         makeOpaque(pixels);
     return ImagePtr(std::make_shared<Image>(std::move(pixels), scale));
 }

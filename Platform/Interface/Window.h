@@ -3,6 +3,7 @@
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Object.h"
 #include "Platform/Imaging/Image.h"
+#include "Platform/Interface/TouchRouter.h"
 #include "Platform/Interface/View.h"
 
 #include <memory>
@@ -30,6 +31,9 @@ public:
     /// Gives the root view the screen's size and lays it out.
     void layout();
 
+    /// Whether what somebody else has drawn may show through.
+    [[nodiscard]] bool isTransparent() const;
+
     /// Asks for a pass at the next frame instant, whatever is there to draw.
     void setNeedsDisplay();
     /// Whether a visible view asked to be drawn; and whether one cannot wait for the next instant.
@@ -37,6 +41,13 @@ public:
     [[nodiscard]] bool needsDisplayAtOnce() const { return atOnce_ && needsDisplay(); }
     /// For `GLView::display()`.
     void displayAtOnce(View& view);
+
+    /// A raw touch goes to the front-most visible view under it while the window is visible; its
+    /// gestures act inside the call.
+    void touch(const TouchEvent& event);
+    /// Fingers are lost, for instance with the window's focus: gestures are cancelled.
+    void cancelTouches() { touches_.cancelTouches(); }
+    void setTouchSlop(TouchSlop slop) { touches_.setSlop(slop); }
 
     /// The pass: draws every visible view once into the host's framebuffer.
     void draw(const DrawTarget& target);
@@ -54,6 +65,7 @@ private:
     bool visible_ = false;
     bool atOnce_ = false;
     std::optional<DrawTarget> passTarget_;
+    TouchRouter touches_;
 };
 
 } // namespace platform

@@ -1,0 +1,41 @@
+#include "Platform/Interface/Touch.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+namespace {
+
+constexpr Instant kVelocitySpan = std::chrono::milliseconds(100);
+
+} // namespace
+
+Touch::Touch(const TouchEvent& down, double slop)
+    : id_(down.id), slop_(slop), first_{down.time, down.location}, recent_{first_} {}
+
+void Touch::report(const TouchEvent& event) {
+    // A clock that a host sets back must not make a finger younger.
+    recent_.push_back({std::max(event.time, last().time), event.location});
+    const Instant start = last().time - kVelocitySpan;
+    const auto needed =
+        std::find_if(recent_.rbegin(), recent_.rend(),
+                     [start](const Report& report) { return report.time <= start; });
+    if (needed != recent_.rend())
+        recent_.erase(recent_.begin(), needed.base() - 1);
+}
+
+double Touch::distance() const {
+    return std::hypot(last().location.x - first_.location.x, last().location.y - first_.location.y);
+}
+
+Point Touch::velocity() const {
+    const Instant span = std::min(age(), kVelocitySpan);
+    if (span <= Instant(0))
+        return {};
+    // The oldest one kept is where the finger was when the span began.
+    const Point from = recent_.front().location;
+    const double seconds = toSeconds(span);
+    return {(last().location.x - from.x) / seconds, (last().location.y - from.y) / seconds};
+}
+
+} // namespace platform

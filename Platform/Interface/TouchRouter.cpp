@@ -1,0 +1,52 @@
+#include "Platform/Interface/TouchRouter.h"
+
+#include "Platform/Interface/View.h"
+
+#include <cmath>
+
+namespace platform {
+
+void TouchRouter::dispatch(const TouchEvent& event, const std::shared_ptr<View>& root) {
+    if (!std::isfinite(event.location.x) || !std::isfinite(event.location.y))
+        return;
+    if (event.phase == TouchPhase::Down)
+        return takeDown(event, root);
+    const auto found = views_.find(event.id);
+    if (found == views_.end())
+        return;
+    const auto view = found->second.lock();
+    if (event.phase == TouchPhase::Up)
+        views_.erase(found);
+    if (!view)
+        return;
+    if (event.phase == TouchPhase::Cancel || !view->isShown())
+        return cancelTouchesOf(view);
+    if (event.phase == TouchPhase::Up)
+        view->gestures().touchUp(event);
+    else
+        view->gestures().touchMoved(event);
+}
+
+void TouchRouter::takeDown(const TouchEvent& event, const std::shared_ptr<View>& root) {
+    const auto view = root ? root->hitTest(event.location) : nullptr;
+    if (!view || views_.contains(event.id))
+        return;
+    views_[event.id] = view;
+    view->gestures().touchDown(event, event.kind == TouchKind::Mouse ? slop_.mouse : slop_.finger);
+}
+
+void TouchRouter::cancelTouchesOf(const std::shared_ptr<View>& view) {
+    std::erase_if(views_, [&view](const auto& entry) { return entry.second.lock() == view; });
+    view->gestures().cancelTouches();
+}
+
+void TouchRouter::cancelTouches() {
+    while (!views_.empty()) {
+        if (const auto view = views_.begin()->second.lock())
+            cancelTouchesOf(view);
+        else
+            views_.erase(views_.begin());
+    }
+}
+
+} // namespace platform

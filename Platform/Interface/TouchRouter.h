@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Platform/Interface/Touch.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+
+namespace platform {
+
+class View;
+
+/// Brings every finger to the view that it went down on.
+///
+/// Owner:  the window.
+/// Thread: main.
+class TouchRouter {
+public:
+    void setSlop(TouchSlop slop) { slop_ = slop; }
+
+    /// A finger that goes down belongs to the front-most visible view under it until it is lifted.
+    /// A view that is hidden or taken away loses its fingers.
+    void dispatch(const TouchEvent& event, const std::shared_ptr<View>& root);
+    void cancelTouches();
+
+private:
+    void takeDown(const TouchEvent& event, const std::shared_ptr<View>& root);
+    void cancelTouchesOf(const std::shared_ptr<View>& view);
+
+    TouchSlop slop_;
+    std::map<std::int64_t, std::weak_ptr<View>> views_;
+};
+
+} // namespace platform

@@ -1,0 +1,114 @@
+#include "Platform/Motion/AttitudeSource.h"
+
+#include "Platform/Foundation/MainQueue.h"
+
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+/// A handler and whether a call of it waits in the main queue.
+class Listener : public std::enable_shared_from_this<Listener> {
+public:
+    explicit Listener(std::function<void()> handler) : handler_(std::move(handler)) {}
+
+    void cancel() { cancelled_ = true; }
+
+    void callInNextTurn() {
+        if (!waiting_.expired())
+            return;
+        const auto call = std::make_shared<const Call>(Call{weak_from_this()});
+        waiting_ = call;
+        MainQueue::main().async([call] {
+            if (const auto listener = call->listener.lock())
+                listener->call();
+        });
+    }
+
+private:
+    // Owned by the queued block alone, so that a queue that drops its blocks leaves no listener
+    // waiting for a call that never comes.
+    struct Call {
+        std::weak_ptr<Listener> listener;
+    };
+
+    void call() {
+        waiting_.reset();
+        if (!cancelled_ && AttitudeSource::shared().latest())
+            handler_();
+    }
+
+    std::function<void()> handler_;
+    std::weak_ptr<const Call> waiting_;
+    bool cancelled_ = false;
+};
+
+} // namespace
+
+class AttitudeSource::Subscription {
+public:
+    Subscription(AttitudeSource& source, std::function<void()> handler)
+        : source_(source), listener_(std::make_shared<Listener>(std::move(handler))) {}
+    ~Subscription() {
+        listener_->cancel();
+        source_.remove(*this);
+    }
+    Subscription(const Subscription&) = delete;
+    Subscription& operator=(const Subscription&) = delete;
+
+    void callInNextTurn() { listener_->callInNextTurn(); }
+
+private:
+    AttitudeSource& source_;
+    // Apart from the token, so that a handler that drops its token is still there when it returns.
+    std::shared_ptr<Listener> listener_;
+};
+
+AttitudeSource& AttitudeSource::shared() {
+    static AttitudeSource source;
+    return source;
+}
+
+void AttitudeSource::publish(const Attitude& attitude) {
+    latest_ = attitude;
+    available_ = true;
+    for (Subscription* subscription : subscriptions_)
+        subscription->callInNextTurn();
+}
+
+std::shared_ptr<AttitudeSource::Subscription>
+AttitudeSource::subscribe(std::function<void()> handler) {
+    auto subscription = std::make_shared<Subscription>(*this, std::move(handler));
+    subscriptions_.push_back(subscription.get());
+    if (latest_)
+        subscription->callInNextTurn();
+    if (subscriptions_.size() == 1)
+        tellDemand();
+    return subscription;
+}
+
+void AttitudeSource::remove(const Subscription& subscription) {
+    std::erase(subscriptions_, &subscription);
+    if (subscriptions_.empty())
+        tellDemand();
+}
+
+void AttitudeSource::setDemandListener(std::function<void(bool)> listener) {
+    demandListener_ = std::move(listener);
+    tellDemand();
+}
+
+void AttitudeSource::tellDemand() {
+    // A copy, because the listener may replace or remove itself.
+    if (const auto listener = demandListener_)
+        listener(isWanted());
+}
+
+void AttitudeSource::reset() {
+    available_ = false;
+    latest_.reset();
+    demandListener_ = nullptr;
+}
+
+} // namespace platform

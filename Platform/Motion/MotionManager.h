@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Motion/AttitudeSource.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace platform {
+
+/// What the device's sensors say at one time.
+struct DeviceMotion {
+    Attitude attitude;
+    friend bool operator==(const DeviceMotion&, const DeviceMotion&) = default;
+};
+
+/// Device motion for one user of it, over the process's `AttitudeSource`.
+///
+/// Owner:  whoever turns motion on; its end stops the updates.
+/// Thread: main.
+class MotionManager {
+public:
+    using Handler = std::function<void(const DeviceMotion&)>;
+
+    MotionManager() = default;
+    MotionManager(const MotionManager&) = delete;
+    MotionManager& operator=(const MotionManager&) = delete;
+
+    /// The least time between two calls of the handler; what comes sooner is dropped. 0, as at
+    /// first, below 0 or not a number: as fast as samples come.
+    void setDeviceMotionUpdateInterval(double seconds);
+
+    [[nodiscard]] bool isDeviceMotionAvailable() const;
+    [[nodiscard]] bool isDeviceMotionActive() const { return static_cast<bool>(subscription_); }
+
+    /// The source's newest sample, also one that the handler was not called for; none while
+    /// inactive and before the source has any.
+    [[nodiscard]] std::optional<DeviceMotion> deviceMotion() const;
+
+    /// Calls the handler for samples until stopped, in turns of the main queue of their own; first
+    /// for the sample that the source has kept, if it has one. Without effect while motion is
+    /// unavailable and while active. A source that becomes unavailable later leaves the manager
+    /// active with the last sample. The handler may stop and release the manager; an empty one is
+    /// for those who only read `deviceMotion()`.
+    void startDeviceMotionUpdates(Handler handler);
+    void stopDeviceMotionUpdates();
+
+private:
+    void deliver();
+
+    Instant interval_{0};
+    Handler handler_;
+    std::optional<Instant> lastDelivery_; // of this run
+    std::shared_ptr<AttitudeSource::Subscription> subscription_;
+};
+
+} // namespace platform
