@@ -13,6 +13,18 @@ namespace {
 // How views line up across a row's axis.
 constexpr unsigned kAlignTopAndBottom = 24;
 constexpr unsigned kAlignLeadingAndTrailing = 96;
+constexpr unsigned kAlignCenterY = 1024;
+
+constexpr platform::Instant kLayoutTime = std::chrono::milliseconds(300);
+
+using ViewsByName = std::map<std::string, std::shared_ptr<platform::View>>;
+
+void append(std::vector<std::shared_ptr<platform::LayoutConstraint>>& constraints,
+            const char* format, unsigned options, const ViewsByName& views) {
+    const auto more =
+        platform::LayoutConstraint::constraintsWithVisualFormat(format, options, views);
+    constraints.insert(constraints.end(), more.begin(), more.end());
+}
 
 } // namespace
 
@@ -100,6 +112,8 @@ void ZNTDisplayViewController::prepareDisplayView() {
     if (!isReadyForDisplay_ || !srcImage_ || !displayView_)
         return;
     displayView_->displayImage(srcImage_);
+    if (virtualDisplayView_ && currentMode_ == DisplayMode::SideBySide)
+        virtualDisplayView_->displayImage(srcImage_);
 }
 
 void ZNTDisplayViewController::setDisplayMode(DisplayMode mode) {
@@ -108,9 +122,68 @@ void ZNTDisplayViewController::setDisplayMode(DisplayMode mode) {
     currentMode_ = mode;
     if (!displayView_)
         return;
+    if (mode == DisplayMode::SideBySide)
+        showSecondView();
+    else
+        virtualDisplayView_->setHidden(true);
     updateConsraints();
     displayView_->display();
     displayView_->startRenderVO(mode);
+}
+
+void ZNTDisplayViewController::showSecondView() {
+    virtualDisplayView_->setHidden(false);
+    prepareDisplayView();
+    virtualDisplayView_->startRenderVO(currentMode_);
+    virtualDisplayView_->display();
+}
+
+void ZNTDisplayViewController::setSphericalOffset(float radians) {
+    sphericalOffset_ = radians;
+    if (!displayView_)
+        return;
+    displayView_->setInitialRotationOffset(radians);
+    virtualDisplayView_->setInitialRotationOffset(radians);
+}
+
+void ZNTDisplayViewController::turnOnDeviceMotionInterraction(bool on) {
+    if (displayView_)
+        displayView_->turnOnDeviceMotionInterraction(on);
+}
+
+void ZNTDisplayViewController::turnOnTouchMotionInterraction(bool on) {
+    if (displayView_)
+        displayView_->turnOnTouchMotionInterraction(on);
+}
+
+void ZNTDisplayViewController::turnOnScaleInterraction(bool on) {
+    if (displayView_)
+        displayView_->turnOnScaleInterraction(on);
+}
+
+void ZNTDisplayViewController::setLockVerticalRotation(bool lock) {
+    if (displayView_)
+        displayView_->setLockVerticalRotation(lock);
+}
+
+bool ZNTDisplayViewController::lockVerticalRotation() const {
+    return displayView_ && displayView_->lockVerticalRotation();
+}
+
+bool ZNTDisplayViewController::deviceMotionAvailable() const {
+    return displayView_ && displayView_->deviceMotionAvailable();
+}
+
+bool ZNTDisplayViewController::deviceMotionIsOn() const {
+    return displayView_ && displayView_->deviceMotionIsOn();
+}
+
+bool ZNTDisplayViewController::touchMotionIsOn() const {
+    return displayView_ && displayView_->touchMotionIsOn();
+}
+
+bool ZNTDisplayViewController::scaleIsOn() const {
+    return displayView_ && displayView_->scaleIsOn();
 }
 
 void ZNTDisplayViewController::setEnableTransparentBackground(bool enable) {
@@ -120,30 +193,51 @@ void ZNTDisplayViewController::setEnableTransparentBackground(bool enable) {
     const platform::Color color = enable ? platform::kClearColor : platform::kBlackColor;
     view()->setBackgroundColor(color);
     displayView_->setBackgroundColor(color);
+    virtualDisplayView_->setBackgroundColor(color);
     displayView_->setMakeTransparent(enable);
+    virtualDisplayView_->setMakeTransparent(enable);
 }
 
 void ZNTDisplayViewController::createDisplayView() {
     displayView_ = platform::make<ZNTDisplayView>(view()->frame());
     view()->insertSubview(displayView_, 0);
     displayView_->setTranslatesAutoresizingMaskIntoConstraints(false);
-    const std::map<std::string, std::shared_ptr<platform::View>> views{{"hvView", displayView_}};
-    singleModeConstraints_ = platform::LayoutConstraint::constraintsWithVisualFormat(
-        "V:|[hvView]|", kAlignTopAndBottom, views);
-    const auto across = platform::LayoutConstraint::constraintsWithVisualFormat(
-        "H:|[hvView]|", kAlignLeadingAndTrailing, views);
-    singleModeConstraints_.insert(singleModeConstraints_.end(), across.begin(), across.end());
+    const ViewsByName views{{"hvView", displayView_}};
+    append(singleModeConstraints_, "V:|[hvView]|", kAlignTopAndBottom, views);
+    append(singleModeConstraints_, "H:|[hvView]|", kAlignLeadingAndTrailing, views);
+    updateConsraints();
+}
+
+void ZNTDisplayViewController::createVirtualDisplayView() {
+    virtualDisplayView_ = platform::make<ZNTDisplayView>(view()->frame());
+    virtualDisplayView_->setTranslatesAutoresizingMaskIntoConstraints(false);
+    view()->insertSubview(virtualDisplayView_, 0);
+    virtualDisplayView_->setHidden(true);
+    const ViewsByName views{
+        {"hvView", displayView_}, {"virtualHvView", virtualDisplayView_}, {"superview", view()}};
+    append(virtualModeConstraints_, "V:|[hvView]|", kAlignTopAndBottom, views);
+    append(virtualModeConstraints_, "V:|[virtualHvView]|", kAlignTopAndBottom, views);
+    append(virtualModeConstraints_, "|[hvView(==virtualHvView)]-2-[virtualHvView]|", kAlignCenterY,
+           views);
     updateConsraints();
 }
 
 void ZNTDisplayViewController::updateConsraints() {
-    platform::LayoutConstraint::activateConstraints(singleModeConstraints_);
+    const bool isDouble = currentMode_ == DisplayMode::SideBySide;
+    const Constraints& on = isDouble ? virtualModeConstraints_ : singleModeConstraints_;
+    const Constraints& off = isDouble ? singleModeConstraints_ : virtualModeConstraints_;
     view()->layoutIfNeeded();
+    platform::View::animateWithDuration(kLayoutTime, [&] {
+        platform::LayoutConstraint::deactivateConstraints(off);
+        platform::LayoutConstraint::activateConstraints(on);
+        view()->layoutIfNeeded();
+    });
 }
 
 void ZNTDisplayViewController::viewDidLoad() {
     ViewController::viewDidLoad();
     createDisplayView();
+    createVirtualDisplayView();
 }
 
 void ZNTDisplayViewController::viewWillAppear(bool animated) {

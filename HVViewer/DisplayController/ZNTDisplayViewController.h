@@ -54,14 +54,35 @@ public:
     /// Hands a picture that is ready to the view. Appearing does it.
     void prepareDisplayView();
 
-    /// Switches the display mode, at any moment; before the view has loaded it is only noted.
+    /// Switches the display mode, at any moment; the layout follows within 0.3 s. Before the view
+    /// has loaded the mode is only noted: set it afterwards.
     void setDisplayMode(DisplayMode mode);
+    /// Turns the scene by so many radians about its vertical, in all views.
+    void setSphericalOffset(float radians);
+    [[nodiscard]] float sphericalOffset() const { return sphericalOffset_; }
+
+    /// How people may look around, in the main view; until that has loaded nothing happens and
+    /// nothing is on. Device motion steers the sphere only, where the machine has a sensor; side by
+    /// side it is on, and touches are off, whatever is set here.
+    void turnOnDeviceMotionInterraction(bool on);
+    void turnOnTouchMotionInterraction(bool on);
+    void turnOnScaleInterraction(bool on);
+    void setLockVerticalRotation(bool lock);
+    [[nodiscard]] bool lockVerticalRotation() const;
+    [[nodiscard]] bool deviceMotionAvailable() const;
+    [[nodiscard]] bool deviceMotionIsOn() const;
+    [[nodiscard]] bool touchMotionIsOn() const;
+    [[nodiscard]] bool scaleIsOn() const;
     /// Lets what lies behind shine through where no content is drawn. Stored, but given to the view
     /// only once that has loaded: set it afterwards.
     void setEnableTransparentBackground(bool enable);
     [[nodiscard]] bool enableTransparentBackground() const { return enableTransparentBackground_; }
 
     [[nodiscard]] std::shared_ptr<ZNTDisplayView> displayView() const { return displayView_; }
+    /// The right half of side by side; hidden in the other modes.
+    [[nodiscard]] std::shared_ptr<ZNTDisplayView> virtualDisplayView() const {
+        return virtualDisplayView_;
+    }
     [[nodiscard]] platform::ImagePtr srcImage() const { return srcImage_; }
     [[nodiscard]] const std::optional<platform::URL>& srcImageUrl() const { return srcImageUrl_; }
     [[nodiscard]] bool isLocalResource() const { return isLocalResource_; }
@@ -86,12 +107,17 @@ private:
     void setupDefaults();
     void showAgain();
     void createDisplayView();
+    void createVirtualDisplayView();
     void updateConsraints();
+    void showSecondView();
     void loadRemoteImage();
     [[nodiscard]] bool hasData() const;
     [[nodiscard]] bool isLocked() const;
 
+    using Constraints = std::vector<std::shared_ptr<platform::LayoutConstraint>>;
+
     std::shared_ptr<ZNTDisplayView> displayView_;
+    std::shared_ptr<ZNTDisplayView> virtualDisplayView_;
     platform::ImagePtr srcImage_;
     std::optional<platform::URL> srcImageUrl_;
     bool isLocalResource_ = false;
@@ -99,5 +125,7 @@ private:
     bool isReadyForDisplay_ = false;
     DisplayMode currentMode_ = DisplayMode::Sphere;
     bool enableTransparentBackground_ = false;
-    std::vector<std::shared_ptr<platform::LayoutConstraint>> singleModeConstraints_;
+    float sphericalOffset_ = 0;
+    Constraints singleModeConstraints_;
+    Constraints virtualModeConstraints_;
 };

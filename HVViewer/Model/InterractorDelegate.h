@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 /// Told by an interactor when the camera has changed.
 class InterractorDelegate {
 public:
@@ -7,4 +9,6 @@ public:
 
     /// The matrices or the zoom changed: redraw.
     virtual void matrixUpdated() = 0;
+    /// Reserved: nothing sends it.
+    virtual void interractorDidDetectAction(std::int32_t /*action*/) {}
 };

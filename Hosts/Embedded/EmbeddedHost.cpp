@@ -66,6 +66,8 @@ EmbeddedHost::EmbeddedHost(EmbeddedHostOptions options)
     queue.setFrameGrid(grid_);
     queue.setWakeUp(std::move(options.wakeUp));
     lowerDecodeLimit(GLDevice::main().maxTextureSidePx());
+    platform::AttitudeSource::shared().reset();
+    window_->setTouchSlop(options.touchSlop);
     Application::sharedApplication().startAnew();
     Application::sharedApplication().setKeyWindow(window_);
     resize(options.size, options.scale);
@@ -101,6 +103,26 @@ void EmbeddedHost::resize(platform::Size size, double scale) {
 
 void EmbeddedHost::setOrientation(platform::InterfaceOrientation orientation) {
     Application::sharedApplication().setOrientation(orientation);
+}
+
+void EmbeddedHost::touch(const platform::TouchEvent& event) {
+    GLDevice::main().makeCurrent();
+    window_->touch(event);
+    leaveGLState();
+}
+
+void EmbeddedHost::cancelTouches() {
+    GLDevice::main().makeCurrent();
+    window_->cancelTouches();
+    leaveGLState();
+}
+
+void EmbeddedHost::setAttitude(const platform::Attitude& attitude) {
+    platform::AttitudeSource::shared().publish(attitude);
+}
+
+void EmbeddedHost::setAttitudeAvailable(bool available) {
+    platform::AttitudeSource::shared().setAvailable(available);
 }
 
 void EmbeddedHost::setFramesPerSecond(double framesPerSecond) {
@@ -154,10 +176,14 @@ bool EmbeddedHost::mayDraw(Instant now, bool atInstant) {
 
 void EmbeddedHost::draw(std::uint32_t framebuffer, platform::RectPx area) {
     GLDevice::main().makeCurrent();
-    window_->draw({framebuffer, area, platform::Screen::mainScreen().scale()});
+    window_->draw({framebuffer, area, platform::Screen::mainScreen().scale(), true});
     lastPassInstant_ = grid_.atOrBefore(clock_->now());
     nextPass_.reset();
     leaveGLState();
+}
+
+bool EmbeddedHost::isTransparent() const {
+    return window_->isTransparent();
 }
 
 platform::Result<platform::ImagePtr> EmbeddedHost::snapshot(double scale) {

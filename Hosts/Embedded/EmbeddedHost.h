@@ -6,6 +6,8 @@
 #include "Platform/Graphics/GLDevice.h"
 #include "Platform/Imaging/Image.h"
 #include "Platform/Interface/Application.h"
+#include "Platform/Interface/Touch.h"
+#include "Platform/Motion/AttitudeSource.h"
 
 #include <cstdint>
 #include <functional>
@@ -28,6 +30,7 @@ struct EmbeddedHostOptions {
     std::shared_ptr<const platform::Clock> clock;
     /// Refreshes of the display.
     double framesPerSecond = 60.0;
+    platform::TouchSlop touchSlop = {};
     /// Called when `runDueWork()` is wanted earlier than it said; from any thread, so it should
     /// only wake the application's loop. Empty: the application calls `runDueWork()` often enough.
     std::function<void()> wakeUp;
@@ -72,6 +75,20 @@ public:
     /// The rectangle is on a display of another rate now; above 0.
     void setFramesPerSecond(double framesPerSecond);
 
+    /// A finger or the mouse went down, moved, was lifted or was lost: in points of the rectangle,
+    /// `time` as `now()` counts. Gestures act inside the call; `runDueWork()` is due after it.
+    void touch(const platform::TouchEvent& event);
+    /// All fingers are lost, for instance because the window is no longer in front: gestures end
+    /// without having happened.
+    void cancelTouches();
+
+    /// How the device is turned now; it is there from then on. Whoever steers by it learns of it in
+    /// a later turn. Samples are expected to go on coming while the device is in use, also when it
+    /// rests: while the device steers they are what asks for frames.
+    void setAttitude(const platform::Attitude& attitude);
+    /// Whether there is a sensor at all, known before its first sample.
+    void setAttitudeAvailable(bool available);
+
     /// The context was lost and another one is current now. Every GL name of the lost one is
     /// forgotten without being deleted, and what was shown is set up again from where it came;
     /// cameras stay as they are. Between the loss and this call, nothing else is called.
@@ -85,6 +102,9 @@ public:
     /// Draws what is visible into a rectangle of a framebuffer; the application presents it. The
     /// library's GL state is left as docs/embedding.md says.
     void draw(std::uint32_t framebuffer, platform::RectPx area);
+    /// With a transparent background the application's own drawing shows through where no content
+    /// is: it draws that before every `draw`.
+    [[nodiscard]] bool isTransparent() const;
     /// A fresh frame of the rectangle at `scale` pixels a point, in a framebuffer of its own.
     [[nodiscard]] platform::Result<platform::ImagePtr> snapshot(double scale);
 

@@ -53,6 +53,7 @@ Result<std::unique_ptr<HeadlessHost>> HeadlessHost::create(const HeadlessHostOpt
     embedding.size = options.size;
     embedding.scale = options.scale;
     embedding.clock = host->virtualClock_;
+    embedding.touchSlop = options.touchSlop;
     embedding.wakeUp = [wakeUp = host->wakeUp_] { wakeUp->ring(); };
     auto embedded = EmbeddedHost::create(std::move(embedding));
     if (!embedded)
@@ -81,6 +82,8 @@ void HeadlessHost::present() {
         makeTarget(size);
     if (!target_)
         return;
+    if (embedded_->isTransparent())
+        target_->clear();
     embedded_->draw(target_->framebuffer(), {0, 0, target_->size().width, target_->size().height});
     framesPresented_ += target_->size() == size ? 1 : 0;
 }

@@ -22,6 +22,7 @@ struct HeadlessHostOptions {
     platform::Size size;
     double scale = 1.0;
     Time time = Time::Virtual;
+    platform::TouchSlop touchSlop = {};
 };
 
 /// Runs the player without a window: a context of its own, a framebuffer that nobody sees, and time

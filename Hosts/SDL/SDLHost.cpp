@@ -182,8 +182,8 @@ std::optional<Instant> SDLHost::Loop::advance() {
 }
 
 void SDLHost::Loop::present() {
-    if (std::exchange(isExposed_, false)) {
-        // There may be no view to cover what the memory held before.
+    if (std::exchange(isExposed_, false) || embedded_->isTransparent()) {
+        // What the memory held before may be seen where no view covers it.
         glBindFramebuffer(GL_FRAMEBUFFER, window_->framebuffer());
         glClearColor(0, 0, 0, 1);
         glClear(GL_COLOR_BUFFER_BIT);

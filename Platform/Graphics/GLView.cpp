@@ -41,6 +41,7 @@ void GLView::drawContent(const DrawTarget& target) {
     glDisable(GL_CULL_FACE);
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_STENCIL_TEST);
+    isDrawnOverContent_ = target.isWindow;
     delegate->drawInRect(*this, bounds());
 }
 
@@ -61,7 +62,7 @@ ImagePtr GLView::snapshot() {
         log(LogLevel::Error, "snapshot: " + target.error().detail);
         return nullptr;
     }
-    drawContent({target.value()->framebuffer(), {0, 0, size.width, size.height}, scale});
+    drawContent({target.value()->framebuffer(), {0, 0, size.width, size.height}, scale, false});
     return std::make_shared<Image>(target.value()->readPixels(), scale);
 }
 

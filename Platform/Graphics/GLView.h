@@ -40,6 +40,10 @@ public:
     /// then comes at once.
     void display();
 
+    /// During `drawInRect`: below is what somebody else has drawn, which a transparent view leaves
+    /// alone; otherwise the framebuffer is its own.
+    [[nodiscard]] bool isDrawnOverContent() const { return isDrawnOverContent_; }
+
     /// Draws a frame into a framebuffer of its own, at the screen's scale, and leaves the window
     /// alone.
     ///
@@ -53,6 +57,7 @@ protected:
 private:
     std::shared_ptr<GLContext> context_;
     std::weak_ptr<GLViewDelegate> delegate_;
+    bool isDrawnOverContent_ = false;
 };
 
 } // namespace platform

@@ -45,7 +45,11 @@ OffscreenTarget::OffscreenTarget(SizePx size)
     glGenFramebuffers(1, &framebuffer_);
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
     glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture_, 0);
-    // A fresh texture holds anything at all.
+    clear(); // a fresh texture holds anything at all
+}
+
+void OffscreenTarget::clear() const {
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
     glDisable(GL_SCISSOR_TEST);
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);

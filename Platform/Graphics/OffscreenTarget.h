@@ -26,6 +26,8 @@ public:
     [[nodiscard]] std::uint32_t framebuffer() const { return framebuffer_; }
     [[nodiscard]] SizePx size() const { return size_; }
 
+    /// Transparent black all over; binds the framebuffer.
+    void clear() const;
     /// What has been drawn, its top row first, alpha as GL left it.
     [[nodiscard]] PixelStorage readPixels() const;
 

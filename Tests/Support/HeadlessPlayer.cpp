@@ -24,7 +24,7 @@ std::array<int, 4> colourAt(const platform::Image& image, int x, int y) {
 }
 
 std::unique_ptr<HeadlessHost> makeHost(platform::Size size, double scale) {
-    auto host = HeadlessHost::create({size, scale});
+    auto host = HeadlessHost::create({.size = size, .scale = scale});
     if (!host)
         throw std::runtime_error(host.error().detail);
     return std::move(host).value();

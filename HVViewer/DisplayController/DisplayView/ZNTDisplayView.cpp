@@ -74,6 +74,46 @@ void ZNTDisplayView::startRenderVO(DisplayMode mode) {
         glDrawer_->changeRenderingVO(mode);
 }
 
+void ZNTDisplayView::turnOnDeviceMotionInterraction(bool on) {
+    if (deviceMotionAvailable())
+        interractor_->turnDeviceMotionOn(on);
+}
+
+void ZNTDisplayView::turnOnTouchMotionInterraction(bool on) {
+    interractor_->turnTouchMotionOn(on);
+}
+
+void ZNTDisplayView::turnOnScaleInterraction(bool on) {
+    interractor_->turnScaleOn(on);
+}
+
+void ZNTDisplayView::setLockVerticalRotation(bool lock) {
+    if (lock == lockVerticalRotation())
+        return;
+    interractor_->setLockVerticalRotation(lock);
+    setNeedsDisplay();
+}
+
+bool ZNTDisplayView::lockVerticalRotation() const {
+    return interractor_->lockVerticalRotation();
+}
+
+bool ZNTDisplayView::deviceMotionAvailable() const {
+    return interractor_->isDeviceMotionAvailable() && displayVO_ == DisplayMode::Sphere;
+}
+
+bool ZNTDisplayView::deviceMotionIsOn() const {
+    return interractor_->isDeviceMotionOn();
+}
+
+bool ZNTDisplayView::touchMotionIsOn() const {
+    return interractor_->isTouchMotionOn();
+}
+
+bool ZNTDisplayView::scaleIsOn() const {
+    return interractor_->isScaleOn();
+}
+
 double ZNTDisplayView::viewScale() const {
     return fieldOfViewDegrees(displayVO_,
                               platform::Application::sharedApplication().statusBarOrientation());
@@ -126,16 +166,29 @@ void ZNTDisplayView::update() {
     cameraInputs_.view = interractor_->viewMatrix();
     cameraInputs_.rotation = interractor_->rotationMatrix();
     cameraInputs_.translation = interractor_->translationMatrix();
+    cameraInputs_.motion.reset();
+    if (interractor_->isDeviceMotionOn())
+        cameraInputs_.motion = interractor_->motionMatrix();
     cameraInputs_.rotationOffset = initialRotationOffset_;
     camera_ = composeCamera(cameraInputs_);
 }
 
-void ZNTDisplayView::drawInRect(platform::GLView& view, const platform::Rect& /*rect*/) {
-    update();
+void ZNTDisplayView::clearFrame(platform::GLView& view) const {
     if (makeTransparent_)
         view.setOpaque(false);
+    if (makeTransparent_ && view.isDrawnOverContent()) {
+        // What lies behind is in the framebuffer already, so the content goes over it here.
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+        return;
+    }
     glClearColor(0, 0, 0, makeTransparent_ ? 0.0F : 1.0F);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+}
+
+void ZNTDisplayView::drawInRect(platform::GLView& view, const platform::Rect& /*rect*/) {
+    update();
+    clearFrame(view);
     glDisable(GL_SCISSOR_TEST);
     if (glDrawer_ && glProgram_)
         glDrawer_->performBufferDrawingWithUniforms(uniformsObj_, camera_.modelViewProjection,

@@ -33,6 +33,18 @@ public:
     /// Switches the scene: the camera goes back to where the scene starts, and the mesh follows.
     void startRenderVO(DisplayMode mode);
 
+    /// The interactor's switches. The device's attitude steers the sphere only, where the machine
+    /// has one.
+    void turnOnDeviceMotionInterraction(bool on);
+    void turnOnTouchMotionInterraction(bool on);
+    void turnOnScaleInterraction(bool on);
+    void setLockVerticalRotation(bool lock);
+    [[nodiscard]] bool lockVerticalRotation() const;
+    [[nodiscard]] bool deviceMotionAvailable() const;
+    [[nodiscard]] bool deviceMotionIsOn() const;
+    [[nodiscard]] bool touchMotionIsOn() const;
+    [[nodiscard]] bool scaleIsOn() const;
+
     /// Vertical field of view in degrees, before the zoom.
     [[nodiscard]] double viewScale() const;
     /// Announces the size to come; it overrides the frame in the aspect ratio, but for mode 3.
@@ -47,7 +59,8 @@ public:
     /// Radians about the model's z axis, after the interactor's rotation.
     [[nodiscard]] float initialRotationOffset() const { return initialRotationOffset_; }
     void setInitialRotationOffset(float radians);
-    /// Clears to transparent black instead of opaque black.
+    /// Clears to transparent black instead of opaque black; over what somebody else has drawn it
+    /// does not clear but blends.
     [[nodiscard]] bool makeTransparent() const { return makeTransparent_; }
     void setMakeTransparent(bool transparent);
     [[nodiscard]] std::shared_ptr<ZNTDrawer> glDrawer() const { return glDrawer_; }
@@ -68,6 +81,7 @@ private:
     void configureDefaultParameters();
     void prepareGLWithType(ContentType type);
     void orientationDidChangedNotification();
+    void clearFrame(platform::GLView& view) const;
 
     UniformTable uniformsObj_{};
     DisplayMode displayVO_ = DisplayMode::Sphere;
