@@ -10,11 +10,6 @@ bool takesPart(const GestureState state) {
            state == GestureState::Changed;
 }
 
-bool hasRecognized(GestureState state) {
-    return state == GestureState::Began || state == GestureState::Changed ||
-           state == GestureState::Ended;
-}
-
 bool contains(const GestureArena::Recognizers& all,
               const std::shared_ptr<GestureRecognizer>& recognizer) {
     return std::find(all.begin(), all.end(), recognizer) != all.end();
@@ -29,7 +24,9 @@ void GestureArena::add(const std::shared_ptr<GestureRecognizer>& recognizer) {
 }
 
 void GestureArena::remove(const std::shared_ptr<GestureRecognizer>& recognizer) {
-    const auto kept = recognizer; // the argument may be an element of the list
+    // Shared, not referred to: the argument may be an element of the list.
+    std::shared_ptr<GestureRecognizer> kept;
+    kept = recognizer;
     std::erase(recognizers_, kept);
     if (kept->isRunning())
         kept->enter(GestureState::Cancelled);
@@ -44,12 +41,8 @@ void GestureArena::ask(const std::function<void(GestureRecognizer&)>& question) 
     for (const auto& recognizer : all) {
         if (touches_.empty())
             return; // an action cancelled them
-        if (!takesPart(recognizer->state()) || !contains(recognizers_, recognizer))
-            continue;
-        const bool wasPossible = recognizer->state() == GestureState::Possible;
-        question(*recognizer);
-        if (wasPossible && hasRecognized(recognizer->state()))
-            failOthers(*recognizer);
+        if (takesPart(recognizer->state()) && contains(recognizers_, recognizer))
+            question(*recognizer);
     }
 }
 

@@ -31,7 +31,9 @@ public:
     void cancelTouches();
 
 private:
-    /// Asks each recogniser that still takes part; the first to recognise fails the others.
+    friend class GestureRecognizer; // fails the others once it recognises
+
+    /// Asks each recogniser that still takes part.
     void ask(const std::function<void(GestureRecognizer&)>& question);
     void failOthers(const GestureRecognizer& winner);
     void forgetOnceEmpty();

@@ -17,7 +17,12 @@ Point GestureRecognizer::locationInView(const View& view) const {
 }
 
 void GestureRecognizer::enter(GestureState state) {
+    const bool recognizes = state_ == GestureState::Possible &&
+                            (state == GestureState::Began || state == GestureState::Ended);
     state_ = state;
+    // Before the action, which may take this recogniser off its view.
+    if (const auto owner = recognizes ? view() : nullptr)
+        owner->gestures().failOthers(*this);
     if (state != GestureState::Failed)
         tell();
 }

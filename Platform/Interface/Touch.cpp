@@ -15,7 +15,12 @@ Touch::Touch(const TouchEvent& down, double slop)
 
 void Touch::report(const TouchEvent& event) {
     // A clock that a host sets back must not make a finger younger.
-    recent_.push_back({std::max(event.time, last().time), event.location});
+    const Report newest{std::max(event.time, last().time), event.location};
+    // However many come at one time: where it went down stays, and the last of the others.
+    if (recent_.size() > 1 && newest.time == last().time)
+        recent_.back() = newest;
+    else
+        recent_.push_back(newest);
     const Instant start = last().time - kVelocitySpan;
     const auto needed =
         std::find_if(recent_.rbegin(), recent_.rend(),

@@ -7,7 +7,9 @@
 namespace platform {
 
 void TouchRouter::dispatch(const TouchEvent& event, const std::shared_ptr<View>& root) {
-    if (!std::isfinite(event.location.x) || !std::isfinite(event.location.y))
+    const bool isLast = event.phase == TouchPhase::Up || event.phase == TouchPhase::Cancel;
+    const bool isSomewhere = std::isfinite(event.location.x) && std::isfinite(event.location.y);
+    if (!isSomewhere && !isLast)
         return;
     if (event.phase == TouchPhase::Down)
         return takeDown(event, root);
@@ -15,11 +17,11 @@ void TouchRouter::dispatch(const TouchEvent& event, const std::shared_ptr<View>&
     if (found == views_.end())
         return;
     const auto view = found->second.lock();
-    if (event.phase == TouchPhase::Up)
+    if (isLast)
         views_.erase(found);
     if (!view)
         return;
-    if (event.phase == TouchPhase::Cancel || !view->isShown())
+    if (event.phase == TouchPhase::Cancel || !isSomewhere || !view->isShown())
         return cancelTouchesOf(view);
     if (event.phase == TouchPhase::Up)
         view->gestures().touchUp(event);

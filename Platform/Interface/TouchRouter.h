@@ -19,7 +19,8 @@ public:
     void setSlop(TouchSlop slop) { slop_ = slop; }
 
     /// A finger that goes down belongs to the front-most visible view under it until it is lifted.
-    /// A view that is hidden or taken away loses its fingers.
+    /// A view that is hidden or taken away loses its fingers, and one that is cancelled or lifted
+    /// nowhere takes the others of its view along. A place that is no number is ignored otherwise.
     void dispatch(const TouchEvent& event, const std::shared_ptr<View>& root);
     void cancelTouches();
 

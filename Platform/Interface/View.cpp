@@ -16,6 +16,18 @@ namespace {
 /// While the block of an animation runs.
 std::optional<Instant> animationDuration;
 
+/// Sets the duration for as long as it lives, also for a block that an assertion failure ends.
+class Animating {
+public:
+    explicit Animating(Instant duration) : outer_(std::exchange(animationDuration, duration)) {}
+    ~Animating() { animationDuration = outer_; }
+    Animating(const Animating&) = delete;
+    Animating& operator=(const Animating&) = delete;
+
+private:
+    std::optional<Instant> outer_;
+};
+
 } // namespace
 
 View::View(Rect frame) : frame_(frame) {}
@@ -32,9 +44,8 @@ void View::setFrame(Rect frame) {
 }
 
 void View::animateWithDuration(Instant duration, const std::function<void()>& animations) {
-    const auto outer = std::exchange(animationDuration, duration);
+    const Animating animating(duration);
     animations();
-    animationDuration = outer;
 }
 
 void View::travelFrom(const Rect& earlier, Instant duration) {
@@ -114,9 +125,10 @@ std::shared_ptr<View> View::hitTest(Point point) {
         point.x >= 0 && point.y >= 0 && point.x < frame_.size.width && point.y < frame_.size.height;
     if (hidden_ || !inside)
         return nullptr;
-    for (auto subview = subviews_.rbegin(); subview != subviews_.rend(); ++subview) {
-        const Point origin = (*subview)->frame_.origin;
-        if (auto hit = (*subview)->hitTest({point.x - origin.x, point.y - origin.y}))
+    for (std::size_t i = subviews_.size(); i > 0; --i) {
+        View& subview = *subviews_[i - 1];
+        const Point origin = subview.frame_.origin;
+        if (auto hit = subview.hitTest({point.x - origin.x, point.y - origin.y}))
             return hit;
     }
     return shared(this);
@@ -139,7 +151,9 @@ void View::addGestureRecognizer(const std::shared_ptr<GestureRecognizer>& recogn
 }
 
 void View::removeGestureRecognizer(const std::shared_ptr<GestureRecognizer>& recognizer) {
-    const auto kept = recognizer; // the argument may be an element of the list
+    // Shared, not referred to: the argument may be an element of the list.
+    std::shared_ptr<GestureRecognizer> kept;
+    kept = recognizer;
     if (kept->view().get() != this)
         return;
     gestures_.remove(kept);

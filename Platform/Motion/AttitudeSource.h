@@ -7,9 +7,9 @@
 
 namespace platform {
 
-/// How a device is turned against its reference frame (z up, x free): the unit quaternion that takes
-/// the device's axes (x to the right of its portrait screen, y to the top, z out of it) into that
-/// frame.
+/// How a device is turned against its reference frame (z up, x free): the unit quaternion that
+/// takes the device's axes (x to the right of its portrait screen, y to the top, z out of it) into
+/// that frame.
 struct Attitude {
     double x = 0;
     double y = 0;

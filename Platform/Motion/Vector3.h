@@ -1,0 +1,13 @@
+#pragma once
+
+namespace platform {
+
+/// A vector in double precision; whoever uses it says in which axes and units.
+struct Vector3 {
+    double x = 0;
+    double y = 0;
+    double z = 0;
+    friend bool operator==(const Vector3&, const Vector3&) = default;
+};
+
+} // namespace platform
