@@ -1,5 +1,7 @@
 #include "Hosts/SDL/SDLHost.h"
 
+#include "Hosts/SDL/SDLAttitude.h"
+#include "Hosts/SDL/SDLInput.h"
 #include "Hosts/SDL/SDLKeys.h"
 #include "Hosts/SDL/SDLWakeUp.h"
 #include "Hosts/SDL/SDLWindow.h"
@@ -42,7 +44,7 @@ class SDLHost::Loop {
 public:
     explicit Loop(std::unique_ptr<SDLWindow> window) : window_(std::move(window)) {}
 
-    [[nodiscard]] std::optional<Error> embed();
+    [[nodiscard]] std::optional<Error> embed(const SDLHostOptions& hostOptions);
     bool turn(std::optional<Instant> longest);
     void quit() { quitting_ = true; }
     [[nodiscard]] std::optional<Error> recreateContext();
@@ -50,7 +52,10 @@ public:
     [[nodiscard]] EmbeddedHost& embedded() { return *embedded_; }
     [[nodiscard]] SDLWindow& window() { return *window_; }
     [[nodiscard]] int framesPresented() const { return framesPresented_; }
+    [[nodiscard]] SDLInput& input() { return *input_; }
     void setKeyListener(KeyListener listener) { keyListener_ = std::move(listener); }
+    void setSizeListener(SizeListener listener) { sizeListener_ = std::move(listener); }
+    void setEmulatesDevice(bool on);
 
 private:
     [[nodiscard]] platform::GLBindings bindings() const;
@@ -66,9 +71,12 @@ private:
     std::unique_ptr<SDLWindow> window_;
     std::shared_ptr<SDLWakeUp> wakeUp_ = std::make_shared<SDLWakeUp>();
     std::unique_ptr<EmbeddedHost> embedded_; // goes before its context
+    std::unique_ptr<SDLAttitude> attitude_;
+    std::unique_ptr<SDLInput> input_;
     WindowMetrics metrics_;
     double framesPerSecond_ = 0;
     KeyListener keyListener_;
+    SizeListener sizeListener_;
     bool isShown_ = false;
     bool isExposed_ = false; // the window has lost what it showed
     bool quitting_ = false;
@@ -80,19 +88,28 @@ platform::GLBindings SDLHost::Loop::bindings() const {
     return {[window = window_.get()] { window->makeCurrent(); }, SDLWindow::procAddress};
 }
 
-std::optional<Error> SDLHost::Loop::embed() {
+std::optional<Error> SDLHost::Loop::embed(const SDLHostOptions& hostOptions) {
     metrics_ = window_->metrics();
     EmbeddedHostOptions options;
     options.gl = bindings();
     options.size = metrics_.points;
     options.scale = metrics_.scale();
     options.framesPerSecond = framesPerSecond_ = window_->framesPerSecond();
+    options.touchSlop = hostOptions.touchSlop;
     options.wakeUp = [wakeUp = wakeUp_] { wakeUp->ring(); };
     auto embedded = EmbeddedHost::create(std::move(options));
     if (!embedded)
         return embedded.error();
     embedded_ = std::move(embedded).value();
+    attitude_ = std::make_unique<SDLAttitude>();
+    input_ = std::make_unique<SDLInput>(*embedded_, window_->id());
+    input_->setWindowSize(metrics_.points);
     return std::nullopt;
+}
+
+void SDLHost::Loop::setEmulatesDevice(bool on) {
+    attitude_->setMuted(on);
+    input_->setEmulatesDevice(on);
 }
 
 bool SDLHost::Loop::turn(std::optional<Instant> longest) {
@@ -117,6 +134,10 @@ void SDLHost::Loop::dispatchPending() {
 void SDLHost::Loop::dispatch(const SDL_Event& event) {
     if (wakeUp_->take(event))
         return;
+    attitude_->take(event);
+    // Gestures may have something drawn, which takes a context.
+    if (hasContext_)
+        input_->dispatch(event);
     switch (event.type) {
     case SDL_QUIT:
         return quit();
@@ -156,6 +177,10 @@ void SDLHost::Loop::fitToWindow() {
         return;
     metrics_ = metrics;
     embedded_->resize(metrics.points, metrics.scale());
+    input_->setWindowSize(metrics.points);
+    const SizeListener listener = sizeListener_;
+    if (listener)
+        listener(metrics.points, metrics.scale());
 }
 
 void SDLHost::Loop::dispatchKey(const SDL_KeyboardEvent& event) {
@@ -210,6 +235,8 @@ std::optional<Error> SDLHost::Loop::recreateContext() {
                      "SDL: the new context is not OpenGL ES 2.0 with OES_vertex_array_object"};
     hasContext_ = true;
     isExposed_ = true;
+    // What was lifted meanwhile has not been heard of.
+    input_->cancelTouches();
     return std::nullopt;
 }
 
@@ -221,7 +248,7 @@ Result<std::unique_ptr<SDLHost>> SDLHost::create(const SDLHostOptions& options) 
     if (!window)
         return window.error();
     auto loop = std::make_unique<Loop>(std::move(window).value());
-    if (const auto error = loop->embed())
+    if (const auto error = loop->embed(options))
         return *error;
     return std::unique_ptr<SDLHost>(new SDLHost(std::move(loop)));
 }
@@ -249,6 +276,22 @@ void SDLHost::quit() {
 
 void SDLHost::setKeyListener(KeyListener listener) {
     loop_->setKeyListener(std::move(listener));
+}
+
+void SDLHost::setTouchListener(TouchListener listener) {
+    loop_->input().setTouchListener(std::move(listener));
+}
+
+void SDLHost::setSizeListener(SizeListener listener) {
+    loop_->setSizeListener(std::move(listener));
+}
+
+void SDLHost::setEmulatesDevice(bool on) {
+    loop_->setEmulatesDevice(on);
+}
+
+bool SDLHost::emulatesDevice() const {
+    return loop_->input().emulatedDevice().isOn();
 }
 
 bool SDLHost::isFullScreen() const {

@@ -5,6 +5,7 @@
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Result.h"
+#include "Platform/Interface/Touch.h"
 
 #include <functional>
 #include <memory>
@@ -17,6 +18,7 @@ struct SDLHostOptions {
     /// Of the window's content, in points; while it is full screen, of the window afterwards.
     platform::Size size{1280, 720};
     bool isFullScreen = false;
+    platform::TouchSlop touchSlop = {};
 };
 
 /// Runs the player in a window of SDL's, with a loop of its own or a turn at a time.
@@ -38,6 +40,8 @@ struct SDLHostOptions {
 class SDLHost {
 public:
     using KeyListener = std::function<void(const KeyPress&)>;
+    using TouchListener = std::function<void(const platform::TouchEvent&)>;
+    using SizeListener = std::function<void(platform::Size, double scale)>;
 
     /// Opens the display and makes the window, not shown yet, and its OpenGL ES 2.0 context. On
     /// Linux the display is what DISPLAY or WAYLAND_DISPLAY name, unless SDL_VIDEODRIVER names a
@@ -68,6 +72,20 @@ public:
     /// Called inside a turn for every key that goes down in the window; it may do anything but
     /// destroy the host. Empty: nobody listens.
     void setKeyListener(KeyListener listener);
+
+    /// Called inside a turn for every touch event right before the library gets it: fingers, the
+    /// left mouse button, and the fingers that stand for the wheel. It may do anything but destroy
+    /// the host. Empty: nobody listens.
+    void setTouchListener(TouchListener listener);
+    /// Called after the window's content has another size in points or other pixels a point, and
+    /// the library has been told. It may do anything but destroy the host.
+    void setSizeListener(SizeListener listener);
+
+    /// For machines without sensors: with it on there is a source of attitudes, and dragging with
+    /// the right mouse button turns the device that it stands for, by 90 degrees every 640 points.
+    /// With it off nothing more comes of it, and motion is unavailable again if it was before.
+    void setEmulatesDevice(bool on);
+    [[nodiscard]] bool emulatesDevice() const;
 
     [[nodiscard]] bool isFullScreen() const;
     /// Fills the display that the window is on, or goes back to the size before.

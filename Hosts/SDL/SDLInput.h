@@ -1,0 +1,72 @@
+#pragma once
+
+#include "Hosts/SDL/EmulatedDevice.h"
+#include "Hosts/SDL/EventTimes.h"
+#include "Hosts/SDL/SDLTouches.h"
+#include "Hosts/SDL/SampleKeeper.h"
+#include "Hosts/SDL/WheelPinch.h"
+#include "Platform/Foundation/Geometry.h"
+#include "Platform/Interface/Touch.h"
+
+#include <SDL.h>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+class EmbeddedHost;
+
+/// What input asks SDL for.
+struct SDLFacts {
+    std::function<std::uint32_t()> ticks = SDL_GetTicks;
+    std::function<SDL_TouchDeviceType(SDL_TouchID)> touchDeviceType = SDL_GetTouchDeviceType;
+};
+
+/// What people do with mouse, wheel, track pad and touch screen over one window, as raw touches and
+/// turns of an emulated device.
+///
+/// Thread: main.
+class SDLInput {
+public:
+    using TouchListener = std::function<void(const platform::TouchEvent&)>;
+
+    /// Owner: the host, which outlives this.
+    SDLInput(EmbeddedHost& host, std::uint32_t windowId, SDLFacts facts = {});
+
+    /// The window's size in points, at first and once the host has been told of another.
+    void setWindowSize(platform::Size size);
+    /// Told of every touch right before the host is.
+    void setTouchListener(TouchListener listener) { listener_ = std::move(listener); }
+    [[nodiscard]] EmulatedDevice& emulatedDevice() { return device_; }
+    void setEmulatesDevice(bool on);
+
+    /// Events that are not about input, or about another window, change nothing.
+    void dispatch(const SDL_Event& event);
+    /// Every touch ends without having happened.
+    void cancelTouches();
+
+private:
+    void dispatchWindowEvent(const SDL_WindowEvent& event);
+    void dispatchMotion(const SDL_MouseMotionEvent& event);
+    void dispatchButton(const SDL_MouseButtonEvent& event);
+    void dispatchFinger(const SDL_TouchFingerEvent& event);
+    void dispatchWheel(const SDL_MouseWheelEvent& event);
+    void dispatchGesture(const SDL_MultiGestureEvent& event);
+    void zoom(double factor, std::uint32_t timestamp);
+    void deliver(const platform::TouchEvent& event);
+    [[nodiscard]] bool isOurs(std::uint32_t windowId) const { return windowId == windowId_; }
+    [[nodiscard]] bool isTrackPad(SDL_TouchID device) const;
+    [[nodiscard]] platform::Instant instantOf(std::uint32_t timestamp);
+
+    EmbeddedHost& host_;
+    std::uint32_t windowId_;
+    SDLFacts facts_;
+    platform::Size size_;
+    std::optional<platform::Point> pointer_; // none until it has been seen
+    EventTimes times_;
+    TouchListener listener_;
+    SampleKeeper keeper_;
+    EmulatedDevice device_;
+    SDLTouches touches_;
+    WheelPinch wheel_;
+};

@@ -1,0 +1,34 @@
+#include "Hosts/SDL/EventTimes.h"
+
+#include <gtest/gtest.h>
+
+using namespace std::chrono_literals;
+using platform::Instant;
+
+TEST(EventTimes, AreAsLongAgoAsTheEventIsOld) {
+    EventTimes times;
+    EXPECT_EQ(times.instantOf(1000, 1000, 5s), Instant(5s));
+    EXPECT_EQ(times.instantOf(1500, 1600, 6s), Instant(5900ms));
+}
+
+TEST(EventTimes, AreNeverLaterThanNow) {
+    EventTimes times;
+    EXPECT_EQ(times.instantOf(1010, 1000, 5s), Instant(5s));
+}
+
+TEST(EventTimes, NeverGoBackwards) {
+    EventTimes times;
+    EXPECT_EQ(times.instantOf(1000, 1000, 5s), Instant(5s));
+    EXPECT_EQ(times.instantOf(900, 1000, 5s), Instant(5s));
+    EXPECT_EQ(times.instantOf(1100, 1200, 5200ms), Instant(5100ms));
+}
+
+TEST(EventTimes, AreNotBeforeTheClocksZero) {
+    EventTimes times;
+    EXPECT_EQ(times.instantOf(0, 60000, 1s), Instant(0));
+}
+
+TEST(EventTimes, GoOnWhenTheCounterComesRound) {
+    EventTimes times;
+    EXPECT_EQ(times.instantOf(0xfffffff6U, 90, 5s), Instant(4900ms));
+}
