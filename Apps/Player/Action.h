@@ -3,6 +3,8 @@
 #include "HVViewer/Model/DisplayMode.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Interface/Application.h"
+#include "Platform/Interface/Touch.h"
+#include "Platform/Motion/AttitudeSource.h"
 
 #include <string>
 #include <variant>
@@ -16,21 +18,38 @@ struct ResizeAction {
 struct OrientationAction {
     platform::InterfaceOrientation orientation;
 };
-struct TransparentAction {
+/// The way the device is turned: from then on there is a sensor, though nobody need follow it.
+struct AttitudeAction {
+    platform::Attitude attitude;
+};
+struct SwitchAction {
+    enum class Switch { DeviceMotion, TouchMotion, PinchZoom, LockVertical, Transparent };
+    Switch which;
     bool on;
+};
+struct SphericalOffsetAction {
+    float radians;
+};
+struct TouchAction {
+    /// Its time is filled in when it is played.
+    platform::TouchEvent event;
 };
 struct SnapshotAction {
     /// Inside the output folder.
     std::string name;
 };
 
-/// One line of an action script.
+/// One thing that an action script does at one time; a line that stands for a gesture is several.
 struct Action {
     /// Virtual seconds.
     double at = 0;
-    std::variant<ModeAction, ResizeAction, OrientationAction, TransparentAction, SnapshotAction>
+    std::variant<ModeAction, ResizeAction, OrientationAction, AttitudeAction, SwitchAction,
+                 SphericalOffsetAction, TouchAction, SnapshotAction>
         what;
 
     /// Settings at second 0 take effect before the view appears.
-    [[nodiscard]] bool isSetting() const { return !std::holds_alternative<SnapshotAction>(what); }
+    [[nodiscard]] bool isSetting() const {
+        return !isSnapshot() && !std::holds_alternative<TouchAction>(what);
+    }
+    [[nodiscard]] bool isSnapshot() const { return std::holds_alternative<SnapshotAction>(what); }
 };

@@ -10,12 +10,14 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <functional>
 #include <iostream>
 #include <system_error>
 
 namespace {
 
 constexpr double kLargestSidePx = 16384;
+constexpr double kLargestSlop = 16384;
 
 std::string versionText() {
     std::array<char, 32> number{};
@@ -41,6 +43,27 @@ void addInput(CLI::App& app, std::string& input) {
     app.add_option("INPUT", input, "A picture: a file or a URL (default: the built-in panorama)");
 }
 
+/// A number between two others, both included. Not CLI::Range, which lets "nan" pass.
+void addNumber(CLI::App& app, const std::string& name, double least, double most,
+               const std::function<void(double)>& take, const std::string& description) {
+    app.add_option_function<double>(
+        name,
+        [=](double number) {
+            if (!(number >= least && number <= most))
+                throw CLI::ValidationError(name, "not between " + CLI::detail::to_string(least) +
+                                                     " and " + CLI::detail::to_string(most));
+            take(number);
+        },
+        description);
+}
+
+void addTouchSlop(CLI::App& app, platform::TouchSlop& slop) {
+    addNumber(
+        app, "--touch-slop", 0, kLargestSlop,
+        [&slop](double points) { slop = {.finger = points, .mouse = points}; },
+        "How far a touch may wander before it drags, in points (default: 10, a mouse 3)");
+}
+
 void addRenderOptions(CLI::App& app, RenderCommand& render) {
     addInput(app, render.input);
     app.add_option("--output", render.output,
@@ -54,7 +77,9 @@ void addRenderOptions(CLI::App& app, RenderCommand& render) {
            },
            "Size of the view in points, WxH")
         ->required();
-    app.add_option("--scale", render.scale, "Pixels per point")->check(CLI::Range(0.1, 16.0));
+    addNumber(
+        app, "--scale", 0.1, 16, [&render](double scale) { render.scale = scale; },
+        "Pixels per point");
     app.add_option_function<std::string>(
            "--mode",
            [&render](const std::string& name) {
@@ -63,12 +88,34 @@ void addRenderOptions(CLI::App& app, RenderCommand& render) {
                    throw CLI::ValidationError("--mode", "unknown mode \"" + name + "\"");
                render.mode = *mode;
            },
-           "plane, sphere or little-planet")
+           "plane, sphere, little-planet or side-by-side")
         ->default_str("sphere");
-    app.add_option("--time", render.timeSeconds, "The second that the picture shows")
-        ->check(CLI::Range(0.0, 1e6));
+    addNumber(
+        app, "--time", 0, 1e6, [&render](double seconds) { render.timeSeconds = seconds; },
+        "The second that the picture shows");
     app.add_option("--actions", render.actionsFile, "A script of JSON lines to play");
     app.add_option("--trace", render.traceFile, "Write what happened as JSON lines");
+    addTouchSlop(app, render.touchSlop);
+}
+
+void addPlayOptions(CLI::App& app, PlayCommand& play) {
+    addInput(app, play.input);
+    addTouchSlop(app, play.touchSlop);
+    app.add_option("--record", play.recordFile,
+                   "Write what is done in the window as a script for render --actions");
+    app.add_option("--attitude-trace", play.attitudeTraceFile,
+                   "A recording of a device's attitude to steer by");
+}
+
+/// What of the window's own stands on a command line that renders; empty: nothing.
+std::string strayBeforeRender(const CLI::App& app, const PlayCommand& play) {
+    if (!play.input.empty())
+        return play.input;
+    for (const char* option : {"--touch-slop", "--record", "--attitude-trace"}) {
+        if (app.count(option) > 0)
+            return option;
+    }
+    return {};
 }
 
 bool fits(const RenderCommand& render) {
@@ -82,7 +129,7 @@ Command parseCommandLine(int argc, const char* const* argv) {
     RenderCommand render;
     CLI::App app("Shows a spherical picture.", "zanto-player");
     app.set_version_flag("--version", versionText());
-    addInput(app, play.input);
+    addPlayOptions(app, play);
     CLI::App* renderApp = app.add_subcommand("render", "Writes pictures of it without a display.");
     addRenderOptions(*renderApp, render);
     try {
@@ -95,8 +142,8 @@ Command parseCommandLine(int argc, const char* const* argv) {
     }
     if (!renderApp->parsed())
         return play;
-    if (!play.input.empty()) {
-        tell("\"" + play.input + "\" stands before render; give the input after it");
+    if (const std::string stray = strayBeforeRender(app, play); !stray.empty()) {
+        tell("\"" + stray + "\" stands before render; input and options are given after it");
         return ExitCode::WrongUse;
     }
     if (!fits(render)) {

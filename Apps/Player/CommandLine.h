@@ -3,6 +3,7 @@
 #include "Apps/Player/ExitCode.h"
 #include "HVViewer/Model/DisplayMode.h"
 #include "Platform/Foundation/Geometry.h"
+#include "Platform/Interface/Touch.h"
 
 #include <string>
 #include <variant>
@@ -11,6 +12,10 @@
 struct PlayCommand {
     /// Empty: the built-in panorama.
     std::string input;
+    platform::TouchSlop touchSlop;
+    /// Empty: none.
+    std::string recordFile;
+    std::string attitudeTraceFile;
 };
 
 /// `zanto-player render [INPUT] --output … --size …`
@@ -27,6 +32,7 @@ struct RenderCommand {
     /// Empty: none.
     std::string actionsFile;
     std::string traceFile;
+    platform::TouchSlop touchSlop;
 };
 
 /// What the arguments ask for: a command, or to leave at once, everything said.

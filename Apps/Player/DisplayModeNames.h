@@ -8,10 +8,11 @@
 #include <utility>
 
 /// The display modes as they are called on the command line and in action scripts.
-inline constexpr std::array<std::pair<std::string_view, DisplayMode>, 3> kDisplayModeNames{{
+inline constexpr std::array<std::pair<std::string_view, DisplayMode>, 4> kDisplayModeNames{{
     {"plane", DisplayMode::Plane},
     {"sphere", DisplayMode::Sphere},
     {"little-planet", DisplayMode::LittlePlanet},
+    {"side-by-side", DisplayMode::SideBySide},
 }};
 
 [[nodiscard]] constexpr std::optional<DisplayMode> displayModeNamed(std::string_view name) {

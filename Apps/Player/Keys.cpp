@@ -12,10 +12,15 @@ struct Binding {
     std::string_view help;
 };
 
-constexpr std::array<Binding, 7> kBindings{{
+constexpr std::array<Binding, 10> kBindings{{
     {U'1', KeyAction::ShowPlane, "1       flat on a plane"},
     {U'2', KeyAction::ShowSphere, "2       from inside the sphere"},
     {U'3', KeyAction::ShowLittlePlanet, "3       as a little planet"},
+    {U'4', KeyAction::ShowSideBySide, "4       side by side, for a viewer"},
+    {U'g', KeyAction::ToggleDeviceMotion,
+     "g       in the sphere: follow the device, or stop; without one the right mouse button turns "
+     "it"},
+    {U'l', KeyAction::ToggleVerticalLock, "l       drag sideways only, or freely again"},
     {U'f', KeyAction::ToggleFullScreen, "f       full screen, and back"},
     {U's', KeyAction::TakeScreenshot, "s       write a screenshot into the current folder"},
     {U'h', KeyAction::PrintHelp, "h       print this help"},

@@ -1,12 +1,16 @@
 #include "Apps/Player/Play.h"
 
+#include "Apps/Player/AttitudeTraceFile.h"
 #include "Apps/Player/Content.h"
 #include "Apps/Player/LogTap.h"
 #include "Apps/Player/Message.h"
 #include "Apps/Player/WindowPlayer.h"
+#include "Apps/Player/WindowRecording.h"
 #include "Hosts/SDL/SDLHost.h"
+#include "Platform/Motion/AttitudeTracePlayer.h"
 
 #include <filesystem>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -17,13 +21,70 @@ std::string titleOf(const std::string& input) {
     return std::filesystem::path(input).filename().string() + " – zanto-player";
 }
 
+/// What the command names beside the content, ready before there is a window.
+struct Extras {
+    std::unique_ptr<platform::AttitudeTracePlayer> attitudes; // null: none
+    std::unique_ptr<WindowRecording> recording;               // null: none
+};
+
+platform::Result<Extras> openExtras(const PlayCommand& command) {
+    Extras extras;
+    if (!command.attitudeTraceFile.empty()) {
+        auto trace = readAttitudeTraceFile(command.attitudeTraceFile);
+        if (!trace)
+            return trace.error();
+        extras.attitudes =
+            std::make_unique<platform::AttitudeTracePlayer>(std::move(trace).value());
+    }
+    if (!command.recordFile.empty()) {
+        auto recording = WindowRecording::create(command.recordFile);
+        if (!recording)
+            return recording.error();
+        extras.recording = std::move(recording).value();
+    }
+    return extras;
+}
+
+ExitCode endRecording(WindowRecording& recording, const PlayCommand& command) {
+    if (const auto failure = recording.end()) {
+        tell(failure->detail);
+        return ExitCode::WrongUse;
+    }
+    const std::string input = command.input.empty() ? "" : command.input + " ";
+    tell("to play it back: zanto-player render " + input +
+         recording.playbackOptions(command.touchSlop) + " --output FOLDER");
+    return ExitCode::Done;
+}
+
+/// Has the view appear, steered and watched as the command says.
+void begin(SDLHost& host, const std::shared_ptr<TracedController>& controller,
+           const Extras& extras) {
+    host.embedded().setRootViewController(controller);
+    if (extras.attitudes) {
+        extras.attitudes->start();
+        controller->turnOnDeviceMotionInterraction(true);
+    }
+    if (extras.recording) {
+        extras.recording->begin(host);
+        if (controller->deviceMotionIsOn())
+            extras.recording->note(SwitchAction{SwitchAction::Switch::DeviceMotion, true});
+    }
+    host.embedded().appear();
+}
+
 } // namespace
 
 ExitCode play(const PlayCommand& command) {
+    auto opened = openExtras(command);
+    if (!opened) {
+        tell(opened.error().detail);
+        return ExitCode::WrongUse;
+    }
     // A window is traced by nobody.
     const auto trace = Trace::create("");
     const LogTap tap(*trace.value());
-    auto created = SDLHost::create({.title = titleOf(command.input)});
+    auto created =
+        SDLHost::create({.title = titleOf(command.input), .touchSlop = command.touchSlop});
     if (!created) {
         tell("no window: " + created.error().detail);
         return ExitCode::NoGraphics;
@@ -35,9 +96,13 @@ ExitCode play(const PlayCommand& command) {
     host.embedded().runDueWork();
     if (!contentIsOpen(*controller, command.input))
         return ExitCode::ContentNotOpened;
-    const WindowPlayer player(host, *controller);
-    host.embedded().setRootViewController(controller);
-    host.embedded().appear();
+    const Extras extras = std::move(opened).value(); // goes before the host that it watches
+    WindowRecording* const recording = extras.recording.get();
+    const WindowPlayer player(host, *controller, [recording](const auto& what) {
+        if (recording)
+            recording->note(what);
+    });
+    begin(host, controller, extras);
     host.run();
-    return ExitCode::Done;
+    return recording ? endRecording(*recording, command) : ExitCode::Done;
 }

@@ -20,6 +20,11 @@ struct Stop {
     ExitCode code;
 };
 
+bool namesItsPictures(const std::vector<Action>& actions) {
+    return std::any_of(actions.begin(), actions.end(),
+                       [](const Action& action) { return action.isSnapshot(); });
+}
+
 /// One run: a host, a controller, and the actions that are played on them.
 class RenderRun {
 public:
@@ -46,14 +51,14 @@ public:
             host_->advanceTo(platform::fromSeconds(action.at));
             apply(action);
         }
-        if (std::all_of(actions.begin(), actions.end(),
-                        [](const Action& a) { return a.isSetting(); }))
+        if (!namesItsPictures(actions))
             renderOnePicture();
     }
 
 private:
     void openHost() {
-        auto host = HeadlessHost::create({command_.size, command_.scale});
+        auto host = HeadlessHost::create(
+            {.size = command_.size, .scale = command_.scale, .touchSlop = command_.touchSlop});
         if (!host) {
             tell(host.error().detail);
             throw Stop{ExitCode::NoGraphics};
@@ -104,8 +109,29 @@ private:
     void applyKind(const OrientationAction& action) {
         host_->embedded().setOrientation(action.orientation);
     }
-    void applyKind(const TransparentAction& action) {
-        controller_->setEnableTransparentBackground(action.on);
+    void applyKind(const AttitudeAction& action) { host_->embedded().setAttitude(action.attitude); }
+    void applyKind(const SwitchAction& action) {
+        using Switch = SwitchAction::Switch;
+        switch (action.which) {
+        case Switch::DeviceMotion:
+            return controller_->turnOnDeviceMotionInterraction(action.on);
+        case Switch::TouchMotion:
+            return controller_->turnOnTouchMotionInterraction(action.on);
+        case Switch::PinchZoom:
+            return controller_->turnOnScaleInterraction(action.on);
+        case Switch::LockVertical:
+            return controller_->setLockVerticalRotation(action.on);
+        case Switch::Transparent:
+            return controller_->setEnableTransparentBackground(action.on);
+        }
+    }
+    void applyKind(const SphericalOffsetAction& action) {
+        controller_->setSphericalOffset(action.radians);
+    }
+    void applyKind(const TouchAction& action) {
+        platform::TouchEvent event = action.event;
+        event.time = host_->now();
+        host_->embedded().touch(event);
     }
     void applyKind(const SnapshotAction& action) { snapshot(action.name); }
 
@@ -123,10 +149,7 @@ platform::Result<std::vector<Action>> readActions(const RenderCommand& command) 
     auto actions = readActionScript(command.actionsFile);
     if (!actions)
         return actions;
-    const auto& list = actions.value();
-    const bool named =
-        std::any_of(list.begin(), list.end(), [](const Action& a) { return !a.isSetting(); });
-    if (named && PictureOutput(command.output).isFile())
+    if (namesItsPictures(actions.value()) && PictureOutput(command.output).isFile())
         return platform::Error{platform::ErrorCode::Unsupported,
                                "--output " + command.output +
                                    ": a script that names its pictures needs a folder"};

@@ -72,6 +72,8 @@ void Trace::frame(std::string_view name, const ZNTDisplayViewController& control
     line["orientation"] = static_cast<int>(orientation);
     line["presented"] = presented;
     line["views"] = ordered_json::array({describe(*controller.displayView())});
+    if (controller.currentMode() == DisplayMode::SideBySide)
+        line["views"].push_back(describe(*controller.virtualDisplayView()));
     write(line);
 }
 

@@ -5,10 +5,12 @@
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
 #include "Hosts/SDL/SDLHost.h"
 #include "Platform/Interface/Screen.h"
+#include "Platform/Motion/AttitudeSource.h"
 
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -28,8 +30,9 @@ std::string freeScreenshotName() {
 
 } // namespace
 
-WindowPlayer::WindowPlayer(SDLHost& host, ZNTDisplayViewController& controller)
-    : host_(host), controller_(controller) {
+WindowPlayer::WindowPlayer(SDLHost& host, ZNTDisplayViewController& controller,
+                           ActionListener listener)
+    : host_(host), controller_(controller), listener_(std::move(listener)) {
     host_.setKeyListener([this](const KeyPress& press) {
         if (const auto action = keyActionOf(press))
             perform(*action);
@@ -43,11 +46,17 @@ WindowPlayer::~WindowPlayer() {
 void WindowPlayer::perform(KeyAction action) {
     switch (action) {
     case KeyAction::ShowPlane:
-        return controller_.setDisplayMode(DisplayMode::Plane);
+        return show(DisplayMode::Plane);
     case KeyAction::ShowSphere:
-        return controller_.setDisplayMode(DisplayMode::Sphere);
+        return show(DisplayMode::Sphere);
     case KeyAction::ShowLittlePlanet:
-        return controller_.setDisplayMode(DisplayMode::LittlePlanet);
+        return show(DisplayMode::LittlePlanet);
+    case KeyAction::ShowSideBySide:
+        return show(DisplayMode::SideBySide);
+    case KeyAction::ToggleDeviceMotion:
+        return toggleDeviceMotion();
+    case KeyAction::ToggleVerticalLock:
+        return toggleVerticalLock();
     case KeyAction::ToggleFullScreen:
         return host_.setFullScreen(!host_.isFullScreen());
     case KeyAction::TakeScreenshot:
@@ -59,6 +68,35 @@ void WindowPlayer::perform(KeyAction action) {
     case KeyAction::Leave:
         return leave();
     }
+}
+
+void WindowPlayer::tellListener(const decltype(Action::what)& what) const {
+    if (listener_)
+        listener_(what);
+}
+
+void WindowPlayer::show(DisplayMode mode) {
+    controller_.setDisplayMode(mode);
+    tellListener(ModeAction{mode});
+}
+
+void WindowPlayer::toggleDeviceMotion() {
+    // In the other modes it is not the person's choice.
+    if (controller_.currentMode() != DisplayMode::Sphere)
+        return;
+    const bool on = !controller_.deviceMotionIsOn();
+    if (on && !platform::AttitudeSource::shared().isAvailable())
+        host_.setEmulatesDevice(true);
+    controller_.turnOnDeviceMotionInterraction(on);
+    if (!on && host_.emulatesDevice())
+        host_.setEmulatesDevice(false);
+    tellListener(SwitchAction{SwitchAction::Switch::DeviceMotion, on});
+}
+
+void WindowPlayer::toggleVerticalLock() {
+    const bool lock = !controller_.lockVerticalRotation();
+    controller_.setLockVerticalRotation(lock);
+    tellListener(SwitchAction{SwitchAction::Switch::LockVertical, lock});
 }
 
 void WindowPlayer::leave() {

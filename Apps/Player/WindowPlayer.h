@@ -1,6 +1,9 @@
 #pragma once
 
+#include "Apps/Player/Action.h"
 #include "Apps/Player/Keys.h"
+
+#include <functional>
 
 class SDLHost;
 class ZNTDisplayViewController;
@@ -11,17 +14,25 @@ class ZNTDisplayViewController;
 /// Thread: main.
 class WindowPlayer {
 public:
-    WindowPlayer(SDLHost& host, ZNTDisplayViewController& controller);
+    /// Told of everything that a key does to the camera, once it has.
+    using ActionListener = std::function<void(const decltype(Action::what)&)>;
+
+    WindowPlayer(SDLHost& host, ZNTDisplayViewController& controller, ActionListener listener = {});
     ~WindowPlayer();
     WindowPlayer(const WindowPlayer&) = delete;
     WindowPlayer& operator=(const WindowPlayer&) = delete;
 
 private:
     void perform(KeyAction action);
+    void show(DisplayMode mode);
+    void toggleDeviceMotion();
+    void toggleVerticalLock();
+    void tellListener(const decltype(Action::what)& what) const;
     void leave();
     /// Writes what the window shows to the first free name in the current folder and prints it.
     void takeScreenshot();
 
     SDLHost& host_;
     ZNTDisplayViewController& controller_;
+    ActionListener listener_;
 };

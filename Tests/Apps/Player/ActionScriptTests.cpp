@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -30,19 +31,74 @@ TEST(ActionScript, ReadsEveryKindInOrder) {
 {"at":1.5,"orientation":4}
 {"at":1.5,"transparent":true}
 {"at":2,"snapshot":"folder/name.png"}
+{"at":2,"spherical_offset":-0.5}
+{"at":2,"mode":"side-by-side"}
 )");
     ASSERT_TRUE(script);
     const auto& actions = script.value();
-    ASSERT_EQ(actions.size(), 5U);
+    ASSERT_EQ(actions.size(), 7U);
     EXPECT_EQ(std::get<ModeAction>(actions[0].what).mode, DisplayMode::LittlePlanet);
     EXPECT_EQ(std::get<ResizeAction>(actions[1].what).size, (platform::Size{360, 640.5}));
     EXPECT_EQ(std::get<OrientationAction>(actions[2].what).orientation,
               platform::InterfaceOrientation::LandscapeLeft);
-    EXPECT_TRUE(std::get<TransparentAction>(actions[3].what).on);
+    EXPECT_TRUE(std::get<SwitchAction>(actions[3].what).on);
     EXPECT_EQ(std::get<SnapshotAction>(actions[4].what).name, "folder/name.png");
+    EXPECT_EQ(std::get<SphericalOffsetAction>(actions[5].what).radians, -0.5F);
+    EXPECT_EQ(std::get<ModeAction>(actions[6].what).mode, DisplayMode::SideBySide);
     EXPECT_EQ(actions[2].at, 1.5);
-    EXPECT_TRUE(actions[3].isSetting());
-    EXPECT_FALSE(actions[4].isSetting());
+}
+
+TEST(ActionScript, ReadsEverySwitch) {
+    using Switch = SwitchAction::Switch;
+    const std::vector<std::pair<std::string, Switch>> switches{
+        {"device_motion", Switch::DeviceMotion},
+        {"touch_motion", Switch::TouchMotion},
+        {"pinch_zoom", Switch::PinchZoom},
+        {"lock_vertical", Switch::LockVertical},
+        {"transparent", Switch::Transparent}};
+    for (const auto& [name, which] : switches) {
+        const auto script =
+            read("{\"at\":0,\"" + name + "\":true}\n{\"at\":0,\"" + name + "\":false}");
+        ASSERT_TRUE(script) << name;
+        const auto on = std::get<SwitchAction>(script.value()[0].what);
+        const auto off = std::get<SwitchAction>(script.value()[1].what);
+        EXPECT_EQ(on.which, which) << name;
+        EXPECT_TRUE(on.on) << name;
+        EXPECT_EQ(off.which, which) << name;
+        EXPECT_FALSE(off.on) << name;
+        EXPECT_EQ(refusal("{\"at\":1,\"" + name + "\":1}"),
+                  "script:2: \"" + name + "\" is not true or false");
+    }
+}
+
+TEST(ActionScript, KeepsAnAttitudeOfUnitLengthToTheLastBit) {
+    const auto script = read(R"({"at":0,"attitude":[0.5,-0.5,0.5,0.5000001]}
+{"at":0,"attitude":[0,0,0,-4]}
+{"at":0,"attitude":[1e200,0,0,0]})");
+    ASSERT_TRUE(script);
+    const auto attitude = [&](std::size_t i) {
+        return std::get<AttitudeAction>(script.value()[i].what).attitude;
+    };
+    EXPECT_EQ(attitude(0), (platform::Attitude{0.5, -0.5, 0.5, 0.5000001}));
+    EXPECT_EQ(attitude(1), (platform::Attitude{0, 0, 0, -1})) << "others are brought to it";
+    EXPECT_EQ(attitude(2), (platform::Attitude{1, 0, 0, 0}));
+}
+
+TEST(ActionScript, TakesEverythingButTouchesAndPicturesForASetting) {
+    const auto script = read(R"({"at":0,"mode":"plane"}
+{"at":0,"resize":[10,10]}
+{"at":0,"orientation":1}
+{"at":0,"attitude":[0,0,0,1]}
+{"at":0,"device_motion":true}
+{"at":0,"spherical_offset":1}
+{"at":0,"snapshot":"a.png"}
+{"at":0,"touch":"down","id":1,"x":0,"y":0}
+{"at":0,"tap":[1,1]}
+{"at":0,"pinch":1,"center":[1,1],"over":0})");
+    ASSERT_TRUE(script);
+    const auto& actions = script.value();
+    for (std::size_t i = 0; i < actions.size(); ++i)
+        EXPECT_EQ(actions[i].isSetting(), i < 6) << i;
 }
 
 TEST(ActionScript, MayBeEmpty) {
@@ -66,12 +122,21 @@ TEST(ActionScript, RefusesWithFileLineAndReason) {
         {R"({"at":1,"dance":true})", "unknown action \"dance\""},
         {R"({"at":1,"mode":"plane","transparent":true})", "more than one action in a line"},
         {R"({"at":1,"resize":[360]})", "\"resize\" is not [width, height]"},
-        {R"({"at":1,"resize":["a",1]})", "the width is not a number"},
+        {R"({"at":1,"resize":["a",1]})", "\"resize\" is not [width, height]"},
         {R"({"at":1,"resize":[0,100]})", "\"resize\" is not between 1 and 16384 points a side"},
         {R"({"at":1,"resize":[100,20000]})", "\"resize\" is not between 1 and 16384 points a side"},
         {R"({"at":1,"orientation":5})", "\"orientation\" is not 1, 2, 3 or 4"},
         {R"({"at":1,"orientation":1.5})", "\"orientation\" is not 1, 2, 3 or 4"},
-        {R"({"at":1,"transparent":1})", "\"transparent\" is not true or false"},
+        {R"({"at":1,"mode":"plane","x":1})", "\"mode\" knows no \"x\""},
+        {R"({"at":1000001,"mode":"plane"})", "\"at\" is over 1000000 seconds"},
+        {R"({"at":1,"attitude":[0,0,1]})", "\"attitude\" is not [x, y, z, w]"},
+        {R"({"at":1,"attitude":[0,0,0,null]})", "\"attitude\" is not [x, y, z, w]"},
+        {R"({"at":1,"attitude":[0,0,0,0]})",
+         "\"attitude\" is no rotation: its length is as good as 0 or no number"},
+        {R"({"at":1,"attitude":[1.7e308,1.7e308,0,0]})",
+         "\"attitude\" is no rotation: its length is as good as 0 or no number"},
+        {R"({"at":1,"spherical_offset":"1"})", "\"spherical_offset\" is not a number"},
+        {R"({"at":1,"spherical_offset":1e300})", "\"spherical_offset\" is not a number"},
         {R"({"at":1,"snapshot":5})", "\"snapshot\" is not a text"}};
     for (const auto& [line, reason] : cases)
         EXPECT_EQ(refusal(line), "script:2: " + reason) << line;
@@ -99,4 +164,20 @@ TEST(ActionScript, NamesAFileThatCannotBeRead) {
     const auto folder = readActionScript(::testing::TempDir());
     ASSERT_FALSE(folder);
     EXPECT_EQ(folder.error().detail, ::testing::TempDir() + ": cannot be read");
+}
+
+TEST(ActionScript, ReadsEveryExampleOfItsManual) {
+    std::ifstream manual(std::string(ZANTO_SOURCE_DIR) + "/docs/scripts.md");
+    int examples = 0;
+    for (std::string line; std::getline(manual, line);) {
+        if (line != "```jsonl")
+            continue;
+        std::string example;
+        while (std::getline(manual, line) && line != "```")
+            example += line + "\n";
+        const auto script = read(example);
+        EXPECT_TRUE(script) << script.error().detail << "\n" << example;
+        ++examples;
+    }
+    EXPECT_GT(examples, 4);
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -36,15 +37,18 @@ TEST(CommandLine, PlaysAFileOrAnAddress) {
 TEST(CommandLine, ReadsEveryRenderOption) {
     const auto render = std::get<RenderCommand>(
         parse({"render", "in.jpg", "--output", "out", "--size=640x360", "--scale", "2", "--mode",
-               "little-planet", "--time=1.5", "--actions", "a.jsonl", "--trace", "t.jsonl"}));
+               "side-by-side", "--time=1.5", "--actions", "a.jsonl", "--trace", "t.jsonl",
+               "--touch-slop", "2.5"}));
     EXPECT_EQ(render.input, "in.jpg");
     EXPECT_EQ(render.output, "out");
     EXPECT_EQ(render.size, (platform::Size{640, 360}));
     EXPECT_EQ(render.scale, 2.0);
-    EXPECT_EQ(render.mode, DisplayMode::LittlePlanet);
+    EXPECT_EQ(render.mode, DisplayMode::SideBySide);
     EXPECT_EQ(render.timeSeconds, 1.5);
     EXPECT_EQ(render.actionsFile, "a.jsonl");
     EXPECT_EQ(render.traceFile, "t.jsonl");
+    EXPECT_EQ(render.touchSlop.finger, 2.5);
+    EXPECT_EQ(render.touchSlop.mouse, 2.5);
 }
 
 TEST(CommandLine, HasDefaultsForWhatMayBeLeftOut) {
@@ -54,6 +58,43 @@ TEST(CommandLine, HasDefaultsForWhatMayBeLeftOut) {
     EXPECT_EQ(render.scale, 1.0);
     EXPECT_EQ(render.mode, DisplayMode::Sphere);
     EXPECT_EQ(render.timeSeconds, 0.0);
+    EXPECT_EQ(render.touchSlop.finger, 10.0);
+    EXPECT_EQ(render.touchSlop.mouse, 3.0);
+}
+
+TEST(CommandLine, KnowsEveryMode) {
+    const auto mode = [](const char* name) {
+        return std::get<RenderCommand>(
+                   parse({"render", "--output", "o", "--size", "1x1", "--mode", name}))
+            .mode;
+    };
+    EXPECT_EQ(mode("plane"), DisplayMode::Plane);
+    EXPECT_EQ(mode("sphere"), DisplayMode::Sphere);
+    EXPECT_EQ(mode("little-planet"), DisplayMode::LittlePlanet);
+    EXPECT_EQ(mode("side-by-side"), DisplayMode::SideBySide);
+}
+
+TEST(CommandLine, ReadsEveryOptionOfTheWindow) {
+    const auto play = std::get<PlayCommand>(
+        parse({"in.jpg", "--record", "r.jsonl", "--attitude-trace=t.txt", "--touch-slop", "5"}));
+    EXPECT_EQ(play.input, "in.jpg");
+    EXPECT_EQ(play.recordFile, "r.jsonl");
+    EXPECT_EQ(play.attitudeTraceFile, "t.txt");
+    EXPECT_EQ(play.touchSlop.finger, 5.0);
+    const auto plain = std::get<PlayCommand>(parse({}));
+    EXPECT_EQ(plain.recordFile, "");
+    EXPECT_EQ(plain.attitudeTraceFile, "");
+    EXPECT_EQ(plain.touchSlop.finger, 10.0);
+    EXPECT_EQ(plain.touchSlop.mouse, 3.0);
+}
+
+TEST(CommandLine, LetsADragBeginAtTheFirstMove) {
+    const auto render = std::get<RenderCommand>(
+        parse({"render", "--output", "o", "--size", "1x1", "--touch-slop=0"}));
+    EXPECT_EQ(render.touchSlop.finger, 0.0);
+    const auto play = std::get<PlayCommand>(parse({"--touch-slop", "0"}));
+    EXPECT_EQ(play.touchSlop.finger, 0.0);
+    EXPECT_EQ(play.touchSlop.mouse, 0.0);
 }
 
 TEST(CommandLine, AnswersHelpAndVersionOnStandardOutput) {
@@ -72,7 +113,11 @@ TEST(CommandLine, NamesWhatIsWrongInOneLine) {
     EXPECT_EQ(complaint({"render", "--size", "1x1"}), "zanto-player: --output is required\n");
     EXPECT_EQ(complaint({"render", "--output", "o"}), "zanto-player: --size is required\n");
     EXPECT_EQ(complaint({"a.jpg", "render", "--output", "o", "--size", "1x1"}),
-              "zanto-player: \"a.jpg\" stands before render; give the input after it\n");
+              "zanto-player: \"a.jpg\" stands before render; input and options are given after "
+              "it\n");
+    EXPECT_EQ(complaint({"--record", "r", "render", "--output", "o", "--size", "1x1"}),
+              "zanto-player: \"--record\" stands before render; input and options are given after "
+              "it\n");
     EXPECT_EQ(complaint({"render", "--output", "o", "--size", "9000x1", "--scale", "2"}),
               "zanto-player: --size times --scale is over 16384 pixels a side\n");
 }
@@ -89,10 +134,17 @@ TEST(CommandLine, RefusesSizesThatAreNone) {
 TEST(CommandLine, RefusesUnknownModesAndValues) {
     EXPECT_EQ(complaint({"render", "--output", "o", "--size", "1x1", "--mode", "1"}),
               "zanto-player: --mode: unknown mode \"1\"\n");
-    EXPECT_NE(
-        complaint({"render", "--output", "o", "--size", "1x1", "--scale", "0"}).find("--scale"),
-        std::string::npos);
-    EXPECT_NE(
-        complaint({"render", "--output", "o", "--size", "1x1", "--time", "-1"}).find("--time"),
-        std::string::npos);
+    const std::vector<std::pair<const char*, std::vector<const char*>>> numbers{
+        {"--scale", {"0", "17", "nan", "inf", "x"}},
+        {"--time", {"-1", "1000001", "nan", "inf", "x"}},
+        {"--touch-slop", {"-1", "nan", "inf", "x"}}};
+    for (const auto& [option, values] : numbers) {
+        for (const char* value : values)
+            EXPECT_NE(
+                complaint({"render", "--output", "o", "--size", "1x1", option, value}).find(option),
+                std::string::npos)
+                << option << value;
+    }
+    EXPECT_EQ(complaint({"--touch-slop=-1"}),
+              "zanto-player: --touch-slop: not between 0 and 16384\n");
 }

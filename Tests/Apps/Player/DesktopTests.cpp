@@ -1,5 +1,6 @@
 #include "Apps/Player/BuiltInPanorama.h"
 #include "Tests/Apps/Player/DesktopWindow.h"
+#include "Tests/Apps/Player/ProgramRun.h"
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/PictureCompare.h"
@@ -7,9 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <string>
 #include <thread>
 
 using namespace std::chrono_literals;
@@ -65,6 +68,70 @@ TEST(Desktop, ShowsWhatTheHeadlessHostShowsAndFollowsTheWindow) {
     EXPECT_TRUE(comesToShow(*window, "desktop-high", *high));
     window->resize({1280, 720});
     EXPECT_TRUE(comesToShow(*window, "desktop-wide-again", *wide));
+    window->close();
+    EXPECT_EQ(program.exitCode(), 0);
+}
+
+TEST(Desktop, RecordsADragThatPlaysBackToWhatTheWindowShows) {
+    const auto display = tests::VirtualDisplay::start();
+    if (!display)
+        GTEST_SKIP() << "Xvfb is not installed or does not start";
+    const ScratchFolder folder;
+    const std::string script = folder.path("script.jsonl");
+    const auto atRest = headlessPicture({400, 300});
+    tests::ChildProcess program(
+        {ZANTO_PLAYER, "--record", script},
+        {"DISPLAY=" + display->name(), "SDL_VIDEODRIVER=x11", tests::kWithoutLeakCheck},
+        tests::ChildProcess::StandardError::Dropped);
+    std::unique_ptr<DesktopWindow> window;
+    ASSERT_TRUE(becomesTrue([&] {
+        window = DesktopWindow::find(display->name(), "zanto-player");
+        return window != nullptr;
+    }));
+    window->resize({400, 300});
+    ASSERT_TRUE(comesToShow(*window, "desktop-before-drag", *atRest));
+    window->drag({100, 200}, {180, 150});
+    ASSERT_TRUE(becomesTrue([&] {
+        return folder.read("script.jsonl").find("\"up\"") != std::string::npos;
+    })) << folder.read("script.jsonl");
+
+    const ProgramRun playback = runPlayer("render --size 1280x720 --time 1000 --actions " + script +
+                                          " --output " + folder.path("end.png"));
+    ASSERT_EQ(playback.exitCode, 0) << playback.standardError;
+    const auto end = platform::Image::imageWithContentsOfFile(folder.path("end.png"));
+    ASSERT_NE(end, nullptr);
+    EXPECT_FALSE(std::ranges::equal(end->pixels(), atRest->pixels())) << "the drag did nothing";
+    EXPECT_TRUE(comesToShow(*window, "desktop-after-drag", *end));
+    window->close();
+    EXPECT_EQ(program.exitCode(), 0);
+}
+
+TEST(Desktop, IsSteeredByAnAttitudeTrace) {
+    const auto display = tests::VirtualDisplay::start();
+    if (!display)
+        GTEST_SKIP() << "Xvfb is not installed or does not start";
+    const ScratchFolder folder;
+    const std::string trace = folder.write("trace.csv", "seconds,x,y,z,w\n"
+                                                        "0,0,0,0,1\n"
+                                                        "0.1,0.5,0.5,0.5,0.5\n");
+    const std::string script = folder.write("script.jsonl", R"({"at":0,"attitude":[0.5,0.5,0.5,0.5]}
+{"at":0,"device_motion":true})");
+    const ProgramRun rendering = runPlayer("render --size 1280x720 --actions " + script +
+                                           " --output " + folder.path("steered.png"));
+    ASSERT_EQ(rendering.exitCode, 0) << rendering.standardError;
+    const auto steered = platform::Image::imageWithContentsOfFile(folder.path("steered.png"));
+    ASSERT_NE(steered, nullptr);
+    EXPECT_FALSE(std::ranges::equal(steered->pixels(), headlessPicture({1280, 720})->pixels()));
+
+    tests::ChildProcess program(
+        {ZANTO_PLAYER, "--attitude-trace", trace},
+        {"DISPLAY=" + display->name(), "SDL_VIDEODRIVER=x11", tests::kWithoutLeakCheck});
+    std::unique_ptr<DesktopWindow> window;
+    ASSERT_TRUE(becomesTrue([&] {
+        window = DesktopWindow::find(display->name(), "zanto-player");
+        return window != nullptr;
+    }));
+    EXPECT_TRUE(comesToShow(*window, "desktop-steered", *steered));
     window->close();
     EXPECT_EQ(program.exitCode(), 0);
 }

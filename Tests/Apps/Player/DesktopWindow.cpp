@@ -104,6 +104,33 @@ void DesktopWindow::resize(platform::SizePx size) const {
     XFlush(handles_->display);
 }
 
+void DesktopWindow::drag(platform::Point from, platform::Point to) const {
+    const auto send = [this](int type, long mask, unsigned state, platform::Point place) {
+        XEvent event{};
+        event.xbutton.type = type;
+        event.xbutton.display = handles_->display;
+        event.xbutton.window = handles_->window;
+        event.xbutton.root = DefaultRootWindow(handles_->display);
+        event.xbutton.x = event.xbutton.x_root = static_cast<int>(place.x);
+        event.xbutton.y = event.xbutton.y_root = static_cast<int>(place.y);
+        event.xbutton.state = state;
+        event.xbutton.same_screen = True;
+        if (type == MotionNotify)
+            event.xmotion.is_hint = NotifyNormal;
+        else
+            event.xbutton.button = Button1;
+        XSendEvent(handles_->display, handles_->window, False, mask, &event);
+    };
+    send(MotionNotify, PointerMotionMask, 0, from);
+    send(ButtonPress, ButtonPressMask, 0, from);
+    for (const double way : {0.5, 1.0}) {
+        const platform::Point place{from.x + (to.x - from.x) * way, from.y + (to.y - from.y) * way};
+        send(MotionNotify, PointerMotionMask, Button1Mask, place);
+    }
+    send(ButtonRelease, ButtonReleaseMask, Button1Mask, to);
+    XFlush(handles_->display);
+}
+
 void DesktopWindow::close() const {
     XEvent event{};
     event.xclient.type = ClientMessage;

@@ -20,6 +20,8 @@ public:
     /// What it shows; null while it cannot be read.
     [[nodiscard]] platform::ImagePtr picture() const;
     void resize(platform::SizePx size) const;
+    /// The left mouse button goes down at one place, and up at the other after a move there.
+    void drag(platform::Point from, platform::Point to) const;
     /// What a click on the title bar's cross does.
     void close() const;
 

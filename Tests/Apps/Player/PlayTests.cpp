@@ -4,6 +4,8 @@
 
 #include <cstdlib>
 #include <string>
+#include <utility>
+#include <vector>
 
 TEST(Play, NamesContentThatCannotBeOpenedInOneLine) {
     const ProgramRun missing = runPlayer("/no/such/panorama.jpg");
@@ -33,4 +35,31 @@ TEST(Play, NamesADriverThatDoesNotExistInOneLine) {
     EXPECT_EQ(run.standardError,
               "zanto-player: no window: SDL: opening the display failed: nonexistent not "
               "available\n");
+}
+
+TEST(Play, NamesARecordingThatCannotBeWrittenBeforeThereIsAWindow) {
+    setenv("SDL_VIDEODRIVER", "nonexistent", 1);
+    for (const std::string path : {"/no/such/folder/script.jsonl", "/"}) {
+        const ProgramRun run = runPlayer("--record " + path);
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_EQ(run.standardError, "zanto-player: " + path + ": cannot be written\n");
+    }
+}
+
+TEST(Play, NamesWhatIsWrongWithAnAttitudeTraceBeforeThereIsAWindow) {
+    setenv("SDL_VIDEODRIVER", "nonexistent", 1);
+    const ScratchFolder folder;
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"/no/such/trace.csv", ": there is no such file"},
+        {"/", ": cannot be read"},
+        {folder.write("empty.csv", "seconds,x,y,z,w\n"), ": there is no attitude in it"},
+        {folder.write("wrong.csv", "0,0,0,0,1\n1,0,0,up,1\n"), ": line 2: z: "}};
+    const std::string kept = folder.write("kept.jsonl", "an earlier recording");
+    for (const auto& [path, cause] : cases) {
+        const ProgramRun run = runPlayer("--attitude-trace " + path + " --record " + kept);
+        EXPECT_EQ(run.exitCode, 1) << path;
+        EXPECT_EQ(run.standardError.find("zanto-player: " + path + cause), 0U) << run.standardError;
+        EXPECT_EQ(run.standardError.find('\n'), run.standardError.size() - 1) << "one line";
+    }
+    EXPECT_EQ(folder.read("kept.jsonl"), "an earlier recording");
 }

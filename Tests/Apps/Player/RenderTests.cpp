@@ -1,48 +1,18 @@
 #include "Apps/Player/BuiltInPanorama.h"
-#include "Apps/Player/Render.h"
-#include "Tests/Apps/Player/ProgramRun.h"
+#include "Tests/Apps/Player/ScriptedRender.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/PictureCompare.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include <array>
-#include <sstream>
 #include <string>
-#include <vector>
 
 using nlohmann::json;
 
 namespace {
 
-class Render : public ::testing::Test {
-protected:
-    /// Renders the built-in panorama at 160 × 90 with a script, into the folder "out".
-    ExitCode renderScript(const std::string& script, double scale = 1) {
-        RenderCommand command;
-        command.output = folder_.path("out");
-        command.size = {160, 90};
-        command.scale = scale;
-        command.actionsFile = folder_.write("script.jsonl", script);
-        command.traceFile = folder_.path("trace.jsonl");
-        return render(command);
-    }
-
-    [[nodiscard]] std::vector<json> trace() const {
-        std::vector<json> records;
-        std::istringstream lines(folder_.read("trace.jsonl"));
-        for (std::string line; std::getline(lines, line);)
-            records.push_back(json::parse(line));
-        return records;
-    }
-
-    [[nodiscard]] platform::ImagePtr picture(const std::string& name) const {
-        return platform::Image::imageWithContentsOfFile(folder_.path("out/" + name));
-    }
-
-    ScratchFolder folder_;
-};
+class Render : public ScriptedRender {};
 
 /// What the library itself draws, without the program.
 platform::ImagePtr expectedPicture(DisplayMode mode, platform::Size size, double scale = 1) {

@@ -1,5 +1,7 @@
+#include "Apps/Player/ActionWriter.h"
 #include "Apps/Player/Keys.h"
 #include "Apps/Player/WindowPlayer.h"
+#include "Platform/Motion/AttitudeSource.h"
 #include "Tests/Apps/Player/ProgramRun.h"
 #include "Tests/Hosts/SDL/SDLScene.h"
 #include "Tests/Support/DirectionPanorama.h"
@@ -9,6 +11,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -42,8 +45,62 @@ TEST_F(WindowKeys, ChangeTheMode) {
     EXPECT_EQ(mode(), DisplayMode::Plane);
     press(SDLK_KP_3);
     EXPECT_EQ(mode(), DisplayMode::LittlePlanet);
+    press(SDLK_4);
+    EXPECT_EQ(mode(), DisplayMode::SideBySide);
     press(SDLK_2);
     EXPECT_EQ(mode(), DisplayMode::Sphere);
+}
+
+TEST_F(WindowKeys, LockDragsToTheSideAndFreeThem) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    press(SDLK_l);
+    EXPECT_TRUE(scene_.controller().lockVerticalRotation());
+    press(SDLK_l);
+    EXPECT_FALSE(scene_.controller().lockVerticalRotation());
+}
+
+TEST_F(WindowKeys, FollowADeviceThatIsThere) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    scene_.embedded().setAttitude({0, 0, 0, 1});
+    press(SDLK_g);
+    EXPECT_TRUE(scene_.controller().deviceMotionIsOn());
+    EXPECT_FALSE(scene_.host().emulatesDevice());
+    press(SDLK_g);
+    EXPECT_FALSE(scene_.controller().deviceMotionIsOn());
+}
+
+TEST_F(WindowKeys, FollowAnEmulatedDeviceWhereThereIsNone) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    ASSERT_FALSE(platform::AttitudeSource::shared().isAvailable());
+    press(SDLK_g);
+    EXPECT_TRUE(scene_.host().emulatesDevice());
+    EXPECT_TRUE(scene_.controller().deviceMotionIsOn());
+    press(SDLK_g);
+    EXPECT_FALSE(scene_.host().emulatesDevice());
+    EXPECT_FALSE(scene_.controller().deviceMotionIsOn());
+}
+
+TEST_F(WindowKeys, FollowNoDeviceOutsideTheSphere) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    for (const SDL_Keycode key : {SDLK_1, SDLK_3, SDLK_4}) {
+        press(key);
+        press(SDLK_g);
+        EXPECT_FALSE(scene_.host().emulatesDevice()) << key;
+        EXPECT_FALSE(scene_.controller().deviceMotionIsOn()) << key;
+    }
+}
+
+TEST_F(WindowKeys, TellWhatTheyDoToTheCamera) {
+    std::vector<std::string> told;
+    const WindowPlayer player(scene_.host(), scene_.controller(), [&told](const auto& what) {
+        told.push_back(describeAction(what).dump());
+    });
+    for (const SDL_Keycode key : {SDLK_4, SDLK_2, SDLK_g, SDLK_g, SDLK_l, SDLK_h, SDLK_f, SDLK_f})
+        press(key);
+    EXPECT_EQ(told,
+              (std::vector<std::string>{R"({"mode":"side-by-side"})", R"({"mode":"sphere"})",
+                                        R"({"device_motion":true})", R"({"device_motion":false})",
+                                        R"({"lock_vertical":true})"}));
 }
 
 TEST_F(WindowKeys, TurnFullScreenOnAndOff) {

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Apps/Player/Action.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+/// The switches as they are called in action scripts.
+inline constexpr std::array<std::pair<std::string_view, SwitchAction::Switch>, 5> kSwitchNames{{
+    {"device_motion", SwitchAction::Switch::DeviceMotion},
+    {"touch_motion", SwitchAction::Switch::TouchMotion},
+    {"pinch_zoom", SwitchAction::Switch::PinchZoom},
+    {"lock_vertical", SwitchAction::Switch::LockVertical},
+    {"transparent", SwitchAction::Switch::Transparent},
+}};
+
+/// What a finger does, as action scripts call it.
+inline constexpr std::array<std::pair<std::string_view, platform::TouchPhase>, 4> kPhaseNames{{
+    {"down", platform::TouchPhase::Down},
+    {"move", platform::TouchPhase::Move},
+    {"up", platform::TouchPhase::Up},
+    {"cancel", platform::TouchPhase::Cancel},
+}};
