@@ -14,5 +14,5 @@ void main() {
     }
     // Textures hold colours multiplied by alpha, blending multiplies once more.
     vec4 texel = texture2D(u_texture, v_texCoord);
-    gl_FragColor = texel.a > 0.0 ? vec4(texel.rgb / texel.a, texel.a) : vec4(0.0);
+    gl_FragColor = vec4(texel.rgb / max(texel.a, 0.001), texel.a);
 }

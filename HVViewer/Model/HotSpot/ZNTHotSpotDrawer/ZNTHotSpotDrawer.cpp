@@ -18,6 +18,7 @@
 #include <GLES2/gl2.h>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 using platform::GLDevice;
@@ -35,6 +36,22 @@ constexpr std::uint32_t kFirstRed = 50;
 /// The red that stands for an index. Above 205 it is over 1, which is drawn as 1.
 float redOf(std::uint32_t index) {
     return static_cast<float>(index + kFirstRed) / 255.0F;
+}
+
+/// Whether all corners lie beyond one plane of the view, by more than rounding can make up for.
+/// Most markers of a full sphere do, and the call for each would cost more than this.
+bool isOutOfSight(const VisualObjectModel& quad, const GLKMatrix4& matrix) {
+    constexpr float margin = 1e-4F;
+    std::array<bool, 6> isBeyond{true, true, true, true, true, true};
+    for (std::ptrdiff_t i = 0; i < quad.numberOfVertices; ++i) {
+        const float* vertex = quad.vertices + 3 * i;
+        const auto [x, y, z, w] =
+            GLKMatrix4MultiplyVector4(matrix, GLKVector4Make(vertex[0], vertex[1], vertex[2], 1)).v;
+        const std::array<float, 6> inside{w + x, w - x, w + y, w - y, w + z, w - z};
+        for (std::size_t plane = 0; plane < inside.size(); ++plane)
+            isBeyond[plane] = isBeyond[plane] && inside[plane] < -margin;
+    }
+    return std::find(isBeyond.begin(), isBeyond.end(), true) != isBeyond.end();
 }
 
 platform::NotificationCenter& notifications() {
@@ -171,6 +188,8 @@ void ZNTHotSpotDrawer::performDrawMarkersWithProjection(const GLKMatrix4& scene)
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glActiveTexture(GL_TEXTURE0 + kTextureUnit);
+    glUniform1i(markerProgramm_.uniforms().texture, kTextureUnit);
+    glUniform1i(markerProgramm_.uniforms().enableColorPicking, enableColor_ ? 1 : 0);
     for (const auto& spot : hotSpots_)
         drawMarker(*spot, scene);
     glBindTexture(GL_TEXTURE_2D, 0);
@@ -181,14 +200,17 @@ void ZNTHotSpotDrawer::performDrawMarkersWithProjection(const GLKMatrix4& scene)
 }
 
 void ZNTHotSpotDrawer::drawMarker(ZNTHotSpot& spot, const GLKMatrix4& scene) const {
-    const MarkerProgram::Uniforms& uniforms = markerProgramm_.uniforms();
+    const VisualObjectModel& quad = hotSpotModel_->model();
     spot.updateWithModelViewProjection(scene);
-    glUniformMatrix4fv(uniforms.matrix, 1, GL_FALSE, spot.hotSpotModelViewProjectionMatrix().m);
-    glUniform1i(uniforms.texture, kTextureUnit);
-    glBindTexture(GL_TEXTURE_2D, spot.textureName());
-    glUniform1i(uniforms.enableColorPicking, enableColor_ ? 1 : 0);
-    glUniform3f(uniforms.color, redOf(spot.indexID()), 255.0F, 0.0F);
-    glDrawArrays(GL_TRIANGLES, 0, hotSpotModel_->model().numberOfVertices);
+    const GLKMatrix4 matrix = spot.hotSpotModelViewProjectionMatrix();
+    if (isOutOfSight(quad, matrix))
+        return;
+    glUniformMatrix4fv(markerProgramm_.uniforms().matrix, 1, GL_FALSE, matrix.m);
+    if (enableColor_)
+        glUniform3f(markerProgramm_.uniforms().color, redOf(spot.indexID()), 255.0F, 0.0F);
+    else
+        glBindTexture(GL_TEXTURE_2D, spot.textureName());
+    glDrawArrays(GL_TRIANGLES, 0, quad.numberOfVertices);
 }
 
 void ZNTHotSpotDrawer::endColorPass() {
