@@ -6,15 +6,14 @@
 
 namespace {
 
-constexpr const char* kVertexShader =
-    "attribute vec3 a_position;"
-    "attribute vec2 a_place;"
-    "uniform mat4 u_matrix;"
-    "varying highp vec2 v_place;"
-    "void main() {"
-    "  v_place = vec2(a_place.x, 1.0 - a_place.y);"
-    "  gl_Position = u_matrix * vec4(a_position, 1.0);"
-    "}";
+constexpr const char* kVertexShader = "attribute vec3 a_position;"
+                                      "attribute vec2 a_place;"
+                                      "uniform mat4 u_matrix;"
+                                      "varying highp vec2 v_place;"
+                                      "void main() {"
+                                      "  v_place = vec2(a_place.x, 1.0 - a_place.y);"
+                                      "  gl_Position = u_matrix * vec4(a_position, 1.0);"
+                                      "}";
 
 GLuint upload(const float* values, std::int32_t count) {
     GLuint buffer = 0;

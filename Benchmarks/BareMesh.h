@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <vector>
 
-/// Draws runs of the sphere's strip once, with no clearing, no watermark and nothing of the library's
-/// drawing around them: what the mesh alone costs.
+/// Draws runs of the sphere's strip once, with no clearing, no watermark and nothing of the
+/// library's drawing around them: what the mesh alone costs.
 class BareMesh {
 public:
     BareMesh();

@@ -6,8 +6,8 @@
 /// The least program that shows a texture: the floors are drawn with it.
 class BareProgram {
 public:
-    /// `vertexShader` sets `gl_Position` and `v_place`, where in the texture; its attributes are bound
-    /// in the order given.
+    /// `vertexShader` sets `gl_Position` and `v_place`, where in the texture; its attributes are
+    /// bound in the order given.
     BareProgram(const std::string& vertexShader, const char* firstAttribute,
                 const char* secondAttribute = nullptr);
     ~BareProgram();

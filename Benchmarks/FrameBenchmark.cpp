@@ -3,6 +3,7 @@
 #include "Benchmarks/BareMesh.h"
 #include "Benchmarks/BareQuad.h"
 #include "Benchmarks/Panoramas.h"
+#include "Benchmarks/Timing.h"
 #include "HVViewer/DisplayController/DisplayView/MeshPasses.h"
 #include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
@@ -17,7 +18,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -44,20 +44,6 @@ constexpr std::array<View, 8> kViews{{{"ahead, 30 up", 0, 30, false},
                                       {"ahead, level", 0, 0, true},
                                       {"north-east, 25 down", 45, -25, true},
                                       {"west, 40 down", -90, -40, true}}};
-
-double millisecondsOf(const auto& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    glFinish();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-        .count();
-}
-
-double median(std::vector<double> values) {
-    std::nth_element(values.begin(),
-                     values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-    return values[values.size() / 2];
-}
 
 /// A player on a virtual clock, and a framebuffer that it is drawn into.
 class Scene {

@@ -1,5 +1,6 @@
 #include "Benchmarks/FirstPicture.h"
 #include "Benchmarks/FrameBenchmark.h"
+#include "Benchmarks/HotSpotBenchmark.h"
 #include "Benchmarks/Panoramas.h"
 #include "Platform/Foundation/Log.h"
 
@@ -71,6 +72,7 @@ ordered_json measureAll(const std::string& self, const std::string& idleWindow) 
     writeJpeg(tiny, 2);
     ordered_json report{{"jpeg_8192x4096_bytes", std::filesystem::file_size(large)}};
     report["frames"] = measureAllFrames();
+    report["hot_spots"] = measureHotSpots();
     report["first_picture"] = measureFirstPicture(large);
     report["memory"] = compareMemory(self, large, tiny);
     if (!idleWindow.empty())
@@ -87,13 +89,15 @@ ordered_json measure(int argc, char** argv) {
         return measureResidentMemory(argv[2]);
     if (first == "--frames")
         return {{"frames", measureAllFrames()}};
+    if (first == "--hot-spots")
+        return {{"hot_spots", measureHotSpots()}};
     return measureAll(argv[0], first);
 }
 
 } // namespace
 
 /// `zanto-benchmark [IDLE-WINDOW-PROGRAM]` prints everything that is measured as one JSON object,
-/// `zanto-benchmark --frames` the frames alone.
+/// `zanto-benchmark --frames` and `--hot-spots` one part alone.
 int main(int argc, char** argv) {
     try {
         const ordered_json report = measure(argc, argv);

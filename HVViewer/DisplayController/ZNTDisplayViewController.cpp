@@ -1,12 +1,18 @@
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
 
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
 #include "HVViewer/Utilities/ZNTMath.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Graphics/GLDevice.h"
 #include "Platform/Interface/LayoutConstraint.h"
+#include "Platform/Interface/TapGestureRecognizer.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -46,6 +52,11 @@ void ZNTDisplayViewController::setupDefaults() {
     currentMode_ = DisplayMode::Sphere;
     platform::NotificationCenter::defaultCenter().addObserver(
         shared(this), platform::kGLContextWasReplaced, [this](const auto&) { showAgain(); });
+    platform::NotificationCenter::defaultCenter().addObserver(
+        shared(this), ZNTHotSpotDrawerDetectHotSpotSelection,
+        [this](const platform::Notification& notification) {
+            didDetectObjectPickingEvent(notification);
+        });
 }
 
 void ZNTDisplayViewController::showAgain() {
@@ -111,15 +122,63 @@ void ZNTDisplayViewController::loadRemoteImage() {
 void ZNTDisplayViewController::prepareDisplayView() {
     if (!isReadyForDisplay_ || !srcImage_ || !displayView_)
         return;
-    displayView_->displayImage(srcImage_);
+    if (hotSpotPickingPoint_)
+        hotSpotPickingPoint_->markSBSModeActive(currentMode_ == DisplayMode::SideBySide);
+    displayView_->displayImage(srcImage_, hotSpotPickingPoint_, hotSpots_);
     if (virtualDisplayView_ && currentMode_ == DisplayMode::SideBySide)
-        virtualDisplayView_->displayImage(srcImage_);
+        virtualDisplayView_->displayImage(srcImage_, hotSpotPickingPoint_, hotSpots_);
+}
+
+void ZNTDisplayViewController::addHotSpots(
+    const std::vector<std::shared_ptr<ZNTHotSpot>>& hotSpots,
+    const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint) {
+    hotSpots_ = hotSpots;
+    hotSpotPickingPoint_ = pickingPoint;
+}
+
+void ZNTDisplayViewController::setEnableHotSpotAutoPicking(bool enable) {
+    enableHotSpotAutoPicking_ = enable;
+    if (displayView_)
+        displayView_->setEnableAutoPicking(enable);
+}
+
+void ZNTDisplayViewController::prepareHotSpotGestures() {
+    for (const auto& view : {displayView_, virtualDisplayView_}) {
+        view->addGestureRecognizer(platform::make<platform::TapGestureRecognizer>(
+            [weak = weak(this)](platform::TapGestureRecognizer& recognizer) {
+                if (const auto self = weak.lock())
+                    self->displayViewDidDetectHotSpotTapGesture(recognizer);
+            }));
+    }
+}
+
+void ZNTDisplayViewController::displayViewDidDetectHotSpotTapGesture(
+    const platform::TapGestureRecognizer& recognizer) {
+    // In the main view's points also for a tap on the other one.
+    const platform::Point point = recognizer.locationInView(*displayView_);
+    const auto whole = [](double value) { return static_cast<int>(std::max(value, 0.0)); };
+    displayView_->objectPickTestForPixelAt(whole(point.x), whole(point.y));
+}
+
+void ZNTDisplayViewController::didDetectObjectPickingEvent(
+    const platform::Notification& notification) {
+    platform::MainQueue::main().async([weak = weak(this), notification] {
+        const auto self = weak.lock();
+        if (!self)
+            return;
+        self->detectPickedHotSpotObjectWithName(
+            notification.value<std::string>(ZNTHotSpotDrawerHotSpotNameKey),
+            notification.value<std::int64_t>(ZNTHotSpotDrawerHotSpotIndexKey),
+            notification.value<bool>(ZNTHotSpotDrawerTapKey));
+    });
 }
 
 void ZNTDisplayViewController::setDisplayMode(DisplayMode mode) {
     if (mode == currentMode_)
         return;
     currentMode_ = mode;
+    if (hotSpotPickingPoint_)
+        hotSpotPickingPoint_->markSBSModeActive(mode == DisplayMode::SideBySide);
     if (!displayView_)
         return;
     if (mode == DisplayMode::SideBySide)
@@ -243,6 +302,8 @@ void ZNTDisplayViewController::viewDidLoad() {
 void ZNTDisplayViewController::viewWillAppear(bool animated) {
     ViewController::viewWillAppear(animated);
     prepareDisplayView();
+    if (enableHotSpotTapDetection_)
+        prepareHotSpotGestures();
 }
 
 void ZNTDisplayViewController::viewDidAppear(bool animated) {

@@ -7,16 +7,21 @@
 #include "Platform/Imaging/Image.h"
 #include "Platform/Interface/ViewController.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 class ZNTDisplayView;
+class ZNTHotSpot;
+class ZNTHotSpotPickingPoint;
 
 namespace platform {
 class LayoutConstraint;
-}
+class TapGestureRecognizer;
+struct Notification;
+} // namespace platform
 
 /// The player: give it a panorama, put it on screen with a host, and override the hooks.
 ///
@@ -61,6 +66,25 @@ public:
     void setSphericalOffset(float radians);
     [[nodiscard]] float sphericalOffset() const { return sphericalOffset_; }
 
+    /// Places hot spots over the content, in place of earlier ones, and says where automatic
+    /// picking looks (null: nowhere). A still picture shows them when the view appears next or side
+    /// by side is entered.
+    void addHotSpots(const std::vector<std::shared_ptr<ZNTHotSpot>>& hotSpots,
+                     const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint);
+    [[nodiscard]] const std::vector<std::shared_ptr<ZNTHotSpot>>& hotSpots() const {
+        return hotSpots_;
+    }
+    [[nodiscard]] std::shared_ptr<ZNTHotSpotPickingPoint> hotSpotPickingPoint() const {
+        return hotSpotPickingPoint_;
+    }
+    /// Reports what is under the picking point once it has been looked at for a while; from the
+    /// next time on that hot spots are shown.
+    void setEnableHotSpotAutoPicking(bool enable);
+    [[nodiscard]] bool enableHotSpotAutoPicking() const { return enableHotSpotAutoPicking_; }
+    /// Reports what is tapped; from the next appearance on.
+    void setEnableHotSpotTapDetection(bool enable) { enableHotSpotTapDetection_ = enable; }
+    [[nodiscard]] bool enableHotSpotTapDetection() const { return enableHotSpotTapDetection_; }
+
     /// How people may look around, in the main view; until that has loaded nothing happens and
     /// nothing is on. Device motion steers the sphere only, where the machine has a sensor; side by
     /// side it is on, and touches are off, whatever is set here.
@@ -96,6 +120,10 @@ public:
     virtual void downloadImageStarted() {}
     virtual void downloadImageFinished() {}
     virtual void downloadImageFailedWithError(const platform::Error& /*error*/) {}
+    /// A hot spot was tapped or looked at, in this controller or in any other of the process.
+    virtual void detectPickedHotSpotObjectWithName(const std::string& /*name*/,
+                                                   std::int64_t /*forIndex*/,
+                                                   bool /*detectedByTap*/) {}
 
     void viewDidLoad() override;
     void viewWillAppear(bool animated) override;
@@ -111,6 +139,9 @@ private:
     void updateConsraints();
     void showSecondView();
     void loadRemoteImage();
+    void prepareHotSpotGestures();
+    void displayViewDidDetectHotSpotTapGesture(const platform::TapGestureRecognizer& recognizer);
+    void didDetectObjectPickingEvent(const platform::Notification& notification);
     [[nodiscard]] bool hasData() const;
     [[nodiscard]] bool isLocked() const;
 
@@ -126,6 +157,10 @@ private:
     DisplayMode currentMode_ = DisplayMode::Sphere;
     bool enableTransparentBackground_ = false;
     float sphericalOffset_ = 0;
+    std::vector<std::shared_ptr<ZNTHotSpot>> hotSpots_;
+    std::shared_ptr<ZNTHotSpotPickingPoint> hotSpotPickingPoint_;
+    bool enableHotSpotTapDetection_ = false;
+    bool enableHotSpotAutoPicking_ = false;
     Constraints singleModeConstraints_;
     Constraints virtualModeConstraints_;
 };

@@ -31,9 +31,17 @@ void Bundle::removeFolder(std::string_view path) {
     std::erase_if(folders_, [&](const std::string& folder) { return folder == path; });
 }
 
+Bundle& Bundle::application() {
+    static Bundle bundle;
+    return bundle;
+}
+
 std::optional<std::vector<std::uint8_t>> Bundle::data(std::string_view name,
                                                       std::string_view type) const {
-    const std::string fileName = std::string(name) + "." + std::string(type);
+    return data(std::string(name) + "." + std::string(type));
+}
+
+std::optional<std::vector<std::uint8_t>> Bundle::data(std::string_view fileName) const {
     for (const std::string& folder : folders_) {
         const auto path = std::filesystem::path(folder) / fileName;
         std::error_code ignored;

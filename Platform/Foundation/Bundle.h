@@ -29,10 +29,16 @@ public:
     /// The library's own resources: its shaders.
     [[nodiscard]] static Bundle& framework();
 
+    /// The host application's own: the pictures that it refers to by name. Empty until it adds a
+    /// folder.
+    [[nodiscard]] static Bundle& application();
+
     /// Folders are asked in the order in which they were added.
     void addFolder(std::string path);
     void removeFolder(std::string_view path);
 
+    /// The resource of a file name. Errors: none when it is missing or unreadable.
+    [[nodiscard]] std::optional<std::vector<std::uint8_t>> data(std::string_view fileName) const;
     /// The resource `name.type`. Errors: none when it is missing or unreadable.
     [[nodiscard]] std::optional<std::vector<std::uint8_t>> data(std::string_view name,
                                                                 std::string_view type) const;

@@ -51,6 +51,10 @@ DispatchQueue::~DispatchQueue() {
         worker_->thread.join();
 }
 
+void DispatchQueue::sync(std::string_view /*label*/, const Block& block) {
+    block();
+}
+
 void DispatchQueue::async(Block block) {
     {
         const std::scoped_lock lock(worker_->mutex);

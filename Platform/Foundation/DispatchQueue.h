@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <string_view>
 
 namespace platform {
 
@@ -27,6 +28,10 @@ public:
     DispatchQueue& operator=(const DispatchQueue&) = delete;
 
     void async(Block block);
+
+    /// Runs the block at once, on the calling thread: what waits for its result may need what that
+    /// thread alone has, such as a GL context. The label names the work where a machine shows it.
+    static void sync(std::string_view label, const Block& block);
 
 private:
     struct Worker;

@@ -49,10 +49,38 @@ bool GLView::coversItsFrame() const {
     return context_ && !delegate_.expired();
 }
 
+SizePx GLView::snapshotSize() const {
+    const double scale = Screen::mainScreen().scale();
+    return {static_cast<int>(std::lround(bounds().size.width * scale)),
+            static_cast<int>(std::lround(bounds().size.height * scale))};
+}
+
+std::optional<std::array<std::uint8_t, 4>> GLView::pixelAt(Point point) {
+    const double scale = Screen::mainScreen().scale();
+    const SizePx size = snapshotSize();
+    const double x = std::floor(point.x * scale);
+    const double y = std::floor(point.y * scale);
+    // The negation leaves out what is no number.
+    if (!(x >= 0 && y >= 0 && x < size.width && y < size.height))
+        return std::nullopt;
+    if (!GLContext::setCurrentContext(context_))
+        return std::nullopt;
+    const auto target = OffscreenTarget::create({1, 1});
+    if (!target)
+        return std::nullopt;
+    // The frame lies around its one pixel; GL counts from the bottom.
+    const int fromBottom = size.height - 1 - static_cast<int>(y);
+    drawContent({target.value()->framebuffer(),
+                 {-static_cast<int>(x), -fromBottom, size.width, size.height},
+                 scale,
+                 false});
+    const PixelStorage pixel = target.value()->readPixels();
+    return std::array{pixel.bytes[0], pixel.bytes[1], pixel.bytes[2], pixel.bytes[3]};
+}
+
 ImagePtr GLView::snapshot() {
     const double scale = Screen::mainScreen().scale();
-    const SizePx size{static_cast<int>(std::lround(bounds().size.width * scale)),
-                      static_cast<int>(std::lround(bounds().size.height * scale))};
+    const SizePx size = snapshotSize();
     if (!GLContext::setCurrentContext(context_)) {
         log(LogLevel::Error, "snapshot: the view has no GL context");
         return nullptr;

@@ -3,7 +3,10 @@
 #include "Platform/Imaging/Image.h"
 #include "Platform/Interface/View.h"
 
+#include <array>
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace platform {
 
@@ -44,6 +47,12 @@ public:
     /// alone; otherwise the framebuffer is its own.
     [[nodiscard]] bool isDrawnOverContent() const { return isDrawnOverContent_; }
 
+    /// The pixel under a point of the view, of a frame that is drawn for it alone: what
+    /// `snapshot()` would have there, at the price of a fraction. Red, green, blue and alpha.
+    ///
+    /// Errors: none outside the view and without a context.
+    [[nodiscard]] std::optional<std::array<std::uint8_t, 4>> pixelAt(Point point);
+
     /// Draws a frame into a framebuffer of its own, at the screen's scale, and leaves the window
     /// alone.
     ///
@@ -55,6 +64,8 @@ protected:
     [[nodiscard]] bool coversItsFrame() const override;
 
 private:
+    [[nodiscard]] SizePx snapshotSize() const;
+
     std::shared_ptr<GLContext> context_;
     std::weak_ptr<GLViewDelegate> delegate_;
     bool isDrawnOverContent_ = false;

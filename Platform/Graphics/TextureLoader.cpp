@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -82,6 +83,16 @@ std::shared_ptr<TextureInfo> upload(const std::shared_ptr<GLContext>& context, S
     return std::make_shared<TextureInfo>(context, name, size);
 }
 
+std::vector<std::uint8_t> premultiplied(std::span<const std::uint8_t> straight) {
+    std::vector<std::uint8_t> pixels(straight.begin(), straight.end());
+    for (std::size_t i = 0; i + 3 < pixels.size(); i += 4) {
+        const unsigned alpha = pixels[i + 3];
+        for (std::size_t channel = i; channel < i + 3; ++channel)
+            pixels[channel] = static_cast<std::uint8_t>((pixels[channel] * alpha + 127) / 255);
+    }
+    return pixels;
+}
+
 } // namespace
 
 TextureInfo::TextureInfo(std::shared_ptr<GLContext> context, std::uint32_t name, SizePx size)
@@ -115,6 +126,18 @@ void TextureLoader::textureWithImage(ImagePtr image, Completion completion) {
         image->giveBackPixels();
         completion(std::move(texture), GL_NO_ERROR);
     });
+}
+
+TextureLoader::Upload TextureLoader::premultipliedTexture(const std::shared_ptr<GLContext>& context,
+                                                          const Image& image) {
+    if (std::max(image.widthPx(), image.heightPx()) > GLDevice::main().maxTextureSidePx())
+        return {};
+    const std::vector<std::uint8_t> pixels = premultiplied(image.pixels());
+    clearErrors();
+    auto texture = upload(context, {image.widthPx(), image.heightPx()}, pixels.data());
+    if (const GLenum error = glGetError(); error != GL_NO_ERROR)
+        return {nullptr, error};
+    return {std::move(texture), GL_NO_ERROR};
 }
 
 std::shared_ptr<TextureInfo>

@@ -48,6 +48,16 @@ public:
     /// gone by then. The picture's pixels are given back once the texture holds them.
     void textureWithImage(ImagePtr image, Completion completion);
 
+    /// A picture whose colours are multiplied by its alpha, so that filtering does not bring in
+    /// what lies under transparent parts; made at once. Null and GL's error code (0: over the
+    /// limit) if it cannot be. The context is current.
+    struct Upload {
+        std::shared_ptr<TextureInfo> texture;
+        std::uint32_t glError = 0;
+    };
+    [[nodiscard]] static Upload premultipliedTexture(const std::shared_ptr<GLContext>& context,
+                                                     const Image& image);
+
     /// One transparent pixel, made at once. The context is current.
     [[nodiscard]] static std::shared_ptr<TextureInfo>
     transparentTexture(const std::shared_ptr<GLContext>& context);

@@ -12,9 +12,10 @@ struct MeshBuffers {
 };
 
 /// Uploads a mesh into new buffers behind a new vertex array object, and leaves no vertex array
-/// bound. Positions feed attribute 0. The GL context is current.
+/// bound. Positions feed attribute 0; `usage` is GL's, such as GL_STATIC_DRAW. The GL context is
+/// current.
 [[nodiscard]] MeshBuffers uploadMesh(const VisualObjectModel& model,
-                                     std::uint32_t textureCoordinateAttribute);
+                                     std::uint32_t textureCoordinateAttribute, std::uint32_t usage);
 
 /// Deletes the names. The GL context is current.
 void deleteMesh(const MeshBuffers& buffers);

@@ -2,6 +2,7 @@
 
 #include "HVViewer/DisplayController/DisplayView/HVVProgram/ZNTProgram.h"
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotDrawer.h"
 #include "HVViewer/Model/ZNTInterractor.h"
 #include "HVViewer/Utilities/ZNTMath.h"
 #include "Platform/Foundation/MainQueue.h"
@@ -54,11 +55,32 @@ void ZNTDisplayView::prepareGLWithType(ContentType type) {
 }
 
 void ZNTDisplayView::displayImage(const platform::ImagePtr& image) {
+    showImage(image, [] {});
+}
+
+void ZNTDisplayView::displayImage(const platform::ImagePtr& image,
+                                  const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
+                                  const HotSpots& hotSpots) {
+    showImage(image, [&] { glDrawer_->attachPickingPoint(pickingPoint, hotSpots); });
+    if (const auto hotSpotDrawer = glDrawer_ ? glDrawer_->hotSpotGLDrawer() : nullptr) {
+        interractor_->updateWithControlDrawer(hotSpotDrawer);
+        hotSpotDrawer->setEnableAutoPickingTest(enableAutoPicking_);
+    }
+}
+
+void ZNTDisplayView::objectPickTestForPixelAt(int x, int y) {
+    if (const auto hotSpotDrawer = glDrawer_ ? glDrawer_->hotSpotGLDrawer() : nullptr)
+        hotSpotDrawer->objectPickTestForPixelAt(x, y);
+}
+
+void ZNTDisplayView::showImage(const platform::ImagePtr& image,
+                               const std::function<void()>& attach) {
     const auto earlier = glDrawer_;
     configureDefaultParameters();
     if (!context())
         return;
     glDrawer_->setupDrawerWithType(ContentType::Photo, shared(this));
+    attach();
     glDrawer_->changeRenderingVO(displayVO_);
     glDrawer_->drawImage(image);
     prepareGLWithType(ContentType::Photo);
@@ -193,5 +215,7 @@ void ZNTDisplayView::drawInRect(platform::GLView& view, const platform::Rect& /*
     if (glDrawer_ && glProgram_)
         glDrawer_->performBufferDrawingWithUniforms(uniformsObj_, camera_.modelViewProjection,
                                                     glProgram_->programName());
+    if (const auto hotSpotDrawer = glDrawer_ ? glDrawer_->hotSpotGLDrawer() : nullptr)
+        hotSpotDrawer->performDrawMarkersWithProjection(camera_.modelViewProjection);
     glEnable(GL_SCISSOR_TEST);
 }

@@ -8,9 +8,13 @@
 #include "Platform/Graphics/GLKMath.h"
 #include "Platform/Graphics/GLView.h"
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 class ZNTDrawer;
+class ZNTHotSpot;
+class ZNTHotSpotPickingPoint;
 class ZNTInterractor;
 class ZNTProgram;
 
@@ -23,12 +27,24 @@ class ZNTDisplayView : public platform::GLView,
                        public platform::GLViewDelegate,
                        public InterractorDelegate {
 public:
+    using HotSpots = std::vector<std::shared_ptr<ZNTHotSpot>>;
+
     explicit ZNTDisplayView(platform::Rect frame);
     ~ZNTDisplayView() override;
     void init() override;
 
     /// Shows a still picture. Sets everything up anew: a one-shot operation.
     void displayImage(const platform::ImagePtr& image);
+    /// The same with hot spots over it.
+    void displayImage(const platform::ImagePtr& image,
+                      const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
+                      const HotSpots& hotSpots);
+
+    /// Has the hot spot under a point of the view reported, in whole points.
+    void objectPickTestForPixelAt(int x, int y);
+    /// Automatic picking: stored, and handed on when hot spots are attached.
+    [[nodiscard]] bool enableAutoPicking() const { return enableAutoPicking_; }
+    void setEnableAutoPicking(bool enable) { enableAutoPicking_ = enable; }
 
     /// Switches the scene: the camera goes back to where the scene starts, and the mesh follows.
     void startRenderVO(DisplayMode mode);
@@ -78,6 +94,8 @@ public:
 
 private:
     void createInterractor();
+    /// Both kinds of `displayImage`; `attach` runs once the drawer can take hot spots.
+    void showImage(const platform::ImagePtr& image, const std::function<void()>& attach);
     void configureDefaultParameters();
     void prepareGLWithType(ContentType type);
     void orientationDidChangedNotification();
@@ -88,6 +106,7 @@ private:
     platform::Size newSize_;
     float initialRotationOffset_ = 0;
     bool makeTransparent_ = false;
+    bool enableAutoPicking_ = false;
     SceneCameraInputs cameraInputs_;
     SceneCamera camera_;
     std::shared_ptr<ZNTInterractor> interractor_;

@@ -3,6 +3,7 @@
 #include "HVViewer/DisplayController/DisplayView/MeshPasses.h"
 #include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotDrawer.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
 #include "HVViewer/Model/ZNTPlaneVO.h"
 #include "HVViewer/Model/ZNTSphericalVO.h"
@@ -74,7 +75,22 @@ void ZNTDrawer::changeRenderingVO(DisplayMode mode) {
         view->display();
 }
 
+void ZNTDrawer::attachPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
+                                   const HotSpots& hotSpots) {
+    pickingPoint_ = pickingPoint;
+    hotSpotGLDrawer_ =
+        platform::make<ZNTHotSpotDrawer>(context_.lock(), glView_.lock(), pickingPoint);
+    hotSpotGLDrawer_->updateHotSpots(hotSpots);
+}
+
+void ZNTDrawer::updateHotSpots(const HotSpots& hotSpots) {
+    if (hotSpotGLDrawer_)
+        hotSpotGLDrawer_->updateHotSpots(hotSpots);
+}
+
 void ZNTDrawer::screenShapeDidChange() {
+    if (hotSpotGLDrawer_)
+        hotSpotGLDrawer_->screenShapeDidChange();
     const bool isPlane = voProvider_ && renderingVO_ == DisplayMode::Plane;
     if (!isPlane || planeScreen_ == platform::Screen::mainScreen().nativeBounds().size)
         return;
@@ -89,7 +105,8 @@ void ZNTDrawer::bindBuffers() {
     glDepthMask(GL_FALSE);
     glDisable(GL_CULL_FACE);
     const VisualObjectModel model = voProvider_ ? voProvider_->model() : VisualObjectModel{};
-    madeBuffers_.push_back(uploadMesh(model, unitBuffers.textureCoordinateAttribute));
+    madeBuffers_.push_back(
+        uploadMesh(model, unitBuffers.textureCoordinateAttribute, GL_DYNAMIC_DRAW));
     uploadedMesh_ = voProvider_;
     shareBuffers(madeBuffers_.back());
 }
@@ -229,4 +246,6 @@ void ZNTDrawer::tearDownGL() {
     glTextureI_.reset();
     glTextureWatermark_.reset();
     transparentTexture_.reset();
+    if (hotSpotGLDrawer_)
+        hotSpotGLDrawer_->tearDownGL();
 }

@@ -16,6 +16,9 @@
 
 class QuadMask;
 class ZNTDisplayView;
+class ZNTHotSpot;
+class ZNTHotSpotDrawer;
+class ZNTHotSpotPickingPoint;
 struct Watermark;
 
 namespace platform {
@@ -32,6 +35,8 @@ class GLContext;
 /// Thread: main.
 class ZNTDrawer : public platform::Object {
 public:
+    using HotSpots = std::vector<std::shared_ptr<ZNTHotSpot>>;
+
     ZNTDrawer() = default;
     ~ZNTDrawer() override;
 
@@ -57,6 +62,18 @@ public:
     void performBufferDrawingWithUniforms(const UniformTable& uniforms,
                                           const GLKMatrix4& modelProjectionMatrix,
                                           std::uint32_t withProgramm);
+
+    /// Gives the view hot spots, in a drawer of their own.
+    void attachPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
+                            const HotSpots& hotSpots);
+    void updateHotSpots(const HotSpots& hotSpots);
+    /// Null before any were attached.
+    [[nodiscard]] std::shared_ptr<ZNTHotSpotDrawer> hotSpotGLDrawer() const {
+        return hotSpotGLDrawer_;
+    }
+    [[nodiscard]] std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint() const {
+        return pickingPoint_;
+    }
 
     void prepareObservers();
     void removeObservers();
@@ -93,6 +110,8 @@ private:
     std::int32_t enableColoring_ = 0;
     std::uint32_t program_ = 0;
 
+    std::shared_ptr<ZNTHotSpotDrawer> hotSpotGLDrawer_;
+    std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint_;
     std::shared_ptr<ZNTVisualObjectProtocol> voProvider_;
     std::weak_ptr<ZNTDisplayView> glView_;
     std::weak_ptr<platform::GLContext> context_;

@@ -1,0 +1,285 @@
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotDrawer.h"
+
+#include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
+#include "HVViewer/Model/ZNTHotSpotPlaneVO.h"
+#include "Platform/Foundation/Assertion.h"
+#include "Platform/Foundation/DispatchQueue.h"
+#include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/NotificationCenter.h"
+#include "Platform/Foundation/Timer.h"
+#include "Platform/Graphics/GLContext.h"
+#include "Platform/Graphics/GLDevice.h"
+#include "Platform/Graphics/GLView.h"
+#include "Platform/Graphics/TextureLoader.h"
+#include "Platform/Interface/Screen.h"
+
+#include <GLES2/gl2.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+using platform::GLDevice;
+
+namespace {
+
+constexpr const char* kFileName = "ZNTHotSpotDrawer";
+constexpr GLuint kTextureUnit = 4;
+constexpr double kPickingInterval = 0.33F;
+constexpr const char* kPickingQueueLabel = "hotSpotDrawerQueuq.PickingProcess.zantoPlayer";
+
+/// Away from black, which is what lies between the markers.
+constexpr std::uint32_t kFirstRed = 50;
+
+/// The red that stands for an index. Above 205 it is over 1, which is drawn as 1.
+float redOf(std::uint32_t index) {
+    return static_cast<float>(index + kFirstRed) / 255.0F;
+}
+
+/// Whether all corners lie beyond one plane of the view, by more than rounding can make up for.
+/// Most markers of a full sphere do, and the call for each would cost more than this.
+bool isOutOfSight(const VisualObjectModel& quad, const GLKMatrix4& matrix) {
+    constexpr float margin = 1e-4F;
+    std::array<bool, 6> isBeyond{true, true, true, true, true, true};
+    for (std::ptrdiff_t i = 0; i < quad.numberOfVertices; ++i) {
+        const float* vertex = quad.vertices + 3 * i;
+        const auto [x, y, z, w] =
+            GLKMatrix4MultiplyVector4(matrix, GLKVector4Make(vertex[0], vertex[1], vertex[2], 1)).v;
+        const std::array<float, 6> inside{w + x, w - x, w + y, w - y, w + z, w - z};
+        for (std::size_t plane = 0; plane < inside.size(); ++plane)
+            isBeyond[plane] = isBeyond[plane] && inside[plane] < -margin;
+    }
+    return std::find(isBeyond.begin(), isBeyond.end(), true) != isBeyond.end();
+}
+
+platform::NotificationCenter& notifications() {
+    return platform::NotificationCenter::defaultCenter();
+}
+
+} // namespace
+
+ZNTHotSpotDrawer::ZNTHotSpotDrawer(const std::shared_ptr<platform::GLContext>& context,
+                                   const std::shared_ptr<platform::GLView>& view,
+                                   std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint)
+    : context_(context), glView_(view), pickingPoint_(std::move(pickingPoint)) {
+    if (!context)
+        platform::failAssertion(kFileName, __LINE__, "context cant be nil");
+    if (!view)
+        platform::failAssertion(kFileName, __LINE__, "drawing view cnat be nil");
+}
+
+ZNTHotSpotDrawer::~ZNTHotSpotDrawer() {
+    tearDownGL();
+}
+
+void ZNTHotSpotDrawer::init() {
+    Object::init();
+    setupGL();
+}
+
+// Set-up and teardown
+
+void ZNTHotSpotDrawer::setupGL() {
+    if (!platform::GLContext::setCurrentContext(context_.lock()))
+        return;
+    generation_ = GLDevice::main().generation();
+    markerProgramm_.loadShaders();
+    bindBuffer();
+}
+
+void ZNTHotSpotDrawer::bindBuffer() {
+    hotSpotModel_ = std::make_shared<ZNTHotSpotPlaneVO>();
+    modelScreen_ = platform::Screen::mainScreen().nativeBounds().size;
+    buffers_ =
+        uploadMesh(hotSpotModel_->model(), markerProgramm_.textureCoordinates(), GL_STATIC_DRAW);
+}
+
+void ZNTHotSpotDrawer::screenShapeDidChange() {
+    const bool isSame = modelScreen_ == platform::Screen::mainScreen().nativeBounds().size;
+    if (isSame || isTornDown_ || !platform::GLContext::setCurrentContext(context_.lock()))
+        return;
+    deleteMesh(buffers_);
+    bindBuffer();
+}
+
+void ZNTHotSpotDrawer::removeTextures() {
+    // Another drawer may have given a hot spot its texture anew since; that one is not ours.
+    for (std::size_t i = 0; i < hotSpots_.size(); ++i) {
+        if (hotSpots_[i]->texture() == madeTextures_[i].lock())
+            hotSpots_[i]->removeSpotTexture();
+    }
+    hotSpots_.clear();
+    madeTextures_.clear();
+}
+
+void ZNTHotSpotDrawer::tearDownGL() {
+    if (std::exchange(isTornDown_, true))
+        return;
+    removeTextures();
+    if (pickingTimer_)
+        pickingTimer_->invalidate();
+    pickingTimer_.reset();
+    const bool isOurs = platform::GLContext::setCurrentContext(context_.lock()) &&
+                        generation_ == GLDevice::main().generation();
+    if (!isOurs)
+        return markerProgramm_.forget();
+    // The buffer of texture coordinates stays: whoever draws with the vertex array's names last
+    // may still read it.
+    glDeleteBuffers(1, &buffers_.positions);
+    GLDevice::main().deleteVertexArrays(1, &buffers_.vertexArray);
+    markerProgramm_.tearDown();
+}
+
+// The list
+
+void ZNTHotSpotDrawer::addHotSpot(const std::shared_ptr<ZNTHotSpot>& spot) {
+    spot->setIndexID(static_cast<std::uint32_t>(hotSpots_.size()));
+    if (!platform::GLContext::setCurrentContext(context_.lock()) || !spot->setupTexture())
+        return;
+    hotSpots_.push_back(spot);
+    madeTextures_.push_back(spot->texture());
+}
+
+void ZNTHotSpotDrawer::updateHotSpots(const HotSpots& spots) {
+    if (!updateInProgress_) {
+        updateInProgress_ = true;
+        removeTextures();
+        for (const auto& spot : spots)
+            addHotSpot(spot);
+        updateInProgress_ = false;
+    }
+    platform::MainQueue::main().async([weak = weak(this), hasSpots = !spots.empty()] {
+        if (const auto self = weak.lock())
+            self->restartTimer(hasSpots);
+    });
+}
+
+void ZNTHotSpotDrawer::restartTimer(bool hasSpots) {
+    if (pickingTimer_)
+        pickingTimer_->invalidate();
+    pickingTimer_.reset();
+    if (!hasSpots || !enableAutoPickingTest_ || !pickingPoint_ || isTornDown_)
+        return;
+    pickingTimer_ =
+        platform::Timer::scheduledTimer(platform::fromSeconds(kPickingInterval),
+                                        platform::Timer::Repeats::Yes, [weak = weak(this)] {
+                                            if (const auto self = weak.lock())
+                                                self->objecPickTestForPickingPoint();
+                                        });
+}
+
+void ZNTHotSpotDrawer::setEnableAutoPickingTest(bool enable) {
+    enableAutoPickingTest_ = enable;
+    platform::MainQueue::main().async([weak = weak(this)] {
+        if (const auto self = weak.lock())
+            self->restartTimer(!self->hotSpots_.empty());
+    });
+}
+
+// Drawing
+
+void ZNTHotSpotDrawer::performDrawMarkersWithProjection(const GLKMatrix4& scene) {
+    if (hotSpots_.empty() || updateInProgress_ || markerProgramm_.name() == 0)
+        return;
+    glUseProgram(markerProgramm_.name());
+    GLDevice::main().bindVertexArray(buffers_.vertexArray);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glActiveTexture(GL_TEXTURE0 + kTextureUnit);
+    glUniform1i(markerProgramm_.uniforms().texture, kTextureUnit);
+    glUniform1i(markerProgramm_.uniforms().enableColorPicking, enableColor_ ? 1 : 0);
+    for (const auto& spot : hotSpots_)
+        drawMarker(*spot, scene);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glActiveTexture(GL_TEXTURE0);
+    glDisable(GL_BLEND);
+    if (enableColor_)
+        endColorPass();
+}
+
+void ZNTHotSpotDrawer::drawMarker(ZNTHotSpot& spot, const GLKMatrix4& scene) const {
+    const VisualObjectModel& quad = hotSpotModel_->model();
+    spot.updateWithModelViewProjection(scene);
+    const GLKMatrix4 matrix = spot.hotSpotModelViewProjectionMatrix();
+    if (isOutOfSight(quad, matrix))
+        return;
+    glUniformMatrix4fv(markerProgramm_.uniforms().matrix, 1, GL_FALSE, matrix.m);
+    if (enableColor_)
+        glUniform3f(markerProgramm_.uniforms().color, redOf(spot.indexID()), 255.0F, 0.0F);
+    else
+        glBindTexture(GL_TEXTURE_2D, spot.textureName());
+    glDrawArrays(GL_TRIANGLES, 0, quad.numberOfVertices);
+}
+
+void ZNTHotSpotDrawer::endColorPass() {
+    enableColor_ = false;
+    notifications().post(ZNTHotSpotDrawerEnableDrawing);
+}
+
+// Selection
+
+std::optional<GLKVector4> ZNTHotSpotDrawer::snapshotDorPicking(platform::Point point) {
+    const auto view = glView_.lock();
+    if (!view)
+        return std::nullopt;
+    enableColor_ = true;
+    notifications().post(ZNTHotSpotDrawerDisableDrawing);
+    const auto pixel = view->pixelAt(point);
+    // Without markers no pass has taken the picking colours off the content again.
+    if (enableColor_)
+        endColorPass();
+    if (!pixel)
+        return std::nullopt;
+    const auto channel = [&pixel](std::size_t i) {
+        return static_cast<float>((*pixel)[i] / 255.0);
+    };
+    return GLKVector4Make(channel(0), channel(1), channel(2), channel(3));
+}
+
+void ZNTHotSpotDrawer::pickAt(platform::Point point, bool tap) {
+    const auto self = shared(this); // whoever hears of a selection may end the drawer
+    if (const auto color = snapshotDorPicking(point))
+        detectSelectionFromTapColot(*color, tap);
+}
+
+void ZNTHotSpotDrawer::objectPickTestForPixelAt(int x, int y) {
+    pickAt({static_cast<double>(x), static_cast<double>(y)}, true);
+}
+
+void ZNTHotSpotDrawer::objecPickTestForPickingPoint() {
+    if (hotSpots_.empty() || !pickingPoint_)
+        return;
+    // On the calling thread, which has the GL context.
+    platform::DispatchQueue::sync(kPickingQueueLabel, [this] {
+        pickAt({pickingPoint_->xPosition(), pickingPoint_->yPosition()}, false);
+    });
+}
+
+void ZNTHotSpotDrawer::detectSelectionFromTapColot(const GLKVector4& color, bool tap) {
+    const auto hit = std::find_if(hotSpots_.begin(), hotSpots_.end(), [&color](const auto& spot) {
+        return redOf(spot->indexID()) == color.v[0];
+    });
+    if (hit == hotSpots_.end())
+        return;
+    const auto spot = *hit;
+    if (!tap && !dwellsOn(*spot))
+        return;
+    notifications().post(ZNTHotSpotDrawerDetectHotSpotSelection,
+                         {{ZNTHotSpotDrawerHotSpotNameKey, spot->hotSpotName()},
+                          {ZNTHotSpotDrawerHotSpotIndexKey, std::int64_t{spot->indexID()}},
+                          {ZNTHotSpotDrawerTapKey, tap}});
+}
+
+bool ZNTHotSpotDrawer::dwellsOn(const ZNTHotSpot& spot) {
+    if (spot.indexID() != pickingHotSpotIndex_) {
+        pickingOccurency_ = 0;
+        pickingHotSpotIndex_ = spot.indexID();
+        return false;
+    }
+    if (++pickingOccurency_ < pickingPoint_->rejectRate())
+        return false;
+    pickingOccurency_ = 0;
+    return true;
+}

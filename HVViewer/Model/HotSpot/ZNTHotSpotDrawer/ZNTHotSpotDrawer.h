@@ -1,0 +1,100 @@
+#pragma once
+
+#include "HVViewer/DisplayController/DisplayView/MeshBuffers.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/MarkerProgram.h"
+#include "Platform/Foundation/Geometry.h"
+#include "Platform/Foundation/Object.h"
+#include "Platform/Graphics/GLKMath.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+class ZNTHotSpot;
+class ZNTHotSpotPickingPoint;
+class ZNTHotSpotPlaneVO;
+
+namespace platform {
+class GLContext;
+class GLView;
+class TextureInfo;
+class Timer;
+} // namespace platform
+
+/// Draws the hot spots of one display view over its scene, and finds the one under a point: each is
+/// drawn in a colour that stands for its index, and the colour of one pixel is read back.
+///
+/// Owner:  the content drawer; context and view are held weakly. Made with `platform::make`.
+/// Thread: main.
+class ZNTHotSpotDrawer : public platform::Object {
+public:
+    using HotSpots = std::vector<std::shared_ptr<ZNTHotSpot>>;
+
+    /// Errors: assertion failures without a context or a view.
+    ZNTHotSpotDrawer(const std::shared_ptr<platform::GLContext>& context,
+                     const std::shared_ptr<platform::GLView>& view,
+                     std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint = nullptr);
+    ~ZNTHotSpotDrawer() override;
+    void init() override;
+
+    /// A hot spot whose texture fails is left out, and its index goes to the next one.
+    void addHotSpot(const std::shared_ptr<ZNTHotSpot>& spot);
+    /// Replaces the list; automatic picking starts anew in a later turn.
+    void updateHotSpots(const HotSpots& spots);
+    [[nodiscard]] const HotSpots& hotSpots() const { return hotSpots_; }
+
+    /// Draws the markers over what is there; nothing for an empty list.
+    void performDrawMarkersWithProjection(const GLKMatrix4& scene);
+    /// Rebuilds the quad for a screen that has another shape by now.
+    void screenShapeDidChange();
+
+    /// Reports the hot spot under a point of the view, if there is one, by the selection
+    /// notification. Indices above 205 cannot be told apart and are reported as 205 where that
+    /// exists.
+    void objectPickTestForPixelAt(int x, int y);
+    /// Looks at the picking point, as the timer does every 0.33 s.
+    void objecPickTestForPickingPoint();
+    /// Switches automatic picking; the timer starts or stops in a later turn.
+    void setEnableAutoPickingTest(bool enable);
+    [[nodiscard]] bool enableAutoPickingTest() const { return enableAutoPickingTest_; }
+    [[nodiscard]] std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint() const {
+        return pickingPoint_;
+    }
+    [[nodiscard]] bool isPickingAutomatically() const { return pickingTimer_ != nullptr; }
+
+    /// Deletes the GL objects that this drawer made, but for one buffer of 48 bytes, and ends
+    /// automatic picking for good.
+    void tearDownGL();
+
+private:
+    void setupGL();
+    void bindBuffer();
+    void deleteBuffers();
+    void removeTextures();
+    void drawMarker(ZNTHotSpot& spot, const GLKMatrix4& scene) const;
+    void endColorPass();
+    [[nodiscard]] std::optional<GLKVector4> snapshotDorPicking(platform::Point point);
+    void pickAt(platform::Point point, bool tap);
+    void detectSelectionFromTapColot(const GLKVector4& color, bool tap);
+    [[nodiscard]] bool dwellsOn(const ZNTHotSpot& spot);
+    void restartTimer(bool hasSpots);
+
+    MarkerProgram markerProgramm_;
+    MeshBuffers buffers_;
+    std::uint32_t generation_ = 0; // of the context that holds them
+    bool enableColor_ = false;
+    std::uint32_t pickingHotSpotIndex_ = 0;
+    std::int64_t pickingOccurency_ = 0;
+    bool enableAutoPickingTest_ = true;
+    bool updateInProgress_ = false;
+    bool isTornDown_ = false;
+    HotSpots hotSpots_;
+    std::vector<std::weak_ptr<const platform::TextureInfo>> madeTextures_; // beside `hotSpots_`
+    std::weak_ptr<platform::GLContext> context_;
+    std::weak_ptr<platform::GLView> glView_;
+    std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint_;
+    std::shared_ptr<platform::Timer> pickingTimer_;
+    std::shared_ptr<ZNTHotSpotPlaneVO> hotSpotModel_;
+    platform::Size modelScreen_;
+};

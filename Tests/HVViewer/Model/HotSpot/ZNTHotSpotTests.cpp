@@ -1,0 +1,212 @@
+#include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
+#include "Platform/Foundation/Bundle.h"
+#include "Platform/Graphics/GLContext.h"
+#include "Platform/Graphics/TextureLoader.h"
+#include "Platform/Imaging/ImageEncoder.h"
+#include "Platform/Interface/Application.h"
+#include "Tests/Support/HeadlessPlayer.h"
+#include "Tests/Support/LogRecorder.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+
+using platform::InterfaceOrientation;
+
+namespace {
+
+std::shared_ptr<ZNTHotSpot> spot(float vertical, float horizontal) {
+    return ZNTHotSpot::hotSpotWithTextureNamed("", vertical, horizontal);
+}
+
+std::array<double, 3> placed(const ZNTHotSpot& hotSpot, float x, float y) {
+    const GLKVector4 p = GLKMatrix4MultiplyVector4(hotSpot.hotSpotModelViewProjectionMatrix(),
+                                                   GLKVector4Make(x, y, 0, 1));
+    return {p.v[0], p.v[1], p.v[2]};
+}
+
+void expectNear(const std::array<double, 3>& actual, const std::array<double, 3>& expected) {
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_NEAR(actual[i], expected[i], 1e-6) << "coordinate " << i;
+}
+
+/// The application's bundle with one folder of pictures.
+class NamedPictures {
+public:
+    NamedPictures() { platform::Bundle::application().addFolder(folder_.path()); }
+    ~NamedPictures() { platform::Bundle::application().removeFolder(folder_.path()); }
+    NamedPictures(const NamedPictures&) = delete;
+    NamedPictures& operator=(const NamedPictures&) = delete;
+
+    void add(const std::string& file, int sidePx) {
+        const auto png = platform::encodePng(*flatPicture(sidePx, sidePx, 255, 255, 255));
+        (void)folder_.add(file, png.value());
+    }
+    void addBroken(const std::string& file) {
+        (void)folder_.add(file, std::array<std::uint8_t, 3>{1, 2, 3});
+    }
+
+private:
+    tests::TemporaryFolder folder_;
+};
+
+} // namespace
+
+TEST(HotSpot, IsMadeWithTheFactorysDefaults) {
+    const auto named = ZNTHotSpot::hotSpotWithTextureNamed("door", 0.1F, 0.2F);
+    EXPECT_EQ(named->textureImageName(), "door");
+    EXPECT_EQ(named->verticalOffset(), 0.1F);
+    EXPECT_EQ(named->horizontalOffset(), 0.2F);
+    EXPECT_EQ(named->scale(), 1.0F);
+    EXPECT_EQ(named->xTransform(), 1.0F);
+    EXPECT_EQ(named->yTransform(), 1.0F);
+    EXPECT_EQ(named->selectionScale(), 0.0);
+    EXPECT_EQ(named->textureName(), 0U);
+    EXPECT_TRUE(named->hotSpotName().empty());
+    const auto picture = flatPicture(2, 2, 1, 2, 3);
+    const auto given = ZNTHotSpot::hotSpotWithTextureImage(picture, 0.3F, 0.4F);
+    EXPECT_EQ(given->textureImageName(), "");
+    EXPECT_EQ(given->textureImage(), picture);
+    EXPECT_EQ(given->verticalOffset(), 0.3F);
+}
+
+TEST(HotSpot, HasTwoNamesForEachAngle) {
+    const auto hotSpot = spot(0, 0);
+    hotSpot->setAngleH(0.5F);
+    hotSpot->setAngleV(0.25F);
+    EXPECT_EQ(hotSpot->horizontalOffset(), 0.5F);
+    EXPECT_EQ(hotSpot->verticalOffset(), 0.25F);
+    hotSpot->setHorizontalOffset(0.75F);
+    EXPECT_EQ(hotSpot->angleH(), 0.75F);
+}
+
+TEST(HotSpot, StandsStraightAheadFacingTheMiddle) {
+    const auto hotSpot = spot(0, 0);
+    hotSpot->updateWithModelViewProjection(GLKMatrix4Identity);
+    expectNear(placed(*hotSpot, 0, 0), {0, 1, 0});
+    expectNear(placed(*hotSpot, 0.5F, 0), {0.1, 1, 0});
+    expectNear(placed(*hotSpot, 0, 0.5F), {0, 1, 0.1});
+}
+
+TEST(HotSpot, LiesToTheLeftForPositiveHorizontalAndLowerForPositiveVertical) {
+    const auto left = spot(0, 0.5F);
+    left->updateWithModelViewProjection(GLKMatrix4Identity);
+    expectNear(placed(*left, 0, 0), {-std::sin(0.5), std::cos(0.5), 0});
+    const auto low = spot(0.5F, 0);
+    low->updateWithModelViewProjection(GLKMatrix4Identity);
+    expectNear(placed(*low, 0, 0), {0, std::cos(0.5), -std::sin(0.5)});
+}
+
+TEST(HotSpot, IsStretchedAfterItsScale) {
+    const auto hotSpot = spot(0, 0);
+    hotSpot->setScale(2);
+    hotSpot->setXTransform(1.5F);
+    hotSpot->setYTransform(0.5F);
+    hotSpot->updateWithModelViewProjection(GLKMatrix4Identity);
+    expectNear(placed(*hotSpot, 1, 0), {0.6, 1, 0});
+    expectNear(placed(*hotSpot, 0, 1), {0, 1, 0.2});
+}
+
+TEST(HotSpot, HasNoTextureWithoutAPicture) {
+    const auto host = makeHost({320, 180});
+    const auto context = platform::GLContext::create();
+    ASSERT_TRUE(platform::GLContext::setCurrentContext(context));
+    for (const auto& hotSpot : {spot(0, 0), ZNTHotSpot::hotSpotWithTextureNamed("none", 0, 0)}) {
+        LogRecorder log;
+        EXPECT_FALSE(hotSpot->setupTexture());
+        EXPECT_EQ(log.lines(),
+                  std::vector<std::string>{"Error - cant setup texture for hotSpot, nill image"});
+        hotSpot->removeSpotTexture();
+        EXPECT_EQ(hotSpot->textureName(), 0U);
+    }
+}
+
+TEST(HotSpot, ReplacesItsTextureAndForgetsItsName) {
+    const auto host = makeHost({320, 180});
+    const auto context = platform::GLContext::create();
+    ASSERT_TRUE(platform::GLContext::setCurrentContext(context));
+    const auto hotSpot = ZNTHotSpot::hotSpotWithTextureImage(flatPicture(4, 4, 9, 9, 9), 0, 0);
+    EXPECT_TRUE(hotSpot->setupTexture());
+    const auto first = hotSpot->texture();
+    EXPECT_TRUE(hotSpot->setupTexture());
+    EXPECT_EQ(first.use_count(), 1) << "the hot spot holds the second one";
+    EXPECT_NE(hotSpot->textureName(), 0U);
+    hotSpot->removeSpotTexture();
+    EXPECT_EQ(hotSpot->textureName(), 0U);
+}
+
+TEST(NamedPicture, IsFoundWithAndWithoutItsEnding) {
+    const auto host = makeHost({320, 180});
+    const auto context = platform::GLContext::create();
+    ASSERT_TRUE(platform::GLContext::setCurrentContext(context));
+    NamedPictures pictures;
+    pictures.add("door.png", 4);
+    for (const char* name : {"door", "door.png"})
+        EXPECT_TRUE(ZNTHotSpot::hotSpotWithTextureNamed(name, 0, 0)->setupTexture()) << name;
+}
+
+TEST(NamedPicture, IsTheOneForTheScreensScale) {
+    NamedPictures pictures;
+    pictures.add("icon.png", 4);
+    pictures.add("icon@2x.png", 8);
+    pictures.add("icon@3x.png", 12);
+    pictures.add("dense@3x.png", 12);
+    pictures.add("coarse.png", 4);
+    const auto sideOf = [](const char* name) {
+        const auto hotSpot = ZNTHotSpot::hotSpotWithTextureNamed(name, 0, 0);
+        return hotSpot->setupTexture() ? hotSpot->texture()->size().width : 0;
+    };
+    for (const auto& [scale, side] :
+         {std::pair{1.0, 4}, {1.5, 8}, {2.0, 8}, {3.0, 12}, {4.0, 12}}) {
+        const auto host = makeHost({320, 180}, scale);
+        const auto context = platform::GLContext::create();
+        ASSERT_TRUE(platform::GLContext::setCurrentContext(context));
+        EXPECT_EQ(sideOf("icon"), side) << scale;
+        EXPECT_EQ(sideOf("icon.png"), side) << scale;
+        EXPECT_EQ(sideOf("dense"), 12) << scale;
+        EXPECT_EQ(sideOf("coarse"), 4) << scale;
+    }
+}
+
+TEST(NamedPicture, ThatIsBrokenIsNamed) {
+    const auto host = makeHost({320, 180});
+    NamedPictures pictures;
+    pictures.addBroken("torn.png");
+    LogRecorder log;
+    EXPECT_FALSE(ZNTHotSpot::hotSpotWithTextureNamed("torn", 0, 0)->setupTexture());
+    ASSERT_EQ(log.lines().size(), 2U);
+    EXPECT_EQ(log.lines()[0].find("torn.png: "), 0U);
+    EXPECT_EQ(log.lines()[1], "Error - cant setup texture for hotSpot, nill image");
+}
+
+TEST(PickingPoint, LiesAtItsFractionOfTheScreen) {
+    const auto host = makeHost({375, 667});
+    const auto point = ZNTHotSpotPickingPoint::pickingPointForXPosition(0.5, 0.5);
+    EXPECT_EQ(point->rejectRate(), 1);
+    EXPECT_FALSE(point->sbsModeActive());
+    EXPECT_EQ(point->xPosition(), 187.5);
+    EXPECT_EQ(point->yPosition(), 333.5);
+    point->setXPosition(1);
+    point->setYPosition(1);
+    EXPECT_EQ(point->xPosition(), 187.5) << "what is set is never read back";
+    EXPECT_EQ(point->yPosition(), 333.5);
+}
+
+TEST(PickingPoint, LiesInTheLeftHalfSideBySide) {
+    const auto host = makeHost({667, 375});
+    const auto point = ZNTHotSpotPickingPoint::pickingPointForXPosition(0.5, 0.5);
+    point->markSBSModeActive(true);
+    EXPECT_EQ(point->xPosition(), 166.75);
+    EXPECT_EQ(point->yPosition(), 187.5);
+}
+
+TEST(PickingPoint, GoesByHowTheScreenIsHeld) {
+    const auto host = makeHost({667, 375});
+    host->embedded().setOrientation(InterfaceOrientation::Portrait);
+    const auto point = ZNTHotSpotPickingPoint::pickingPointForXPosition(1, 1);
+    EXPECT_EQ(point->xPosition(), 375);
+    EXPECT_EQ(point->yPosition(), 667);
+}
