@@ -1,5 +1,6 @@
 // What a window that shows a still picture costs while nothing happens: CPU seconds of the whole
-// process and frames presented, under a virtual X server. Prints one JSON object.
+// process and frames presented, under a virtual X server; plain, and side by side with a device at
+// rest that steers both halves. Prints one JSON object.
 //
 // zanto-benchmark-idle-window [SECONDS]   (10)
 
@@ -52,7 +53,20 @@ void waitUntilDrawn(SDLHost& host) {
              platform::MainQueue::main().outstandingWork() > 0);
 }
 
-int measure(Instant duration) {
+/// Lets the window be for that long, once it has come to rest.
+void measure(SDLHost& host, const char* what, Instant duration) {
+    waitUntilDrawn(host);
+    const Reading before = readingOf(host);
+    const int turns = takeTurns(host, duration);
+    const Reading after = readingOf(host);
+    std::printf("\"%s\": {\"seconds\": %.3f, \"cpu_seconds\": %.6f, \"frames\": %d, "
+                "\"turns\": %d, \"frames_before\": %d}",
+                what, platform::toSeconds(after.at - before.at),
+                static_cast<double>(after.cpu - before.cpu) / CLOCKS_PER_SEC,
+                after.frames - before.frames, turns, before.frames);
+}
+
+int measureBoth(Instant duration) {
     auto created = SDLHost::create({.title = "idle"});
     if (!created) {
         std::fprintf(stderr, "idle-window: %s\n", created.error().detail.c_str());
@@ -63,16 +77,13 @@ int measure(Instant duration) {
     controller->prepareImage(builtInPanorama());
     host.embedded().setRootViewController(controller);
     host.embedded().appear();
-    waitUntilDrawn(host);
-
-    const Reading before = readingOf(host);
-    const int turns = takeTurns(host, duration);
-    const Reading after = readingOf(host);
-    std::printf("{\"benchmark\": \"idle-window\", \"seconds\": %.3f, \"cpu_seconds\": %.6f, "
-                "\"frames\": %d, \"turns\": %d, \"frames_before\": %d}\n",
-                platform::toSeconds(after.at - before.at),
-                static_cast<double>(after.cpu - before.cpu) / CLOCKS_PER_SEC,
-                after.frames - before.frames, turns, before.frames);
+    std::printf("{");
+    measure(host, "plain", duration);
+    host.setEmulatesDevice(true);
+    controller->setDisplayMode(DisplayMode::SideBySide);
+    std::printf(", ");
+    measure(host, "steered", duration);
+    std::printf("}\n");
     return 0;
 }
 
@@ -88,5 +99,5 @@ int main(int argc, char** argv) {
     }
     setenv("DISPLAY", display->name().c_str(), 1);
     setenv("SDL_VIDEODRIVER", "x11", 1);
-    return measure(platform::fromSeconds(seconds));
+    return measureBoth(platform::fromSeconds(seconds));
 }
