@@ -3,6 +3,9 @@
 // What a host application includes, beside the header of the host that it links.
 
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
 #include "HVViewer/Utilities/ZNTMath.h"
 #include "Platform/Foundation/Assertion.h"
 #include "Platform/Foundation/Bundle.h"

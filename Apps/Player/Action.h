@@ -6,8 +6,10 @@
 #include "Platform/Interface/Touch.h"
 #include "Platform/Motion/AttitudeSource.h"
 
+#include <cstdint>
 #include <string>
 #include <variant>
+#include <vector>
 
 struct ModeAction {
     DisplayMode mode;
@@ -23,9 +25,35 @@ struct AttitudeAction {
     platform::Attitude attitude;
 };
 struct SwitchAction {
-    enum class Switch { DeviceMotion, TouchMotion, PinchZoom, LockVertical, Transparent };
+    enum class Switch {
+        DeviceMotion,
+        TouchMotion,
+        PinchZoom,
+        LockVertical,
+        Transparent,
+        AutoPicking,
+        TapDetection,
+    };
     Switch which;
     bool on;
+};
+/// A marker, as `ZNTHotSpot` has it.
+struct HotSpot {
+    std::string name;
+    /// A file.
+    std::string image;
+    float vertical = 0;
+    float horizontal = 0;
+    float scale = 1;
+    float x = 1;
+    float y = 1;
+};
+/// These hot spots and no others.
+struct HotSpotsAction {
+    std::vector<HotSpot> hotSpots;
+    /// Fractions of the screen.
+    platform::Point pickingPoint{0.5, 0.5};
+    std::int64_t rejectRate = 1;
 };
 struct SphericalOffsetAction {
     float radians;
@@ -44,7 +72,7 @@ struct Action {
     /// Virtual seconds.
     double at = 0;
     std::variant<ModeAction, ResizeAction, OrientationAction, AttitudeAction, SwitchAction,
-                 SphericalOffsetAction, TouchAction, SnapshotAction>
+                 SphericalOffsetAction, HotSpotsAction, TouchAction, SnapshotAction>
         what;
 
     /// Settings at second 0 take effect before the view appears.

@@ -7,12 +7,14 @@
 #include <utility>
 
 /// The switches as they are called in action scripts.
-inline constexpr std::array<std::pair<std::string_view, SwitchAction::Switch>, 5> kSwitchNames{{
+inline constexpr std::array<std::pair<std::string_view, SwitchAction::Switch>, 7> kSwitchNames{{
     {"device_motion", SwitchAction::Switch::DeviceMotion},
     {"touch_motion", SwitchAction::Switch::TouchMotion},
     {"pinch_zoom", SwitchAction::Switch::PinchZoom},
     {"lock_vertical", SwitchAction::Switch::LockVertical},
     {"transparent", SwitchAction::Switch::Transparent},
+    {"auto_picking", SwitchAction::Switch::AutoPicking},
+    {"tap_detection", SwitchAction::Switch::TapDetection},
 }};
 
 /// What a finger does, as action scripts call it.

@@ -2,6 +2,7 @@
 
 #include "Apps/Player/ActionNames.h"
 #include "Apps/Player/DisplayModeNames.h"
+#include "Apps/Player/HotSpots.h"
 #include "Apps/Player/TouchReaders.h"
 
 #include <algorithm>
@@ -59,6 +60,10 @@ What readSphericalOffset(const ActionLine& line) {
     return SphericalOffsetAction{radians};
 }
 
+What readHotSpotsOf(const ActionLine& line) {
+    return readHotSpots(line, line.folder());
+}
+
 What readSnapshot(const ActionLine& line) {
     const std::string name = line.text("snapshot");
     const std::filesystem::path path(name);
@@ -99,6 +104,7 @@ std::vector<ActionKind> makeKinds() {
         {"orientation", {}, readOne<readOrientation>},
         {"attitude", {}, readOne<readAttitude>},
         {"spherical_offset", {}, readOne<readSphericalOffset>},
+        {"hot_spots", {"picking_point", "reject_rate"}, readOne<readHotSpotsOf>},
         {"snapshot", {}, readOne<readSnapshot>},
     };
     for (const auto& [name, which] : kSwitchNames)
@@ -121,7 +127,7 @@ const ActionKind* kindNamed(const std::string& key) {
 const ActionKind& kindOf(const ActionLine& line) {
     const ActionKind* found = nullptr;
     std::string unknown;
-    for (const auto& [key, value] : line.members().items()) {
+    for (const auto& [key, value] : line.object().items()) {
         const ActionKind* const kind = kindNamed(key);
         if (kind && found)
             throw LineRefused("more than one action in a line");
@@ -136,7 +142,7 @@ const ActionKind& kindOf(const ActionLine& line) {
 }
 
 void refuseOtherMembers(const ActionLine& line, const ActionKind& kind) {
-    for (const auto& [key, value] : line.members().items()) {
+    for (const auto& [key, value] : line.object().items()) {
         const auto& members = kind.members;
         const bool known = key == "at" || key == kind.key ||
                            std::find(members.begin(), members.end(), key) != members.end();

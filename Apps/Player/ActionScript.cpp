@@ -76,13 +76,14 @@ platform::Result<std::vector<Action>> readActionScript(const std::string& path) 
 
 platform::Result<std::vector<Action>> readActionScript(std::istream& stream,
                                                        const std::string& name) {
+    const std::string folder = std::filesystem::path(name).parent_path().string();
     Script script;
     std::string line;
     for (int number = 1; std::getline(stream, line); ++number) {
         if (line.find_first_not_of(" \t\r") == std::string::npos)
             continue;
         try {
-            script.add(ActionLine(line, number));
+            script.add(ActionLine(line, number, folder));
         } catch (const LineRefused& refused) {
             return platform::Error{platform::ErrorCode::Corrupt,
                                    name + ":" + std::to_string(number) + ": " + refused.what()};

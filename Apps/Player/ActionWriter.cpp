@@ -38,6 +38,20 @@ struct Describe {
     ordered_json operator()(const SphericalOffsetAction& action) const {
         return {{"spherical_offset", action.radians}};
     }
+    ordered_json operator()(const HotSpotsAction& action) const {
+        ordered_json spots = ordered_json::array();
+        for (const HotSpot& spot : action.hotSpots)
+            spots.push_back({{"name", spot.name},
+                             {"image", spot.image},
+                             {"vertical", spot.vertical},
+                             {"horizontal", spot.horizontal},
+                             {"scale", spot.scale},
+                             {"x", spot.x},
+                             {"y", spot.y}});
+        return {{"hot_spots", spots},
+                {"picking_point", {action.pickingPoint.x, action.pickingPoint.y}},
+                {"reject_rate", action.rejectRate}};
+    }
     ordered_json operator()(const TouchAction& action) const {
         const platform::TouchEvent& event = action.event;
         ordered_json line{{"touch", nameOf(kPhaseNames, event.phase)},

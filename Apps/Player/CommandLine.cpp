@@ -64,6 +64,10 @@ void addTouchSlop(CLI::App& app, platform::TouchSlop& slop) {
         "How far a touch may wander before it drags, in points (default: 10, a mouse 3)");
 }
 
+void addHotSpots(CLI::App& app, std::string& file) {
+    app.add_option("--hot-spots", file, "Markers to show and to pick, a JSON object");
+}
+
 void addRenderOptions(CLI::App& app, RenderCommand& render) {
     addInput(app, render.input);
     app.add_option("--output", render.output,
@@ -96,11 +100,13 @@ void addRenderOptions(CLI::App& app, RenderCommand& render) {
     app.add_option("--actions", render.actionsFile, "A script of JSON lines to play");
     app.add_option("--trace", render.traceFile, "Write what happened as JSON lines");
     addTouchSlop(app, render.touchSlop);
+    addHotSpots(app, render.hotSpotsFile);
 }
 
 void addPlayOptions(CLI::App& app, PlayCommand& play) {
     addInput(app, play.input);
     addTouchSlop(app, play.touchSlop);
+    addHotSpots(app, play.hotSpotsFile);
     app.add_option("--record", play.recordFile,
                    "Write what is done in the window as a script for render --actions");
     app.add_option("--attitude-trace", play.attitudeTraceFile,
@@ -111,7 +117,7 @@ void addPlayOptions(CLI::App& app, PlayCommand& play) {
 std::string strayBeforeRender(const CLI::App& app, const PlayCommand& play) {
     if (!play.input.empty())
         return play.input;
-    for (const char* option : {"--touch-slop", "--record", "--attitude-trace"}) {
+    for (const char* option : {"--touch-slop", "--record", "--attitude-trace", "--hot-spots"}) {
         if (app.count(option) > 0)
             return option;
     }

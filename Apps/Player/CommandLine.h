@@ -15,6 +15,7 @@ struct PlayCommand {
     platform::TouchSlop touchSlop;
     /// Empty: none.
     std::string recordFile;
+    std::string hotSpotsFile;
     std::string attitudeTraceFile;
 };
 
@@ -32,6 +33,7 @@ struct RenderCommand {
     /// Empty: none.
     std::string actionsFile;
     std::string traceFile;
+    std::string hotSpotsFile;
     platform::TouchSlop touchSlop;
 };
 

@@ -12,7 +12,7 @@ struct Binding {
     std::string_view help;
 };
 
-constexpr std::array<Binding, 10> kBindings{{
+constexpr std::array<Binding, 11> kBindings{{
     {U'1', KeyAction::ShowPlane, "1       flat on a plane"},
     {U'2', KeyAction::ShowSphere, "2       from inside the sphere"},
     {U'3', KeyAction::ShowLittlePlanet, "3       as a little planet"},
@@ -21,6 +21,7 @@ constexpr std::array<Binding, 10> kBindings{{
      "g       in the sphere: follow the device, or stop; without one the right mouse button turns "
      "it"},
     {U'l', KeyAction::ToggleVerticalLock, "l       drag sideways only, or freely again"},
+    {U'a', KeyAction::ToggleAutoPicking, "a       pick hot spots by looking at them, or stop"},
     {U'f', KeyAction::ToggleFullScreen, "f       full screen, and back"},
     {U's', KeyAction::TakeScreenshot, "s       write a screenshot into the current folder"},
     {U'h', KeyAction::PrintHelp, "h       print this help"},

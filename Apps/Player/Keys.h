@@ -13,6 +13,7 @@ enum class KeyAction {
     ShowSideBySide,
     ToggleDeviceMotion,
     ToggleVerticalLock,
+    ToggleAutoPicking,
     ToggleFullScreen,
     TakeScreenshot,
     PrintHelp,

@@ -2,8 +2,10 @@
 
 #include "Apps/Player/AttitudeTraceFile.h"
 #include "Apps/Player/Content.h"
+#include "Apps/Player/HotSpotFile.h"
 #include "Apps/Player/LogTap.h"
 #include "Apps/Player/Message.h"
+#include "Apps/Player/PickFeedback.h"
 #include "Apps/Player/WindowPlayer.h"
 #include "Apps/Player/WindowRecording.h"
 #include "Hosts/SDL/SDLHost.h"
@@ -25,6 +27,7 @@ std::string titleOf(const std::string& input) {
 struct Extras {
     std::unique_ptr<platform::AttitudeTracePlayer> attitudes; // null: none
     std::unique_ptr<WindowRecording> recording;               // null: none
+    std::shared_ptr<const HotSpotFile> hotSpots;              // null: none
 };
 
 platform::Result<Extras> openExtras(const PlayCommand& command) {
@@ -36,6 +39,10 @@ platform::Result<Extras> openExtras(const PlayCommand& command) {
         extras.attitudes =
             std::make_unique<platform::AttitudeTracePlayer>(std::move(trace).value());
     }
+    auto hotSpots = readHotSpotFile(command.hotSpotsFile);
+    if (!hotSpots)
+        return hotSpots.error();
+    extras.hotSpots = std::move(hotSpots).value();
     if (!command.recordFile.empty()) {
         auto recording = WindowRecording::create(command.recordFile);
         if (!recording)
@@ -51,23 +58,47 @@ ExitCode endRecording(WindowRecording& recording, const PlayCommand& command) {
         return ExitCode::WrongUse;
     }
     const std::string input = command.input.empty() ? "" : command.input + " ";
+    const std::string hotSpots =
+        command.hotSpotsFile.empty() ? "" : " --hot-spots " + command.hotSpotsFile;
     tell("to play it back: zanto-player render " + input +
-         recording.playbackOptions(command.touchSlop) + " --output FOLDER");
+         recording.playbackOptions(command.touchSlop) + hotSpots + " --output FOLDER");
     return ExitCode::Done;
 }
 
+/// Gives the loaded view its hot spots; null when there are none.
+std::shared_ptr<PickFeedback> giveHotSpots(SDLHost& host,
+                                           const std::shared_ptr<TracedController>& controller,
+                                           const Extras& extras, const std::string& title) {
+    if (!extras.hotSpots)
+        return nullptr;
+    extras.hotSpots->applyTo(*controller);
+    auto feedback = platform::make<PickFeedback>(host, *controller, title);
+    controller->setPickListener([weak = std::weak_ptr(feedback)](const Pick& pick) {
+        if (const auto alive = weak.lock())
+            alive->picked(pick);
+    });
+    return feedback;
+}
+
 /// Has the view appear, steered and watched as the command says.
-void begin(SDLHost& host, const std::shared_ptr<TracedController>& controller,
-           const Extras& extras) {
-    host.embedded().setRootViewController(controller);
+void begin(SDLHost& host, const std::shared_ptr<TracedController>& controller, const Extras& extras,
+           const std::shared_ptr<PickFeedback>& feedback) {
+    SDLHost::TouchListener onTouch;
+    if (feedback)
+        onTouch = [weak = std::weak_ptr(feedback)](const platform::TouchEvent& event) {
+            if (const auto alive = weak.lock())
+                alive->touch(event);
+        };
     if (extras.attitudes) {
         extras.attitudes->start();
         controller->turnOnDeviceMotionInterraction(true);
     }
     if (extras.recording) {
-        extras.recording->begin(host);
+        extras.recording->begin(host, onTouch);
         if (controller->deviceMotionIsOn())
             extras.recording->note(SwitchAction{SwitchAction::Switch::DeviceMotion, true});
+    } else {
+        host.setTouchListener(onTouch);
     }
     host.embedded().appear();
 }
@@ -98,11 +129,15 @@ ExitCode play(const PlayCommand& command) {
         return ExitCode::ContentNotOpened;
     const Extras extras = std::move(opened).value(); // goes before the host that it watches
     WindowRecording* const recording = extras.recording.get();
-    const WindowPlayer player(host, *controller, [recording](const auto& what) {
+    host.embedded().setRootViewController(controller);
+    const auto feedback = giveHotSpots(host, controller, extras, titleOf(command.input));
+    const WindowPlayer player(host, *controller, [recording, &feedback](const auto& what) {
+        if (feedback)
+            feedback->update();
         if (recording)
             recording->note(what);
     });
-    begin(host, controller, extras);
+    begin(host, controller, extras, feedback);
     host.run();
     return recording ? endRecording(*recording, command) : ExitCode::Done;
 }

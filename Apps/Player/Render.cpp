@@ -2,6 +2,8 @@
 
 #include "Apps/Player/ActionScript.h"
 #include "Apps/Player/Content.h"
+#include "Apps/Player/HotSpotFile.h"
+#include "Apps/Player/HotSpots.h"
 #include "Apps/Player/LogTap.h"
 #include "Apps/Player/Message.h"
 #include "Apps/Player/PictureOutput.h"
@@ -31,7 +33,8 @@ public:
     RenderRun(const RenderCommand& command, Trace& trace)
         : command_(command), trace_(trace), output_(command.output) {}
 
-    void play(const std::vector<Action>& actions) {
+    /// `hotSpots`: null for none but the script's.
+    void play(const std::vector<Action>& actions, const HotSpotFile* hotSpots) {
         openHost();
         openContent();
         const auto isInitial = [](const Action& action) {
@@ -39,11 +42,14 @@ public:
         };
         host_->embedded().setRootViewController(controller_);
         controller_->setDisplayMode(command_.mode);
+        if (hotSpots)
+            hotSpots->applyTo(*controller_);
         for (const Action& action : actions) {
             if (isInitial(action))
                 apply(action);
         }
         host_->embedded().appear();
+        hasAppeared_ = true;
         host_->settle();
         for (const Action& action : actions) {
             if (isInitial(action))
@@ -123,7 +129,21 @@ private:
             return controller_->setLockVerticalRotation(action.on);
         case Switch::Transparent:
             return controller_->setEnableTransparentBackground(action.on);
+        case Switch::AutoPicking:
+            controller_->setEnableHotSpotAutoPicking(action.on);
+            return showHotSpots();
+        case Switch::TapDetection:
+            return controller_->setEnableHotSpotTapDetection(action.on);
         }
+    }
+    void applyKind(const HotSpotsAction& action) {
+        addHotSpots(*controller_, action);
+        showHotSpots();
+    }
+    /// What a still picture would show at its next appearance only.
+    void showHotSpots() {
+        if (hasAppeared_)
+            controller_->prepareDisplayView();
     }
     void applyKind(const SphericalOffsetAction& action) {
         controller_->setSphericalOffset(action.radians);
@@ -140,6 +160,7 @@ private:
     PictureOutput output_;
     std::unique_ptr<HeadlessHost> host_;
     std::shared_ptr<TracedController> controller_; // goes before its host
+    bool hasAppeared_ = false;
 };
 
 /// The script, checked as a whole before anything is drawn.
@@ -164,6 +185,11 @@ ExitCode render(const RenderCommand& command) {
         tell(actions.error().detail);
         return ExitCode::WrongUse;
     }
+    const auto hotSpots = readHotSpotFile(command.hotSpotsFile);
+    if (!hotSpots) {
+        tell(hotSpots.error().detail);
+        return ExitCode::WrongUse;
+    }
     const auto trace = Trace::create(command.traceFile);
     if (!trace) {
         tell(trace.error().detail);
@@ -171,7 +197,7 @@ ExitCode render(const RenderCommand& command) {
     }
     const LogTap tap(*trace.value());
     try {
-        RenderRun(command, *trace.value()).play(actions.value());
+        RenderRun(command, *trace.value()).play(actions.value(), hotSpots.value().get());
     } catch (const Stop& stop) {
         return stop.code;
     }

@@ -1,7 +1,10 @@
 #include "Apps/Player/Trace.h"
 
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
+#include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotDrawer.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Interface/Application.h"
 
@@ -20,6 +23,20 @@ ordered_json matrix(const GLKMatrix4& matrix) {
     return elements;
 }
 
+/// Of those that the view shows. Computed anew: both views of side by side share them, and they
+/// keep the matrix of the one that drew them last.
+ordered_json hotSpotMatrices(const ZNTDisplayView& view) {
+    ordered_json matrices = ordered_json::array();
+    const auto drawer = view.glDrawer() ? view.glDrawer()->hotSpotGLDrawer() : nullptr;
+    if (!drawer)
+        return matrices;
+    for (const auto& spot : drawer->hotSpots()) {
+        spot->updateWithModelViewProjection(view.camera().modelViewProjection);
+        matrices.push_back(matrix(spot->hotSpotModelViewProjectionMatrix()));
+    }
+    return matrices;
+}
+
 ordered_json describe(const ZNTDisplayView& view) {
     const platform::Rect frame = view.frame();
     const SceneCameraInputs& inputs = view.cameraInputs();
@@ -34,7 +51,7 @@ ordered_json describe(const ZNTDisplayView& view) {
             {"rotation", matrix(inputs.rotation)},
             {"translation", matrix(inputs.translation)},
             {"motion", inputs.motion ? matrix(*inputs.motion) : ordered_json()},
-            {"hot_spots", ordered_json::array()}};
+            {"hot_spots", hotSpotMatrices(view)}};
 }
 
 } // namespace

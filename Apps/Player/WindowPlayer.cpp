@@ -7,17 +7,11 @@
 #include "Platform/Interface/Screen.h"
 #include "Platform/Motion/AttitudeSource.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <utility>
 
 namespace {
-
-void print(const std::string& text) {
-    std::fputs(text.c_str(), stdout);
-    std::fflush(stdout); // a pipe would hold it back until the program ends
-}
 
 std::string freeScreenshotName() {
     for (int number = 1;; ++number) {
@@ -57,6 +51,8 @@ void WindowPlayer::perform(KeyAction action) {
         return toggleDeviceMotion();
     case KeyAction::ToggleVerticalLock:
         return toggleVerticalLock();
+    case KeyAction::ToggleAutoPicking:
+        return toggleAutoPicking();
     case KeyAction::ToggleFullScreen:
         return host_.setFullScreen(!host_.isFullScreen());
     case KeyAction::TakeScreenshot:
@@ -97,6 +93,15 @@ void WindowPlayer::toggleVerticalLock() {
     const bool lock = !controller_.lockVerticalRotation();
     controller_.setLockVerticalRotation(lock);
     tellListener(SwitchAction{SwitchAction::Switch::LockVertical, lock});
+}
+
+void WindowPlayer::toggleAutoPicking() {
+    if (controller_.hotSpots().empty())
+        return;
+    const bool on = !controller_.enableHotSpotAutoPicking();
+    controller_.setEnableHotSpotAutoPicking(on);
+    controller_.prepareDisplayView(); // which is when it takes effect
+    tellListener(SwitchAction{SwitchAction::Switch::AutoPicking, on});
 }
 
 void WindowPlayer::leave() {

@@ -14,7 +14,7 @@ class ZNTDisplayViewController;
 /// Thread: main.
 class WindowPlayer {
 public:
-    /// Told of everything that a key does to the camera, once it has.
+    /// Told of everything that a key does to the scene, once it has.
     using ActionListener = std::function<void(const decltype(Action::what)&)>;
 
     WindowPlayer(SDLHost& host, ZNTDisplayViewController& controller, ActionListener listener = {});
@@ -27,6 +27,7 @@ private:
     void show(DisplayMode mode);
     void toggleDeviceMotion();
     void toggleVerticalLock();
+    void toggleAutoPicking();
     void tellListener(const decltype(Action::what)& what) const;
     void leave();
     /// Writes what the window shows to the first free name in the current folder and prints it.

@@ -43,12 +43,16 @@ WindowRecording::~WindowRecording() {
     (void)end(); // whoever wants to know has asked
 }
 
-void WindowRecording::begin(SDLHost& host) {
+void WindowRecording::begin(SDLHost& host, TouchListener next) {
     const platform::Screen& screen = platform::Screen::mainScreen();
     size_ = screen.bounds().size;
     scale_ = screen.scale();
     host_ = &host;
-    host.setTouchListener([this](const platform::TouchEvent& event) { recorder_->touch(event); });
+    host.setTouchListener([this, next = std::move(next)](const platform::TouchEvent& event) {
+        recorder_->touch(event);
+        if (next)
+            next(event);
+    });
     host.setSizeListener(
         [this](platform::Size size, double /*scale*/) { recorder_->note(ResizeAction{size}); });
     recorder_->begin(size_);

@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Result.h"
 
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,8 +24,11 @@ public:
     WindowRecording(const WindowRecording&) = delete;
     WindowRecording& operator=(const WindowRecording&) = delete;
 
-    /// The window's view appears: records its size, and from now on its touches and other sizes.
-    void begin(SDLHost& host);
+    using TouchListener = std::function<void(const platform::TouchEvent&)>;
+
+    /// The window's view appears: records its size, and from now on its touches and other sizes. A
+    /// window has one listener for touches, so they are handed on to `next`.
+    void begin(SDLHost& host, TouchListener next = {});
     /// What the program does beside them.
     void note(const decltype(Action::what)& what) { recorder_->note(what); }
     /// Writes what is left; nothing is recorded any more.

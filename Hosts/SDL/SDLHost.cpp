@@ -294,6 +294,10 @@ bool SDLHost::emulatesDevice() const {
     return loop_->input().emulatedDevice().isOn();
 }
 
+void SDLHost::setTitle(const std::string& title) {
+    loop_->window().setTitle(title);
+}
+
 bool SDLHost::isFullScreen() const {
     return loop_->window().isFullScreen();
 }

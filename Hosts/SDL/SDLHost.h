@@ -33,7 +33,8 @@ struct SDLHostOptions {
 /// The window appears with the first turn; it can be resized, and its pixels per point follow the
 /// display. Frames are drawn when something has changed or the window needs them, at most one a
 /// refresh of the display that the window is on, or 60 a second where SDL does not know; none while
-/// it is minimised or hidden. Presenting never waits for the display.
+/// it is minimised or hidden. Presenting never waits for the display. Mouse, wheel, fingers and
+/// sensors reach the library by themselves; docs/embedding.md says as what.
 ///
 /// Owner:  the application; one host at a time.
 /// Thread: one, the process's first on some systems; SDL's video and events are used from no other.
@@ -86,6 +87,9 @@ public:
     /// With it off nothing more comes of it, and motion is unavailable again if it was before.
     void setEmulatesDevice(bool on);
     [[nodiscard]] bool emulatesDevice() const;
+
+    /// UTF-8.
+    void setTitle(const std::string& title);
 
     [[nodiscard]] bool isFullScreen() const;
     /// Fills the display that the window is on, or goes back to the size before.

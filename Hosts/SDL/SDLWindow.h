@@ -38,6 +38,7 @@ public:
     void show();
     /// Whether somebody could see what is drawn.
     [[nodiscard]] bool isVisible() const;
+    void setTitle(const std::string& title) { SDL_SetWindowTitle(window_, title.c_str()); }
     [[nodiscard]] bool isFullScreen() const;
     void setFullScreen(bool fullScreen);
     /// Presents what has been drawn, without waiting for the display.

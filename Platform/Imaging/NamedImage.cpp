@@ -54,7 +54,8 @@ ImagePtr imageNamed(std::string_view name) {
     for (const int scale : scalesToTry()) {
         const std::string suffix = scale == 1 ? "" : "@" + std::to_string(scale) + "x";
         for (const std::string& ending : endingsToTry(path)) {
-            const std::string file = stem + suffix + ending;
+            std::string file = stem;
+            file.append(suffix).append(ending);
             if (const auto bytes = Bundle::application().data(file))
                 return decode(file, *bytes, scale);
         }

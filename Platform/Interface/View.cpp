@@ -123,7 +123,7 @@ bool View::isShown() const {
 std::shared_ptr<View> View::hitTest(Point point) {
     const bool inside =
         point.x >= 0 && point.y >= 0 && point.x < frame_.size.width && point.y < frame_.size.height;
-    if (hidden_ || !inside)
+    if (hidden_ || !userInteractionEnabled_ || !inside)
         return nullptr;
     for (std::size_t i = subviews_.size(); i > 0; --i) {
         View& subview = *subviews_[i - 1];

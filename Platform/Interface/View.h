@@ -61,9 +61,14 @@ public:
     void insertSubview(const std::shared_ptr<View>& subview, std::size_t index);
     void removeFromSuperview();
 
+    /// Without it touches go through: neither the view nor its subviews are found under a point.
+    [[nodiscard]] bool isUserInteractionEnabled() const { return userInteractionEnabled_; }
+    void setUserInteractionEnabled(bool enabled) { userInteractionEnabled_ = enabled; }
+
     /// Not hidden, nor is anything that it is in, and in a window that is visible.
     [[nodiscard]] bool isShown() const;
-    /// The front-most visible view under a point of this view's own coordinates; null outside.
+    /// The front-most visible view under a point of this view's own coordinates that takes touches;
+    /// null outside.
     [[nodiscard]] std::shared_ptr<View> hitTest(Point point);
     [[nodiscard]] Point convertFromWindow(Point point) const;
 
@@ -114,6 +119,7 @@ private:
     std::optional<FrameAnimation> animation_;
     bool hidden_ = false;
     bool opaque_ = true;
+    bool userInteractionEnabled_ = true;
     bool translatesMask_ = true;
     bool needsDisplay_ = true;
     Color backgroundColor_ = kClearColor;

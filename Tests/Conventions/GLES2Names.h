@@ -105,5 +105,5 @@ inline constexpr std::string_view kTextureFormats = R"(
 
 /// Functions of our own that look like GL's, without their "gl".
 inline constexpr std::string_view kOwnFunctions = R"(
-    Drawer Program String TextureI TextureWatermark
+    Drawer Program String TextureI TextureWatermark View_
 )";

@@ -51,11 +51,10 @@ TEST(ActionScript, ReadsEveryKindInOrder) {
 TEST(ActionScript, ReadsEverySwitch) {
     using Switch = SwitchAction::Switch;
     const std::vector<std::pair<std::string, Switch>> switches{
-        {"device_motion", Switch::DeviceMotion},
-        {"touch_motion", Switch::TouchMotion},
-        {"pinch_zoom", Switch::PinchZoom},
-        {"lock_vertical", Switch::LockVertical},
-        {"transparent", Switch::Transparent}};
+        {"device_motion", Switch::DeviceMotion}, {"touch_motion", Switch::TouchMotion},
+        {"pinch_zoom", Switch::PinchZoom},       {"lock_vertical", Switch::LockVertical},
+        {"transparent", Switch::Transparent},    {"auto_picking", Switch::AutoPicking},
+        {"tap_detection", Switch::TapDetection}};
     for (const auto& [name, which] : switches) {
         const auto script =
             read("{\"at\":0,\"" + name + "\":true}\n{\"at\":0,\"" + name + "\":false}");

@@ -38,7 +38,7 @@ TEST(CommandLine, ReadsEveryRenderOption) {
     const auto render = std::get<RenderCommand>(
         parse({"render", "in.jpg", "--output", "out", "--size=640x360", "--scale", "2", "--mode",
                "side-by-side", "--time=1.5", "--actions", "a.jsonl", "--trace", "t.jsonl",
-               "--touch-slop", "2.5"}));
+               "--touch-slop", "2.5", "--hot-spots=h.json"}));
     EXPECT_EQ(render.input, "in.jpg");
     EXPECT_EQ(render.output, "out");
     EXPECT_EQ(render.size, (platform::Size{640, 360}));
@@ -47,6 +47,7 @@ TEST(CommandLine, ReadsEveryRenderOption) {
     EXPECT_EQ(render.timeSeconds, 1.5);
     EXPECT_EQ(render.actionsFile, "a.jsonl");
     EXPECT_EQ(render.traceFile, "t.jsonl");
+    EXPECT_EQ(render.hotSpotsFile, "h.json");
     EXPECT_EQ(render.touchSlop.finger, 2.5);
     EXPECT_EQ(render.touchSlop.mouse, 2.5);
 }
@@ -75,15 +76,18 @@ TEST(CommandLine, KnowsEveryMode) {
 }
 
 TEST(CommandLine, ReadsEveryOptionOfTheWindow) {
-    const auto play = std::get<PlayCommand>(
-        parse({"in.jpg", "--record", "r.jsonl", "--attitude-trace=t.txt", "--touch-slop", "5"}));
+    const auto play =
+        std::get<PlayCommand>(parse({"in.jpg", "--record", "r.jsonl", "--attitude-trace=t.txt",
+                                     "--touch-slop", "5", "--hot-spots", "h.json"}));
     EXPECT_EQ(play.input, "in.jpg");
     EXPECT_EQ(play.recordFile, "r.jsonl");
     EXPECT_EQ(play.attitudeTraceFile, "t.txt");
+    EXPECT_EQ(play.hotSpotsFile, "h.json");
     EXPECT_EQ(play.touchSlop.finger, 5.0);
     const auto plain = std::get<PlayCommand>(parse({}));
     EXPECT_EQ(plain.recordFile, "");
     EXPECT_EQ(plain.attitudeTraceFile, "");
+    EXPECT_EQ(plain.hotSpotsFile, "");
     EXPECT_EQ(plain.touchSlop.finger, 10.0);
     EXPECT_EQ(plain.touchSlop.mouse, 3.0);
 }
@@ -118,6 +122,9 @@ TEST(CommandLine, NamesWhatIsWrongInOneLine) {
     EXPECT_EQ(complaint({"--record", "r", "render", "--output", "o", "--size", "1x1"}),
               "zanto-player: \"--record\" stands before render; input and options are given after "
               "it\n");
+    EXPECT_EQ(complaint({"--hot-spots", "h", "render", "--output", "o", "--size", "1x1"}),
+              "zanto-player: \"--hot-spots\" stands before render; input and options are given "
+              "after it\n");
     EXPECT_EQ(complaint({"render", "--output", "o", "--size", "9000x1", "--scale", "2"}),
               "zanto-player: --size times --scale is over 16384 pixels a side\n");
 }

@@ -106,6 +106,44 @@ TEST(Desktop, RecordsADragThatPlaysBackToWhatTheWindowShows) {
     EXPECT_EQ(program.exitCode(), 0);
 }
 
+TEST(Desktop, PrintsWhatIsPickedAndRecordsIt) {
+    const auto display = tests::VirtualDisplay::start();
+    if (!display)
+        GTEST_SKIP() << "Xvfb is not installed or does not start";
+    const ScratchFolder folder;
+    const std::string hotSpots = folder.write(
+        "spots.json", R"({"auto_picking":false,"hot_spots":[{"name":"door","vertical":0,)"
+                      R"("horizontal":0,"image":")" +
+                          std::string(ZANTO_SOURCE_DIR) + R"(/Resources/watermark.png"}]})");
+    const std::string script = folder.path("script.jsonl");
+    // The shell sends standard output where it can be read.
+    tests::ChildProcess program(
+        {"/bin/sh", "-c",
+         std::string("exec '") + ZANTO_PLAYER + "' --hot-spots '" + hotSpots + "' --record '" +
+             script + "' >'" + folder.path("picks") + "'"},
+        {"DISPLAY=" + display->name(), "SDL_VIDEODRIVER=x11", tests::kWithoutLeakCheck},
+        tests::ChildProcess::StandardError::Dropped);
+    std::unique_ptr<DesktopWindow> window;
+    ASSERT_TRUE(becomesTrue([&] {
+        window = DesktopWindow::find(display->name(), "zanto-player");
+        return window != nullptr;
+    }));
+    ASSERT_TRUE(becomesTrue([&] { return window->picture() != nullptr; }));
+    window->drag({640, 360}, {640, 360});
+    EXPECT_TRUE(becomesTrue([&] { return !folder.read("picks").empty(); }));
+    EXPECT_EQ(folder.read("picks"), "{\"pick\":\"door\",\"index\":0,\"tap\":true}\n");
+    window->close();
+    EXPECT_EQ(program.exitCode(), 0);
+
+    const ProgramRun playback =
+        runPlayer("render --size 1280x720 --actions " + script + " --hot-spots " + hotSpots +
+                  " --trace " + folder.path("trace.jsonl") + " --output " + folder.path("end.png"));
+    ASSERT_EQ(playback.exitCode, 0) << playback.standardError;
+    EXPECT_NE(folder.read("trace.jsonl")
+                  .find(R"("hook":"detectPickedHotSpotObjectWithName","name":"door")"),
+              std::string::npos);
+}
+
 TEST(Desktop, IsSteeredByAnAttitudeTrace) {
     const auto display = tests::VirtualDisplay::start();
     if (!display)

@@ -21,6 +21,7 @@ TEST(Keys, StandForActions) {
     EXPECT_EQ(keyActionOf(character(U'4')), KeyAction::ShowSideBySide);
     EXPECT_EQ(keyActionOf(character(U'g')), KeyAction::ToggleDeviceMotion);
     EXPECT_EQ(keyActionOf(character(U'l')), KeyAction::ToggleVerticalLock);
+    EXPECT_EQ(keyActionOf(character(U'a')), KeyAction::ToggleAutoPicking);
     EXPECT_EQ(keyActionOf(character(U'f')), KeyAction::ToggleFullScreen);
     EXPECT_EQ(keyActionOf(character(U's')), KeyAction::TakeScreenshot);
     EXPECT_EQ(keyActionOf(character(U'h')), KeyAction::PrintHelp);
@@ -51,6 +52,6 @@ TEST(Keys, ThatAreHeldOrSomebodyElsesDoNothing) {
 
 TEST(Keys, AreAllInTheHelp) {
     const std::string help = "\n" + keyHelp();
-    for (const char* key : {"1", "2", "3", "4", "g", "l", "f", "s", "h", "q", "Escape"})
+    for (const char* key : {"1", "2", "3", "4", "g", "l", "a", "f", "s", "h", "q", "Escape"})
         EXPECT_NE(help.find("\n" + std::string(key) + " "), std::string::npos) << key;
 }

@@ -46,6 +46,23 @@ TEST(Play, NamesARecordingThatCannotBeWrittenBeforeThereIsAWindow) {
     }
 }
 
+TEST(Play, NamesWhatIsWrongWithHotSpotsBeforeThereIsAWindow) {
+    setenv("SDL_VIDEODRIVER", "nonexistent", 1);
+    const ScratchFolder folder;
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"/no/such/spots.json", ": there is no such file\n"},
+        {folder.write("syntax.json", "{\n\"hot_spots\": oops}"), ":2: this is not JSON\n"},
+        {folder.write("member.json", R"({"hot_spots":[{"image":"a.png","vertical":0}]})"),
+         ": hot_spots[0].horizontal is missing\n"}};
+    const std::string kept = folder.write("kept.jsonl", "an earlier recording");
+    for (const auto& [path, cause] : cases) {
+        const ProgramRun run = runPlayer("--hot-spots " + path + " --record " + kept);
+        EXPECT_EQ(run.exitCode, 1) << path;
+        EXPECT_EQ(run.standardError, "zanto-player: " + path + cause);
+    }
+    EXPECT_EQ(folder.read("kept.jsonl"), "an earlier recording");
+}
+
 TEST(Play, NamesWhatIsWrongWithAnAttitudeTraceBeforeThereIsAWindow) {
     setenv("SDL_VIDEODRIVER", "nonexistent", 1);
     const ScratchFolder folder;

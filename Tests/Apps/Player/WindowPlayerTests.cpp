@@ -1,6 +1,11 @@
 #include "Apps/Player/ActionWriter.h"
 #include "Apps/Player/Keys.h"
 #include "Apps/Player/WindowPlayer.h"
+#include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
+#include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotDrawer.h"
+#include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
 #include "Platform/Motion/AttitudeSource.h"
 #include "Tests/Apps/Player/ProgramRun.h"
 #include "Tests/Hosts/SDL/SDLScene.h"
@@ -88,6 +93,33 @@ TEST_F(WindowKeys, FollowNoDeviceOutsideTheSphere) {
         EXPECT_FALSE(scene_.host().emulatesDevice()) << key;
         EXPECT_FALSE(scene_.controller().deviceMotionIsOn()) << key;
     }
+}
+
+TEST_F(WindowKeys, PickByLookingOrStop) {
+    std::vector<std::string> told;
+    const WindowPlayer player(scene_.host(), scene_.controller(), [&told](const auto& what) {
+        told.push_back(describeAction(what).dump());
+    });
+    press(SDLK_a);
+    EXPECT_FALSE(scene_.controller().enableHotSpotAutoPicking()) << "there are no hot spots";
+    EXPECT_TRUE(told.empty());
+    scene_.controller().addHotSpots(
+        {ZNTHotSpot::hotSpotWithTextureImage(directionPanorama(16), 0, 0)},
+        ZNTHotSpotPickingPoint::pickingPointForXPosition(0.5, 0.5));
+    const auto hotSpotDrawer = [this] {
+        scene_.pressKey(SDLK_a);
+        scene_.host().turn(platform::Instant::zero());
+        scene_.host().turn(platform::Instant::zero());
+        return scene_.controller().displayView()->glDrawer()->hotSpotGLDrawer();
+    };
+    const auto looking = hotSpotDrawer();
+    EXPECT_TRUE(scene_.controller().enableHotSpotAutoPicking());
+    EXPECT_TRUE(looking->isPickingAutomatically()) << "at once";
+    const auto resting = hotSpotDrawer();
+    EXPECT_FALSE(scene_.controller().enableHotSpotAutoPicking());
+    EXPECT_FALSE(resting->isPickingAutomatically());
+    EXPECT_EQ(told,
+              (std::vector<std::string>{R"({"auto_picking":true})", R"({"auto_picking":false})"}));
 }
 
 TEST_F(WindowKeys, TellWhatTheyDoToTheCamera) {

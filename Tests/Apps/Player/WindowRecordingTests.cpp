@@ -94,6 +94,24 @@ TEST_F(WindowRecordingTest, HasNothingThatComesAfterItsEnd) {
     EXPECT_EQ(script().size(), 1U);
 }
 
+TEST_F(WindowRecordingTest, HandsTouchesOnWhileItLasts) {
+    auto recording = WindowRecording::create(folder_.path("script.jsonl"));
+    ASSERT_TRUE(recording);
+    std::vector<platform::TouchPhase> heard;
+    recording.value()->begin(scene_.host(), [&heard](const platform::TouchEvent& event) {
+        heard.push_back(event.phase);
+    });
+    moveMouse(SDL_MOUSEBUTTONDOWN, 30, 40);
+    moveMouse(SDL_MOUSEBUTTONUP, 30, 40);
+    scene_.settle();
+    EXPECT_EQ(heard, (std::vector{platform::TouchPhase::Down, platform::TouchPhase::Up}));
+    EXPECT_EQ(script().size(), 3U);
+    EXPECT_FALSE(recording.value()->end().has_value());
+    moveMouse(SDL_MOUSEBUTTONDOWN, 30, 40);
+    scene_.settle();
+    EXPECT_EQ(heard.size(), 2U);
+}
+
 TEST_F(WindowRecordingTest, SaysWhatPlaysItBack) {
     const auto recording = record();
     ASSERT_NE(recording, nullptr);

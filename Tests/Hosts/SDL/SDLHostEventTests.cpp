@@ -171,11 +171,10 @@ TEST(SDLHostFullScreen, FillsTheDisplayAndGoesBack) {
 }
 
 TEST(SDLHostFullScreen, MayBeTheStart) {
-    auto host = SDLHost::create({.title = "test", .size = {160, 90}, .isFullScreen = true});
-    ASSERT_TRUE(host.ok());
-    host.value()->turn(0ms);
-    EXPECT_TRUE(host.value()->isFullScreen());
-    host.value()->setFullScreen(false);
-    host.value()->turn(0ms);
+    SDLScene scene({.title = "test", .size = {160, 90}, .isFullScreen = true});
+    scene.host().turn(0ms);
+    EXPECT_TRUE(scene.host().isFullScreen());
+    scene.host().setFullScreen(false);
+    scene.host().turn(0ms);
     EXPECT_EQ(platform::Screen::mainScreen().bounds().size, (platform::Size{160, 90}));
 }

@@ -155,20 +155,17 @@ TEST(SDLHostTouch, IsCancelledWithTheFocus) {
 }
 
 TEST(SDLHostTouch, HasTheSlopThatTheHostWasGiven) {
-    auto host = SDLHost::create({.title = "test", .size = {160, 90}, .touchSlop = {10, 30}});
-    ASSERT_TRUE(host.ok());
-    const auto controller = platform::make<ZNTDisplayViewController>();
-    EmbeddedHost& embedded = host.value()->embedded();
-    embedded.setRootViewController(controller);
-    embedded.appear();
-    embedded.touch({TouchPhase::Down, 1, {80, 45}, TouchKind::Mouse, {}});
-    embedded.touch({TouchPhase::Move, 1, {55, 45}, TouchKind::Mouse, {}});
-    embedded.touch({TouchPhase::Move, 1, {54, 45}, TouchKind::Mouse, {}});
-    EXPECT_EQ(controller->displayView()->interractor()->rotationMatrix().m[1], 0.0F);
-    embedded.touch({TouchPhase::Move, 1, {50, 45}, TouchKind::Mouse, {}});
-    embedded.touch({TouchPhase::Move, 1, {40, 45}, TouchKind::Mouse, {}});
-    EXPECT_NE(controller->displayView()->interractor()->rotationMatrix().m[1], 0.0F);
-    embedded.setRootViewController(nullptr);
+    SDLScene s({.title = "test", .size = {160, 90}, .touchSlop = {10, 30}});
+    s.show(flatPicture(8, 4, 255, 0, 0));
+    const auto drag = [&](double x) {
+        s.embedded().touch({TouchPhase::Move, 1, {x, 45}, TouchKind::Mouse, {}});
+        return s.controller().displayView()->interractor()->rotationMatrix().m[1];
+    };
+    s.embedded().touch({TouchPhase::Down, 1, {80, 45}, TouchKind::Mouse, {}});
+    EXPECT_EQ(drag(55), 0.0F);
+    EXPECT_EQ(drag(54), 0.0F);
+    EXPECT_EQ(drag(50), 0.0F) << "this begins the drag";
+    EXPECT_NE(drag(40), 0.0F);
 }
 
 TEST(SDLHostTouch, IsCancelledWhenTheContextIsMadeAnew) {

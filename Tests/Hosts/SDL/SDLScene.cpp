@@ -21,9 +21,9 @@ void keepDriver() {
     (void)kept;
 }
 
-std::unique_ptr<SDLHost> makeSDLHost(platform::Size size) {
+std::unique_ptr<SDLHost> makeSDLHost(const SDLHostOptions& options) {
     keepDriver();
-    auto host = SDLHost::create({.title = "test", .size = size});
+    auto host = SDLHost::create(options);
     if (!host)
         throw std::runtime_error(host.error().detail);
     return std::move(host).value();
@@ -31,8 +31,10 @@ std::unique_ptr<SDLHost> makeSDLHost(platform::Size size) {
 
 } // namespace
 
-SDLScene::SDLScene(platform::Size size)
-    : host_(makeSDLHost(size)), window_(SDL_GL_GetCurrentWindow()) {}
+SDLScene::SDLScene(platform::Size size) : SDLScene({.title = "test", .size = size}) {}
+
+SDLScene::SDLScene(const SDLHostOptions& options)
+    : host_(makeSDLHost(options)), window_(SDL_GL_GetCurrentWindow()) {}
 
 void SDLScene::show(const platform::ImagePtr& picture) {
     controller_ = platform::make<ZNTDisplayViewController>();

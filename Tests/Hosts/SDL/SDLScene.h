@@ -12,6 +12,7 @@
 class SDLScene {
 public:
     explicit SDLScene(platform::Size size = {160, 90});
+    explicit SDLScene(const SDLHostOptions& options);
 
     [[nodiscard]] SDLHost& host() { return *host_; }
     [[nodiscard]] EmbeddedHost& embedded() { return host_->embedded(); }

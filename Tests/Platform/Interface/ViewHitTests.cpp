@@ -69,6 +69,22 @@ TEST(HitTest, FindsNothingHidden) {
     EXPECT_EQ(s.root()->hitTest({35, 20}), nullptr);
 }
 
+TEST(HitTest, PassesOverViewsThatTakeNoTouchesAndWhatIsInThem) {
+    NestedScene s;
+    EXPECT_TRUE(s.inner->isUserInteractionEnabled());
+    s.inner->setUserInteractionEnabled(false);
+    EXPECT_EQ(s.root()->hitTest({35, 20}), s.outer);
+    s.inner->setUserInteractionEnabled(true);
+    s.outer->setUserInteractionEnabled(false);
+    EXPECT_EQ(s.root()->hitTest({35, 20}), s.root());
+    const auto earlier = s.add({{0, 0}, {40, 100}});
+    const auto inFront = s.add({{0, 0}, {40, 100}});
+    inFront->setUserInteractionEnabled(false);
+    EXPECT_EQ(s.root()->hitTest({35, 20}), earlier);
+    s.root()->setUserInteractionEnabled(false);
+    EXPECT_EQ(s.root()->hitTest({35, 20}), nullptr);
+}
+
 TEST(ConvertFromWindow, CountsFromTheViewsOwnCorner) {
     NestedScene s;
     EXPECT_EQ(s.root()->convertFromWindow({35, 20}), (Point{35, 20}));

@@ -45,9 +45,11 @@ bool isOutOfSight(const VisualObjectModel& quad, const GLKMatrix4& matrix) {
     std::array<bool, 6> isBeyond{true, true, true, true, true, true};
     for (std::ptrdiff_t i = 0; i < quad.numberOfVertices; ++i) {
         const float* vertex = quad.vertices + 3 * i;
-        const auto [x, y, z, w] =
-            GLKMatrix4MultiplyVector4(matrix, GLKVector4Make(vertex[0], vertex[1], vertex[2], 1)).v;
-        const std::array<float, 6> inside{w + x, w - x, w + y, w - y, w + z, w - z};
+        const GLKVector4 clip =
+            GLKMatrix4MultiplyVector4(matrix, GLKVector4Make(vertex[0], vertex[1], vertex[2], 1));
+        const float w = clip.v[3];
+        const std::array<float, 6> inside{w + clip.v[0], w - clip.v[0], w + clip.v[1],
+                                          w - clip.v[1], w + clip.v[2], w - clip.v[2]};
         for (std::size_t plane = 0; plane < inside.size(); ++plane)
             isBeyond[plane] = isBeyond[plane] && inside[plane] < -margin;
     }
