@@ -181,6 +181,9 @@ void ZNTDisplayViewController::setDisplayMode(DisplayMode mode) {
         hotSpotPickingPoint_->markSBSModeActive(mode == DisplayMode::SideBySide);
     if (!displayView_)
         return;
+    // The view may still look at an earlier point.
+    if (const auto point = displayView_->shownPickingPoint())
+        point->markSBSModeActive(mode == DisplayMode::SideBySide);
     if (mode == DisplayMode::SideBySide)
         showSecondView();
     else

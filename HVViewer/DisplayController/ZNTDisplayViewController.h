@@ -78,7 +78,8 @@ public:
         return hotSpotPickingPoint_;
     }
     /// Reports what is under the picking point once it has been looked at for a while; from the
-    /// next time on that hot spots are shown.
+    /// next time on that hot spots are shown. Until the view has loaded it is stored and reaches
+    /// nobody: set it afterwards.
     void setEnableHotSpotAutoPicking(bool enable);
     [[nodiscard]] bool enableHotSpotAutoPicking() const { return enableHotSpotAutoPicking_; }
     /// Reports what is tapped; from the next appearance on.

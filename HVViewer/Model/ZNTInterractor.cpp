@@ -222,6 +222,9 @@ void ZNTInterractor::animateRotation() {
 }
 
 void ZNTInterractor::coast(double share) {
+    // Side by side only one of the halves would coast on, and nobody could bring them together.
+    if (currentVO_ == DisplayMode::SideBySide)
+        return;
     const Point v = panVelocity_;
     if (std::abs(v.x) <= VelocityMinValue && std::abs(v.y) <= VelocityMinValue)
         return;

@@ -39,7 +39,8 @@ public:
 
     /// The scene that is looked at. Setting it turns the camera back to where that scene starts and
     /// tells nobody; the plane and the little planet switch the device's attitude off, side by side
-    /// switches it on, the sphere leaves it. A coast that is under way goes on.
+    /// switches it on, the sphere leaves it. A coast that is under way goes on, but for
+    /// side by side.
     [[nodiscard]] DisplayMode currentVO() const { return currentVO_; }
     void setCurrentVO(DisplayMode mode);
 
@@ -93,6 +94,9 @@ public:
     [[nodiscard]] std::shared_ptr<platform::View> interractionView() const { return view_.lock(); }
     [[nodiscard]] std::shared_ptr<platform::MotionManager> motionManager() const {
         return motionManager_;
+    }
+    [[nodiscard]] std::shared_ptr<ZNTHotSpotDrawer> controlDrawer() const {
+        return controlDrawer_.lock();
     }
     void updateWithControlDrawer(const std::weak_ptr<ZNTHotSpotDrawer>& drawer) {
         controlDrawer_ = drawer;

@@ -84,14 +84,17 @@ EmbeddedHost::~EmbeddedHost() {
 void EmbeddedHost::setRootViewController(
     const std::shared_ptr<platform::ViewController>& controller) {
     window_->setRootViewController(controller);
+    leaveGLState();
 }
 
 void EmbeddedHost::appear() {
     window_->makeKeyAndVisible();
+    leaveGLState();
 }
 
 void EmbeddedHost::disappear() {
     window_->resignVisible();
+    leaveGLState();
 }
 
 void EmbeddedHost::resize(platform::Size size, double scale) {
@@ -99,10 +102,12 @@ void EmbeddedHost::resize(platform::Size size, double scale) {
     Application::sharedApplication().setContentSize(size, scale);
     if (isRescaled) // no view's frame need have changed
         window_->setNeedsDisplay();
+    leaveGLState();
 }
 
 void EmbeddedHost::setOrientation(platform::InterfaceOrientation orientation) {
     Application::sharedApplication().setOrientation(orientation);
+    leaveGLState();
 }
 
 void EmbeddedHost::touch(const platform::TouchEvent& event) {
@@ -138,6 +143,7 @@ bool EmbeddedHost::contextWasReplaced(platform::GLBindings gl) {
     lowerDecodeLimit(GLDevice::main().maxTextureSidePx());
     platform::NotificationCenter::defaultCenter().post(platform::kGLContextWasReplaced);
     window_->setNeedsDisplay();
+    leaveGLState();
     return true;
 }
 

@@ -2,7 +2,6 @@
 
 #include "Platform/Motion/AttitudeMath.h"
 
-#include <numbers>
 #include <string_view>
 
 using platform::Attitude;
@@ -10,22 +9,6 @@ using platform::AttitudeSource;
 using platform::InterfaceOrientation;
 
 namespace {
-
-double rollOf(InterfaceOrientation orientation) {
-    constexpr double quarterTurn = std::numbers::pi / 2;
-    switch (orientation) {
-    case InterfaceOrientation::LandscapeLeft:
-        return -quarterTurn;
-    case InterfaceOrientation::LandscapeRight:
-        return quarterTurn;
-    case InterfaceOrientation::PortraitUpsideDown:
-        return 2 * quarterTurn;
-    case InterfaceOrientation::Portrait:
-    case InterfaceOrientation::Unknown:
-        break;
-    }
-    return 0;
-}
 
 /// The display's natural position.
 InterfaceOrientation naturalOrientation() {
@@ -80,5 +63,5 @@ InterfaceOrientation SDLAttitude::uprightOrientation() const {
 }
 
 Attitude SDLAttitude::attitudeOfDevice(const Attitude& upright, InterfaceOrientation orientation) {
-    return upright * platform::turnAbout({0, 0, rollOf(orientation)});
+    return upright * platform::turnAbout({0, 0, platform::rollOf(orientation)});
 }

@@ -69,7 +69,7 @@ void SDLInput::dispatchWindowEvent(const SDL_WindowEvent& event) {
     case SDL_WINDOWEVENT_LEAVE:
         // Fingers on the screen do not go with the pointer.
         touches_.cancelMouse(instantOf(event.timestamp));
-        wheel_.cancel(instantOf(event.timestamp));
+        wheel_.lift(instantOf(event.timestamp));
         device_.letGo();
         pointer_.reset();
         break;
@@ -86,7 +86,7 @@ void SDLInput::dispatchWindowEvent(const SDL_WindowEvent& event) {
 void SDLInput::cancelTouches() {
     const Instant time = instantOf(facts_.ticks());
     touches_.cancelAll(time);
-    wheel_.cancel(time);
+    wheel_.lift(time); // its ticks have happened
     device_.letGo();
 }
 

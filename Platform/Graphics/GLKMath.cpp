@@ -1,11 +1,11 @@
 #include "Platform/Graphics/GLKMath.h"
 
 #define GLM_FORCE_XYZW_ONLY
-#include <glm/ext/matrix_clip_space.hpp>
 #include <glm/ext/matrix_transform.hpp>
 #include <glm/gtc/quaternion.hpp>
 #include <glm/gtc/type_ptr.hpp>
 
+#include <cmath>
 #include <cstring>
 
 namespace {
@@ -51,7 +51,15 @@ GLKMatrix4 GLKMatrix4MakeScale(float x, float y, float z) {
 }
 
 GLKMatrix4 GLKMatrix4MakePerspective(float fovyRadians, float aspect, float nearZ, float farZ) {
-    return fromGlm(glm::perspectiveRH_NO(fovyRadians, aspect, nearZ, farZ));
+    // By hand: glm asserts on the aspect of a view that has no size, whose matrix is one of NaNs.
+    const float tangent = std::tan(fovyRadians / 2.0F);
+    GLKMatrix4 matrix{};
+    matrix.m[0] = 1.0F / (aspect * tangent);
+    matrix.m[5] = 1.0F / tangent;
+    matrix.m[10] = -(farZ + nearZ) / (farZ - nearZ);
+    matrix.m[11] = -1.0F;
+    matrix.m[14] = -(2.0F * farZ * nearZ) / (farZ - nearZ);
+    return matrix;
 }
 
 GLKMatrix4 GLKMatrix4MakeWithQuaternion(GLKQuaternion q) {

@@ -30,6 +30,7 @@ Result<std::unique_ptr<OffscreenTarget>> OffscreenTarget::create(SizePx size) {
 OffscreenTarget::OffscreenTarget(SizePx size)
     : size_(size), generation_(GLDevice::main().generation()) {
     glGetIntegerv(GL_FRAMEBUFFER_BINDING, &previous_);
+    glGetIntegerv(GL_VIEWPORT, previousViewport_.data());
     // The unit that is active keeps what its user bound there.
     GLint boundTexture = 0;
     glGetIntegerv(GL_TEXTURE_BINDING_2D, &boundTexture);
@@ -60,6 +61,8 @@ OffscreenTarget::~OffscreenTarget() {
     if (generation_ != GLDevice::main().generation())
         return;
     glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(previous_));
+    glViewport(previousViewport_[0], previousViewport_[1], previousViewport_[2],
+               previousViewport_[3]);
     glDeleteFramebuffers(1, &framebuffer_);
     glDeleteTextures(1, &texture_);
 }

@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Result.h"
 #include "Platform/Imaging/Image.h"
 
+#include <array>
 #include <cstdint>
 #include <memory>
 
@@ -12,7 +13,8 @@ namespace platform {
 /// A framebuffer of our own with one 8-bit RGBA picture behind it, no depth, no multisampling,
 /// transparent black at first.
 ///
-/// While it lives it is bound; the framebuffer that was bound before comes back with its end.
+/// While it lives it is bound; the framebuffer that was bound before comes back with its end, and
+/// the viewport with it.
 ///
 /// Thread: main, with the GL context current.
 class OffscreenTarget {
@@ -38,6 +40,7 @@ private:
     std::uint32_t framebuffer_ = 0;
     std::uint32_t texture_ = 0;
     int previous_ = 0;
+    std::array<int, 4> previousViewport_{};
     std::uint32_t generation_;
 };
 

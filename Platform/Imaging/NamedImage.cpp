@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,10 +28,23 @@ std::vector<int> scalesToTry() {
     return scales;
 }
 
-std::vector<std::string> endingsToTry(const std::filesystem::path& path) {
-    if (path.has_extension())
-        return {path.extension().string()};
-    return {".png", ".jpg", ".jpeg", ".webp"};
+const std::vector<std::string>& knownEndings() {
+    static const std::vector<std::string> endings{".png", ".jpg", ".jpeg", ".webp"};
+    return endings;
+}
+
+/// A name and the endings that it may have. A dot may also be part of the name.
+struct Parts {
+    std::string stem;
+    std::vector<std::string> endings;
+};
+
+Parts partsOf(std::string_view name) {
+    for (const std::string& ending : knownEndings()) {
+        if (name.ends_with(ending))
+            return {std::string(name.substr(0, name.size() - ending.size())), {ending}};
+    }
+    return {std::string(name), knownEndings()};
 }
 
 ImagePtr decode(const std::string& file, const std::vector<std::uint8_t>& bytes, int scale) {
@@ -49,12 +61,11 @@ ImagePtr decode(const std::string& file, const std::vector<std::uint8_t>& bytes,
 ImagePtr imageNamed(std::string_view name) {
     if (name.empty())
         return nullptr;
-    const std::filesystem::path path(name);
-    const std::string stem = (path.parent_path() / path.stem()).string();
+    const Parts parts = partsOf(name);
     for (const int scale : scalesToTry()) {
         const std::string suffix = scale == 1 ? "" : "@" + std::to_string(scale) + "x";
-        for (const std::string& ending : endingsToTry(path)) {
-            std::string file = stem;
+        for (const std::string& ending : parts.endings) {
+            std::string file = parts.stem;
             file.append(suffix).append(ending);
             if (const auto bytes = Bundle::application().data(file))
                 return decode(file, *bytes, scale);

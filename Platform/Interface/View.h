@@ -47,7 +47,7 @@ public:
 
     /// A hidden view and its subviews are not drawn; what they asked for waits.
     [[nodiscard]] bool isHidden() const { return hidden_; }
-    void setHidden(bool hidden);
+    virtual void setHidden(bool hidden);
     [[nodiscard]] bool isOpaque() const { return opaque_; }
     void setOpaque(bool opaque) { opaque_ = opaque; }
     [[nodiscard]] Color backgroundColor() const { return backgroundColor_; }

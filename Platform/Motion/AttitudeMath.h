@@ -1,10 +1,12 @@
 #pragma once
 
+#include "Platform/Interface/Application.h"
 #include "Platform/Motion/AttitudeSource.h"
 #include "Platform/Motion/Vector3.h"
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 // Turns as unit quaternions, and the vectors that they turn.
 //
@@ -77,6 +79,24 @@ namespace platform {
         return {fallback.x, fallback.y, fallback.z, 0};
     const Vector3 axis = cross(from, to);
     return normalized({axis.x, axis.y, axis.z, w});
+}
+
+/// How far a device is turned about its own z axis, out of the screen, against portrait while its
+/// interface stands upright in an orientation.
+[[nodiscard]] constexpr double rollOf(InterfaceOrientation orientation) {
+    constexpr double quarterTurn = std::numbers::pi / 2;
+    switch (orientation) {
+    case InterfaceOrientation::LandscapeLeft:
+        return -quarterTurn;
+    case InterfaceOrientation::LandscapeRight:
+        return quarterTurn;
+    case InterfaceOrientation::PortraitUpsideDown:
+        return 2 * quarterTurn;
+    case InterfaceOrientation::Portrait:
+    case InterfaceOrientation::Unknown:
+        break;
+    }
+    return 0;
 }
 
 } // namespace platform

@@ -70,9 +70,20 @@ AttitudeSource& AttitudeSource::shared() {
     return source;
 }
 
+void AttitudeSource::setAvailable(bool available) {
+    const bool goesAway = available_ && !available;
+    available_ = available;
+    if (goesAway)
+        tellListeners();
+}
+
 void AttitudeSource::publish(const Attitude& attitude) {
     latest_ = attitude;
     available_ = true;
+    tellListeners();
+}
+
+void AttitudeSource::tellListeners() {
     for (Subscription* subscription : subscriptions_)
         subscription->callInNextTurn();
 }

@@ -31,8 +31,9 @@ public:
     AttitudeSource(const AttitudeSource&) = delete;
     AttitudeSource& operator=(const AttitudeSource&) = delete;
 
-    /// For hosts. A source is available once the host says so or a sample has come.
-    void setAvailable(bool available) { available_ = available; }
+    /// For hosts. A source is available once the host says so or a sample has come; whoever listens
+    /// is told when it goes away.
+    void setAvailable(bool available);
     [[nodiscard]] bool isAvailable() const { return available_; }
     /// For hosts: a new sample. Whoever listens is told in a later turn of the main queue, once for
     /// all samples that came before that turn.
@@ -57,6 +58,7 @@ private:
     AttitudeSource() = default;
     void remove(const Subscription& subscription);
     void tellDemand();
+    void tellListeners();
 
     bool available_ = false;
     std::optional<Attitude> latest_;

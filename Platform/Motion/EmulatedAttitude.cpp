@@ -12,22 +12,6 @@ namespace {
 
 constexpr double kQuarterTurn = std::numbers::pi / 2;
 
-/// How far the device is turned about its own z axis, out of the screen, against portrait.
-double roll(InterfaceOrientation orientation) {
-    switch (orientation) {
-    case InterfaceOrientation::LandscapeLeft:
-        return -kQuarterTurn;
-    case InterfaceOrientation::LandscapeRight:
-        return kQuarterTurn;
-    case InterfaceOrientation::PortraitUpsideDown:
-        return 2 * kQuarterTurn;
-    case InterfaceOrientation::Portrait:
-    case InterfaceOrientation::Unknown:
-        break;
-    }
-    return 0;
-}
-
 } // namespace
 
 void EmulatedAttitude::turnBy(double yaw, double pitch) {
@@ -40,7 +24,7 @@ void EmulatedAttitude::turnBy(double yaw, double pitch) {
 Attitude EmulatedAttitude::attitude(InterfaceOrientation orientation) const {
     // A quarter turn stands the device up from lying on its back, which is no turn at all.
     return turnAbout({0, 0, -yaw_}) * turnAbout({kQuarterTurn + pitch_, 0, 0}) *
-           turnAbout({0, 0, roll(orientation)});
+           turnAbout({0, 0, rollOf(orientation)});
 }
 
 } // namespace platform

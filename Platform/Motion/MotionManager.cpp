@@ -17,6 +17,10 @@ bool MotionManager::isDeviceMotionAvailable() const {
     return AttitudeSource::shared().isAvailable();
 }
 
+bool MotionManager::isDeviceMotionActive() const {
+    return subscription_ && isDeviceMotionAvailable();
+}
+
 std::optional<DeviceMotion> MotionManager::deviceMotion() const {
     const auto& latest = AttitudeSource::shared().latest();
     if (!isDeviceMotionActive() || !latest)
@@ -37,7 +41,18 @@ void MotionManager::stopDeviceMotionUpdates() {
     handler_ = nullptr;
 }
 
+void MotionManager::end() {
+    const auto handler = handler_;
+    stopDeviceMotionUpdates();
+    // Whoever was steered has to be seen without it.
+    const auto& latest = AttitudeSource::shared().latest();
+    if (handler && latest)
+        handler({*latest});
+}
+
 void MotionManager::deliver() {
+    if (!isDeviceMotionAvailable())
+        return end();
     const Instant now = MainQueue::main().now();
     if (lastDelivery_ && now - *lastDelivery_ < interval_)
         return;

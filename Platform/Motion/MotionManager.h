@@ -32,7 +32,7 @@ public:
     void setDeviceMotionUpdateInterval(double seconds);
 
     [[nodiscard]] bool isDeviceMotionAvailable() const;
-    [[nodiscard]] bool isDeviceMotionActive() const { return static_cast<bool>(subscription_); }
+    [[nodiscard]] bool isDeviceMotionActive() const;
 
     /// The source's newest sample, also one that the handler was not called for; none while
     /// inactive and before the source has any.
@@ -40,14 +40,15 @@ public:
 
     /// Calls the handler for samples until stopped, in turns of the main queue of their own; first
     /// for the sample that the source has kept, if it has one. Without effect while motion is
-    /// unavailable and while active. A source that becomes unavailable later leaves the manager
-    /// active with the last sample. The handler may stop and release the manager; an empty one is
+    /// unavailable and while active. A source that goes away ends the updates, with a last call of
+    /// the handler. The handler may stop and release the manager; an empty one is
     /// for those who only read `deviceMotion()`.
     void startDeviceMotionUpdates(Handler handler);
     void stopDeviceMotionUpdates();
 
 private:
     void deliver();
+    void end();
 
     Instant interval_{0};
     Handler handler_;

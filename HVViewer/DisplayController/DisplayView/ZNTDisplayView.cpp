@@ -73,6 +73,10 @@ void ZNTDisplayView::objectPickTestForPixelAt(int x, int y) {
         hotSpotDrawer->objectPickTestForPixelAt(x, y);
 }
 
+std::shared_ptr<ZNTHotSpotPickingPoint> ZNTDisplayView::shownPickingPoint() const {
+    return glDrawer_ ? glDrawer_->pickingPoint() : nullptr;
+}
+
 void ZNTDisplayView::showImage(const platform::ImagePtr& image,
                                const std::function<void()>& attach) {
     const auto earlier = glDrawer_;
@@ -153,6 +157,14 @@ void ZNTDisplayView::setMakeTransparent(bool transparent) {
         return;
     makeTransparent_ = transparent;
     setNeedsDisplay();
+}
+
+void ZNTDisplayView::setHidden(bool hidden) {
+    GLView::setHidden(hidden);
+    // It is switched on again with the mode. Until then sensors would run for nobody, and the
+    // halves could part over it.
+    if (hidden && displayVO_ == DisplayMode::SideBySide)
+        interractor_->turnDeviceMotionOn(false);
 }
 
 void ZNTDisplayView::matrixUpdated() {

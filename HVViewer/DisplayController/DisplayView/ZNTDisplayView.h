@@ -42,6 +42,8 @@ public:
 
     /// Has the hot spot under a point of the view reported, in whole points.
     void objectPickTestForPixelAt(int x, int y);
+    /// The point that came with the hot spots that are shown; may be null.
+    [[nodiscard]] std::shared_ptr<ZNTHotSpotPickingPoint> shownPickingPoint() const;
     /// Automatic picking: stored, and handed on when hot spots are attached.
     [[nodiscard]] bool enableAutoPicking() const { return enableAutoPicking_; }
     void setEnableAutoPicking(bool enable) { enableAutoPicking_ = enable; }
@@ -66,6 +68,8 @@ public:
     /// Announces the size to come; it overrides the frame in the aspect ratio, but for mode 3.
     void willTransitionToSize(platform::Size size) { newSize_ = size; }
 
+    /// A half of side by side that is hidden lets go of the device's attitude.
+    void setHidden(bool hidden) override;
     void matrixUpdated() override;
     void drawInRect(platform::GLView& view, const platform::Rect& rect) override;
     void willMoveToSuperview(platform::View* newSuperview) override;

@@ -187,6 +187,54 @@ TEST(DisplayMode, LetsBothHalvesFollowTheDevice) {
         picturesMatch("side-by-side-halves", *half(*upright, 162, 160), *half(*upright, 0, 160)));
 }
 
+TEST(DisplayMode, LetsTheHiddenHalfGoOfTheDevice) {
+    Shown player;
+    player.embedded().setAttitude({0, 0, 0, 1});
+    player.controller().setDisplayMode(DisplayMode::SideBySide);
+    EXPECT_TRUE(player.second().deviceMotionIsOn());
+    player.controller().setDisplayMode(DisplayMode::Plane);
+    EXPECT_FALSE(player.second().deviceMotionIsOn());
+    EXPECT_FALSE(platform::AttitudeSource::shared().isWanted());
+    player.controller().setDisplayMode(DisplayMode::SideBySide);
+    EXPECT_TRUE(player.second().deviceMotionIsOn());
+}
+
+TEST(DisplayMode, GoesBackToTouchWhenTheSensorGoesAway) {
+    Shown player;
+    player.embedded().setAttitude({0, 0, 0, 1});
+    player.controller().turnOnDeviceMotionInterraction(true);
+    player.advance(1s);
+    const int frames = player.host().framesPresented();
+    player.embedded().setAttitudeAvailable(false);
+    player.advance(1s);
+    EXPECT_FALSE(player.controller().deviceMotionIsOn());
+    EXPECT_EQ(player.host().framesPresented(), frames + 1);
+}
+
+TEST(DisplayMode, KeepsTheSecondViewHiddenAndStartsAnewBetweenTheSingleModes) {
+    Shown player;
+    for (const DisplayMode mode :
+         {DisplayMode::Plane, DisplayMode::LittlePlanet, DisplayMode::Sphere}) {
+        player.view().interractor()->setScale(1.7);
+        player.controller().setDisplayMode(mode);
+        EXPECT_TRUE(player.second().isHidden());
+        EXPECT_EQ(player.view().displayVO(), mode);
+        EXPECT_NE(player.view().interractor()->scale(), 1.7);
+    }
+}
+
+TEST(DisplayMode, SurvivesAViewWithoutASize) {
+    Shown player;
+    for (const DisplayMode mode : {DisplayMode::Sphere, DisplayMode::SideBySide}) {
+        player.controller().setDisplayMode(mode);
+        player.embedded().resize({0, 0}, 1);
+        player.advance(1s);
+        player.embedded().resize(kLandscape, 1);
+        player.advance(1s);
+        EXPECT_NE(colourAt(*player.snapshot(), 80, 90), (std::array{0, 0, 0, 255}));
+    }
+}
+
 TEST(DisplayMode, DrawsNothingBeforeTheFirstSample) {
     Shown player;
     player.embedded().setAttitudeAvailable(true);

@@ -185,6 +185,17 @@ TEST(Coast, GoesOnInAnotherModeFromWhereThatStarts) {
     EXPECT_TRUE(areNear(scene.camera().rotationMatrix(), yawOf(-velocity * VelocityDeltaCoef)));
 }
 
+TEST(Coast, EndsSideBySide) {
+    InterractorScene scene;
+    scene.flick(1500);
+    scene.advanceFrames(3);
+    scene.camera().setCurrentVO(DisplayMode::SideBySide);
+    scene.updates();
+    scene.advanceFrames(10);
+    EXPECT_EQ(scene.updates(), 0);
+    EXPECT_TRUE(areEqual(scene.camera().rotationMatrix(), GLKMatrix4Identity));
+}
+
 TEST(Coast, HoldsTheInteractorUntilItHasRunOut) {
     InterractorScene scene;
     scene.flick(1500);

@@ -120,6 +120,7 @@ TEST(SampleKeeper, RestsOnceNobodyListens) {
 TEST(SampleKeeper, NeedsASourceThatIsThere) {
     KeeperScene s;
     s.source.setAvailable(false);
+    s.advance(50ms); // listeners hear that it has gone
     s.keeper.noteTouch(true);
     EXPECT_EQ(s.samplesWithin(1s), 0);
     EXPECT_FALSE(s.source.isAvailable()) << "and does not bring it back";

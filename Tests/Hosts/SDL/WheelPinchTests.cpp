@@ -188,14 +188,14 @@ TEST(Wheel, MakesRoomForAFinger) {
     EXPECT_NE(s.camera().rotationMatrix().m[1], 0.0F);
 }
 
-TEST(Wheel, LosesItsFingersWithTheOthers) {
+TEST(Wheel, IsLiftedWhenTheOthersLoseTheirTouches) {
     for (const auto kind : {SDL_WINDOWEVENT_FOCUS_LOST, SDL_WINDOWEVENT_LEAVE}) {
         SDLInputScene s;
         s.turnWheel(1);
         s.window(kind);
-        EXPECT_EQ(phasesOf(s.touches), "ddmmmcc");
+        EXPECT_EQ(phasesOf(s.touches), "ddmmmuu");
         s.advance(1s);
-        EXPECT_EQ(phasesOf(s.touches), "ddmmmcc") << "and they are not lifted too";
+        EXPECT_EQ(phasesOf(s.touches), "ddmmmuu") << "and not once more";
         EXPECT_NEAR(s.camera().scale(), 1.1, 1e-9);
     }
 }

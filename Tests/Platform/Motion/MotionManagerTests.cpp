@@ -114,13 +114,19 @@ TEST(MotionManager, GoesOnWithAnEmptyHandler) {
     EXPECT_EQ(scene.manager->deviceMotion(), DeviceMotion{kFirst});
 }
 
-TEST(MotionManager, StaysActiveWithTheLastSampleWhenTheSourceGoesAway) {
+TEST(MotionManager, EndsWithACallWhenTheSourceGoesAway) {
     ManagerScene scene;
     scene.start();
     scene.publish(kFirst);
+    scene.seen.clear();
     scene.source.setAvailable(false);
-    EXPECT_TRUE(scene.manager->isDeviceMotionActive());
-    EXPECT_EQ(scene.manager->deviceMotion(), DeviceMotion{kFirst});
+    EXPECT_FALSE(scene.manager->isDeviceMotionActive());
+    EXPECT_FALSE(scene.manager->deviceMotion());
+    scene.turn();
+    EXPECT_EQ(scene.seen.size(), 1U);
+    scene.publish(kFirst);
+    EXPECT_FALSE(scene.manager->isDeviceMotionActive()) << "it is not switched on again";
+    EXPECT_EQ(scene.seen.size(), 1U);
 }
 
 TEST(MotionManager, CallsNobodyAfterItWasStopped) {

@@ -87,7 +87,7 @@ void ZNTHotSpotDrawer::setupGL() {
     if (!platform::GLContext::setCurrentContext(context_.lock()))
         return;
     generation_ = GLDevice::main().generation();
-    markerProgramm_.loadShaders();
+    canDraw_ = markerProgramm_.loadShaders();
     bindBuffer();
 }
 
@@ -183,7 +183,7 @@ void ZNTHotSpotDrawer::setEnableAutoPickingTest(bool enable) {
 // Drawing
 
 void ZNTHotSpotDrawer::performDrawMarkersWithProjection(const GLKMatrix4& scene) {
-    if (hotSpots_.empty() || updateInProgress_ || markerProgramm_.name() == 0)
+    if (hotSpots_.empty() || updateInProgress_ || !canDraw_)
         return;
     glUseProgram(markerProgramm_.name());
     GLDevice::main().bindVertexArray(buffers_.vertexArray);

@@ -81,6 +81,7 @@ private:
     void restartTimer(bool hasSpots);
 
     MarkerProgram markerProgramm_;
+    bool canDraw_ = false; // the program is there
     MeshBuffers buffers_;
     std::uint32_t generation_ = 0; // of the context that holds them
     bool enableColor_ = false;

@@ -259,7 +259,9 @@ TEST(HotSpotHook, IsCalledForATapOnceTapsAreDetectedAtAnAppearance) {
     const auto host = makeHost({320, 180});
     const auto player = platform::make<PickedPlayer>();
     player->prepareImage(flatPicture(64, 32, 120, 120, 120));
-    player->addHotSpots({spotAt(0, 0, "door")}, nullptr);
+    const auto edge = spotAt(0, 0.61F, "edge");
+    edge->setScale(2);
+    player->addHotSpots({spotAt(0, 0, "door"), edge}, nullptr);
     host->embedded().setRootViewController(player);
     host->embedded().appear();
     host->settle();
@@ -283,6 +285,14 @@ TEST(HotSpotHook, IsCalledForATapOnceTapsAreDetectedAtAnAppearance) {
     }
     EXPECT_EQ(player->displayView()->gestureRecognizers().size(), 4U)
         << "each appearance adds one to either view";
+    player->picks.clear();
+    host->embedded().touch(
+        {platform::TouchPhase::Down, 1, {4, 90}, platform::TouchKind::Finger, host->now()});
+    host->embedded().touch(
+        {platform::TouchPhase::Up, 1, {-4, 90}, platform::TouchKind::Finger, host->now()});
+    host->settle();
+    EXPECT_THAT(player->picks, ElementsAre(Selection{"edge", 1, true}))
+        << "left of the view counts as its edge";
     player->picks.clear();
     player->setDisplayMode(DisplayMode::SideBySide);
     host->settle();
@@ -326,6 +336,9 @@ TEST(HotSpots, LookForTheGazeInTheLeftHalfWhileSideBySide) {
     EXPECT_FALSE(point->sbsModeActive());
     scene.controller().setDisplayMode(DisplayMode::SideBySide);
     EXPECT_TRUE(point->sbsModeActive());
+    const auto later = ZNTHotSpotPickingPoint::pickingPointForXPosition(0.5, 0.5);
+    scene.controller().addHotSpots({}, later);
     scene.controller().setDisplayMode(DisplayMode::Sphere);
-    EXPECT_FALSE(point->sbsModeActive());
+    EXPECT_FALSE(point->sbsModeActive()) << "which the view still looks at";
+    EXPECT_FALSE(later->sbsModeActive());
 }

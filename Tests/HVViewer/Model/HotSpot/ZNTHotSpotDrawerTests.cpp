@@ -167,6 +167,16 @@ TEST(HotSpotDrawer, NeverShowsAPickingFrame) {
     EXPECT_TRUE(picturesAreEqual("after-a-pick", *scene.snapshot(), *before));
 }
 
+TEST(HotSpotDrawer, LeavesTheHostsViewportAfterAPick) {
+    HotSpotScene scene;
+    scene.showSpots({spotAt(0, 0)});
+    glViewport(1, 2, 3, 4);
+    scene.view().objectPickTestForPixelAt(160, 90);
+    std::array<GLint, 4> viewport{};
+    glGetIntegerv(GL_VIEWPORT, viewport.data());
+    EXPECT_EQ(viewport, (std::array<GLint, 4>{1, 2, 3, 4}));
+}
+
 TEST(HotSpotDrawer, LeavesTheMarkersOfTheSecondViewInPlaceAfterSideBySide) {
     HotSpotScene scene;
     scene.showSpots({spotAt(0, 0)});

@@ -148,6 +148,16 @@ TEST(NamedPicture, IsFoundWithAndWithoutItsEnding) {
         EXPECT_TRUE(ZNTHotSpot::hotSpotWithTextureNamed(name, 0, 0)->setupTexture()) << name;
 }
 
+TEST(NamedPicture, MayHaveADotInItsName) {
+    const auto host = makeHost({320, 180});
+    const auto context = platform::GLContext::create();
+    ASSERT_TRUE(platform::GLContext::setCurrentContext(context));
+    NamedPictures pictures;
+    pictures.add("arrow.left.png", 4);
+    for (const char* name : {"arrow.left", "arrow.left.png"})
+        EXPECT_TRUE(ZNTHotSpot::hotSpotWithTextureNamed(name, 0, 0)->setupTexture()) << name;
+}
+
 TEST(NamedPicture, IsTheOneForTheScreensScale) {
     NamedPictures pictures;
     pictures.add("icon.png", 4);
