@@ -64,7 +64,7 @@ double bareMilliseconds(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     const std::vector<char> encoded((std::istreambuf_iterator<char>(file)), {});
     const auto* bytes = reinterpret_cast<const unsigned char*>(encoded.data());
-    const tjhandle decoder = tjInitDecompress();
+    tjhandle decoder = tjInitDecompress();
     int width = 0;
     int height = 0;
     int subsampling = 0;

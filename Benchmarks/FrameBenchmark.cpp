@@ -27,6 +27,7 @@ namespace {
 
 constexpr float kDegree = 3.14159265F / 180;
 constexpr int kFrames = 31;
+constexpr int kMiddleFrame = kFrames / 2;
 
 struct View {
     const char* name;
@@ -60,7 +61,7 @@ public:
     void aim(const View& view, int frame) {
         // The camera turns by a quarter of a degree a frame, as under a slow finger.
         const float yaw =
-            (view.yawDegrees + 0.25F * static_cast<float>(frame - kFrames / 2)) * kDegree;
+            (view.yawDegrees + 0.25F * static_cast<float>(frame - kMiddleFrame)) * kDegree;
         ZNTInterractor& camera = *player_->displayView()->interractor();
         camera.setViewMatrix(GLKMatrix4MakeRotation(-view.pitchDegrees * kDegree, 1, 0, 0));
         camera.setRotationMatrix(GLKMatrix4MakeRotation(yaw, 0, 0, 1));

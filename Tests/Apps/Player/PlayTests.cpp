@@ -8,6 +8,8 @@
 #include <vector>
 
 TEST(Play, NamesContentThatCannotBeOpenedInOneLine) {
+    // The program has opened a window by then: a driver that is unloaded shows as a leak.
+    setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
     const ProgramRun missing = runPlayer("/no/such/panorama.jpg");
     EXPECT_EQ(missing.exitCode, 2);
     EXPECT_EQ(missing.standardError, "zanto-player: image \"/no/such/panorama.jpg\" is not shown: "
