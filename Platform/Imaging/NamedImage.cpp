@@ -6,6 +6,7 @@
 #include "Platform/Interface/Screen.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
 #include <utility>
@@ -15,6 +16,7 @@ namespace platform {
 namespace {
 
 constexpr int kDensest = 3;
+constexpr std::array<std::string_view, kDensest> kSuffixes{"", "@2x", "@3x"};
 
 /// The screen's scale, then the denser ones, then the coarser ones, densest first.
 std::vector<int> scalesToTry() {
@@ -63,7 +65,7 @@ ImagePtr imageNamed(std::string_view name) {
         return nullptr;
     const Parts parts = partsOf(name);
     for (const int scale : scalesToTry()) {
-        const std::string suffix = scale == 1 ? "" : "@" + std::to_string(scale) + "x";
+        const std::string_view suffix = kSuffixes[static_cast<std::size_t>(scale) - 1];
         for (const std::string& ending : parts.endings) {
             std::string file = parts.stem;
             file.append(suffix).append(ending);
