@@ -1,3 +1,4 @@
+#include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Tests/Hosts/EmbeddedScene.h"
 #include "Tests/Support/HeadlessPlayer.h"
@@ -124,6 +125,28 @@ TEST(DrawnHost, IgnoresTheStateThatTheApplicationLeft) {
     EXPECT_EQ(colourAt(picture, 0, 0), kBlack);
     EXPECT_EQ(colourAt(picture, 15, 11), kBlack);
     EXPECT_EQ(colourAt(picture, 2, 3), kRed);
+}
+
+TEST(DrawnHost, LeavesTheAgreedStateAfterEveryCallThatMayUpload) {
+    // With hot spots, whose quad and textures are uploaded inside these calls.
+    HeadlessPlayer player({320, 180});
+    player.show(flatPicture(8, 4, 0, 255, 0));
+    player.controller().addHotSpots(
+        {ZNTHotSpot::hotSpotWithTextureImage(flatPicture(2, 2, 255, 0, 0), 0, 0)}, nullptr);
+    EmbeddedHost& host = player.embedded();
+    const auto leavesIt = [](const char* name, const auto& call) {
+        SCOPED_TRACE(name);
+        disturbState();
+        call();
+        expectStateLeft();
+    };
+    leavesIt("disappear", [&] { host.disappear(); });
+    leavesIt("appear", [&] { host.appear(); });
+    leavesIt("resize", [&] { host.resize({200, 200}, 1); });
+    leavesIt("setOrientation",
+             [&] { host.setOrientation(platform::InterfaceOrientation::LandscapeLeft); });
+    leavesIt("cancelTouches", [&] { host.cancelTouches(); });
+    leavesIt("setRootViewController", [&] { host.setRootViewController(nullptr); });
 }
 
 TEST(DrawnHost, LeavesTheAgreedState) {
