@@ -21,6 +21,8 @@ class Clock {
 public:
     virtual ~Clock() = default;
     [[nodiscard]] virtual Instant now() const = 0;
+    /// Whether it moves only when told, and so can stand still until other work is done.
+    [[nodiscard]] virtual bool isVirtual() const { return false; }
 };
 
 /// The machine's steady clock, zero at its creation.
@@ -38,6 +40,7 @@ private:
 class VirtualClock final : public Clock {
 public:
     [[nodiscard]] Instant now() const override { return Instant(now_.load()); }
+    [[nodiscard]] bool isVirtual() const override { return true; }
 
     /// Moves on; an earlier instant than now changes nothing, time never runs backwards.
     void advanceTo(Instant instant);

@@ -100,6 +100,11 @@ void MainQueue::setWakeUp(std::function<void()> wakeUp) {
     wakeUp_ = std::move(wakeUp);
 }
 
+bool MainQueue::isTimeVirtual() const {
+    const std::scoped_lock lock(mutex_);
+    return clock_->isVirtual();
+}
+
 Instant MainQueue::now() const {
     const std::scoped_lock lock(mutex_);
     return clock_->now();

@@ -63,6 +63,8 @@ public:
     void setFrameGrid(FrameGrid grid);
     void setWakeUp(std::function<void()> wakeUp);
     [[nodiscard]] Instant now() const;
+    /// Whether the clock stands still for outstanding work, see `Clock::isVirtual`.
+    [[nodiscard]] bool isTimeVirtual() const;
     [[nodiscard]] FrameGrid frameGrid() const;
 
     /// Drops every block without running it, for a host that ends and one that starts anew.
