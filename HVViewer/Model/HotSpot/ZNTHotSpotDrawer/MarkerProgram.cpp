@@ -15,13 +15,15 @@ void logError(const std::string& text) {
     platform::log(platform::LogLevel::Error, text);
 }
 
-std::string compileLogOf(GLuint shader) {
+/// What the driver has to say of a shader or program, without the zero at the end.
+std::string infoLog(GLuint name, decltype(glGetShaderiv)* getLength,
+                    decltype(glGetShaderInfoLog)* getText) {
     GLint length = 0;
-    glGetShaderiv(shader, GL_INFO_LOG_LENGTH, &length);
+    getLength(name, GL_INFO_LOG_LENGTH, &length);
     if (length <= 0)
         return {};
     std::string text(static_cast<std::size_t>(length), '\0');
-    glGetShaderInfoLog(shader, length, &length, text.data());
+    getText(name, length, &length, text.data());
     text.resize(static_cast<std::size_t>(length));
     return text;
 }
@@ -77,7 +79,7 @@ bool MarkerProgram::compileShader(std::uint32_t& shader, std::uint32_t type,
     const GLchar* source = text->c_str();
     glShaderSource(shader, 1, &source, nullptr);
     glCompileShader(shader);
-    if (const std::string log = compileLogOf(shader); !log.empty())
+    if (const std::string log = infoLog(shader, glGetShaderiv, glGetShaderInfoLog); !log.empty())
         logError("Shader compile log:\n" + log);
     GLint compiled = GL_FALSE;
     glGetShaderiv(shader, GL_COMPILE_STATUS, &compiled);
@@ -92,6 +94,15 @@ bool MarkerProgram::linkProgram() const {
     GLint linked = GL_FALSE;
     glGetProgramiv(name_, GL_LINK_STATUS, &linked);
     return linked == GL_TRUE;
+}
+
+bool MarkerProgram::validateProgram() const {
+    glValidateProgram(name_);
+    if (const std::string log = infoLog(name_, glGetProgramiv, glGetProgramInfoLog); !log.empty())
+        logError("Program validate log:\n" + log);
+    GLint valid = GL_FALSE;
+    glGetProgramiv(name_, GL_VALIDATE_STATUS, &valid);
+    return valid == GL_TRUE;
 }
 
 void MarkerProgram::readLocations() {

@@ -18,6 +18,9 @@ public:
 
     /// Errors: false, and log lines that say why; nothing can be drawn then.
     bool loadShaders();
+    /// Asks the driver whether the program can run in the GL state of this moment, for the hunt
+    /// after a faulty driver; what it has to say goes to the log.
+    [[nodiscard]] bool validateProgram() const;
     /// Deletes the program.
     void tearDown();
     /// The names belong to a context that is gone.

@@ -6,6 +6,7 @@
 #include "HVViewer/Model/ZNTHotSpotPlaneVO.h"
 #include "Platform/Foundation/Assertion.h"
 #include "Platform/Foundation/DispatchQueue.h"
+#include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Foundation/Timer.h"
@@ -19,6 +20,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <string>
 #include <utility>
 
 using platform::GLDevice;
@@ -54,6 +57,14 @@ bool isOutOfSight(const VisualObjectModel& quad, const GLKMatrix4& matrix) {
             isBeyond[plane] = isBeyond[plane] && inside[plane] < -margin;
     }
     return std::find(isBeyond.begin(), isBeyond.end(), true) != isBeyond.end();
+}
+
+void warnOfAngles(const ZNTHotSpot& spot) {
+    if (!std::isfinite(spot.verticalOffset()) || !std::isfinite(spot.horizontalOffset()))
+        platform::log(platform::LogLevel::Warning,
+                      "hot spots: \"" + spot.hotSpotName() + "\", index " +
+                          std::to_string(spot.indexID()) +
+                          ", has an angle that is no number; it is not drawn");
 }
 
 platform::NotificationCenter& notifications() {
@@ -138,6 +149,7 @@ void ZNTHotSpotDrawer::tearDownGL() {
 
 void ZNTHotSpotDrawer::addHotSpot(const std::shared_ptr<ZNTHotSpot>& spot) {
     spot->setIndexID(static_cast<std::uint32_t>(hotSpots_.size()));
+    warnOfAngles(*spot);
     if (!platform::GLContext::setCurrentContext(context_.lock()) || !spot->setupTexture())
         return;
     hotSpots_.push_back(spot);
@@ -164,12 +176,24 @@ void ZNTHotSpotDrawer::restartTimer(bool hasSpots) {
     pickingTimer_.reset();
     if (!hasSpots || !enableAutoPickingTest_ || !pickingPoint_ || isTornDown_)
         return;
+    warnOfPointOutside();
     pickingTimer_ =
         platform::Timer::scheduledTimer(platform::fromSeconds(kPickingInterval),
                                         platform::Timer::Repeats::Yes, [weak = weak(this)] {
                                             if (const auto self = weak.lock())
                                                 self->objecPickTestForPickingPoint();
                                         });
+}
+
+void ZNTHotSpotDrawer::warnOfPointOutside() const {
+    const auto isInside = [](double fraction) { return fraction >= 0 && fraction <= 1; };
+    const double x = pickingPoint_->hKoef();
+    const double y = pickingPoint_->vKoef();
+    if (!isInside(x) || !isInside(y))
+        platform::log(platform::LogLevel::Warning,
+                      "hot spots: the picking point (" + std::to_string(x) + ", " +
+                          std::to_string(y) +
+                          ") is not within 0 to 1; automatic picking finds nothing there");
 }
 
 void ZNTHotSpotDrawer::setEnableAutoPickingTest(bool enable) {

@@ -61,7 +61,20 @@ public:
     [[nodiscard]] std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint() const {
         return pickingPoint_;
     }
+    /// Null: automatic picking looks nowhere. It takes effect when the list or the switch is set.
+    void setPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>& point) {
+        pickingPoint_ = point;
+    }
     [[nodiscard]] bool isPickingAutomatically() const { return pickingTimer_ != nullptr; }
+    /// What automatic picking saw last, and how many further times in a row.
+    [[nodiscard]] std::uint32_t pickingHotSpotIndex() const { return pickingHotSpotIndex_; }
+    [[nodiscard]] std::int64_t pickingOccurency() const { return pickingOccurency_; }
+
+    /// Whether the next markers are drawn in the colours that tell them apart.
+    [[nodiscard]] bool enableColor() const { return enableColor_; }
+    [[nodiscard]] bool updateInProgress() const { return updateInProgress_; }
+    /// The quad of all markers.
+    [[nodiscard]] std::shared_ptr<ZNTHotSpotPlaneVO> hotSpotModel() const { return hotSpotModel_; }
 
     /// Deletes the GL objects that this drawer made, but for one buffer of 48 bytes, and ends
     /// automatic picking for good.
@@ -79,6 +92,7 @@ private:
     void detectSelectionFromTapColot(const GLKVector4& color, bool tap);
     [[nodiscard]] bool dwellsOn(const ZNTHotSpot& spot);
     void restartTimer(bool hasSpots);
+    void warnOfPointOutside() const;
 
     MarkerProgram markerProgramm_;
     bool canDraw_ = false; // the program is there

@@ -176,6 +176,17 @@ TEST(DisplayView, ClearsToOpaqueBlackOrToNothing) {
     EXPECT_EQ(border(), (std::array<int, 4>{0, 0, 0, 255}));
 }
 
+TEST(DisplayView, IsNotOpaqueOnceAFrameIsTransparent) {
+    HeadlessPlayer player(kLandscape);
+    player.show(grey());
+    player.view().setOpaque(true);
+    (void)player.snapshot();
+    EXPECT_TRUE(player.view().isOpaque());
+    player.view().setMakeTransparent(true);
+    (void)player.snapshot();
+    EXPECT_FALSE(player.view().isOpaque());
+}
+
 TEST(DisplayView, SetsUpAnewForEveryPicture) {
     HeadlessPlayer player(kLandscape);
     player.show(grey());

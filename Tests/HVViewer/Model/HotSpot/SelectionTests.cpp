@@ -1,3 +1,5 @@
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
+#include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Interface/TapGestureRecognizer.h"
 #include "Tests/HVViewer/Model/HotSpot/HotSpotScene.h"
 #include "Tests/Support/LogRecorder.h"
@@ -238,9 +240,11 @@ TEST(AutomaticPicking, LooksNowhereForAPointOutsideTheScreen) {
     SelectionListener selections;
     scene.controller().setEnableHotSpotAutoPicking(true);
     for (const double fraction : {-0.5, 1.5, std::nan("")}) {
+        const LogRecorder log;
         scene.showSpots({spotAt(0, 0)},
                         ZNTHotSpotPickingPoint::pickingPointForXPosition(fraction, 0.5));
         scene.advance(2);
+        EXPECT_GE(log.count("is not within 0 to 1; automatic picking finds nothing there"), 1);
     }
     EXPECT_THAT(selections.take(), IsEmpty());
 }
@@ -312,6 +316,21 @@ TEST(HotSpotHook, HearsNothingOnceTheControllerHasGone) {
     const std::weak_ptr<PickedPlayer> gone = std::exchange(other, nullptr);
     EXPECT_TRUE(gone.expired()) << "what is queued does not hold it";
     scene.host().settle();
+}
+
+TEST(HotSpotHook, TakesWhatANotificationLacksForNothing) {
+    const auto host = makeHost({320, 180});
+    const auto player = platform::make<PickedPlayer>();
+    auto& center = platform::NotificationCenter::defaultCenter();
+    center.post(ZNTHotSpotDrawerDetectHotSpotSelection);
+    center.post(ZNTHotSpotDrawerDetectHotSpotSelection,
+                {{ZNTHotSpotDrawerHotSpotNameKey, std::string("door")}});
+    center.post(
+        ZNTHotSpotDrawerDetectHotSpotSelection,
+        {{ZNTHotSpotDrawerHotSpotIndexKey, std::int64_t{7}}, {ZNTHotSpotDrawerTapKey, true}});
+    host->settle();
+    EXPECT_THAT(player->picks, ElementsAre(Selection{"", 0, false}, Selection{"door", 0, false},
+                                           Selection{"", 7, true}));
 }
 
 TEST(HotSpots, AreOnlyKeptUntilAPictureIsShownNext) {

@@ -230,7 +230,12 @@ TEST(HotSpotDrawer, SurvivesAnglesThatAreNoNumbers) {
     HotSpotScene scene;
     const auto before = scene.snapshot();
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    scene.showSpots({spotAt(nan, 0), spotAt(0, nan)});
+    const LogRecorder log;
+    scene.showSpots({spotAt(0, 2, "fine"), spotAt(nan, 0, "door"), spotAt(0, nan)});
+    EXPECT_EQ(log.lines(),
+              (std::vector<std::string>{
+                  "hot spots: \"door\", index 1, has an angle that is no number; it is not drawn",
+                  "hot spots: \"\", index 2, has an angle that is no number; it is not drawn"}));
     EXPECT_TRUE(picturesAreEqual("nan-hot-spots", *scene.snapshot(), *before));
     const SelectionListener selections;
     scene.view().objectPickTestForPixelAt(160, 90);

@@ -1,16 +1,13 @@
 #include "HVViewer/DisplayController/DisplayView/HVVProgram/ZNTProgram.h"
 #include "Platform/Foundation/Assertion.h"
-#include "Platform/Foundation/Bundle.h"
 #include "Platform/Graphics/GLContext.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/LogRecorder.h"
+#include "Tests/Support/ShadowedResource.h"
 
 #include <GLES2/gl2.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <string>
@@ -34,33 +31,6 @@ protected:
     UniformTable uniforms_{kUntouched, kUntouched, kUntouched, kUntouched, kUntouched,
                            kUntouched, kUntouched, kUntouched, kUntouched, kUntouched};
     std::uint32_t textureCoordinates_ = 99;
-};
-
-/// Puts a file in front of the framework's own resources while it lives.
-class ShadowedResource {
-public:
-    ShadowedResource(const std::string& name, const std::string& content) : folder_(makeFolder()) {
-        std::ofstream(folder_ / name) << content;
-        platform::Bundle::framework().addFolder(folder_.string());
-    }
-    /// A folder of that name, which cannot be read as a file.
-    explicit ShadowedResource(const std::string& name) : folder_(makeFolder()) {
-        std::filesystem::create_directory(folder_ / name);
-        platform::Bundle::framework().addFolder(folder_.string());
-    }
-    ~ShadowedResource() {
-        platform::Bundle::framework().removeFolder(folder_.string());
-        std::filesystem::remove_all(folder_);
-    }
-    ShadowedResource(const ShadowedResource&) = delete;
-    ShadowedResource& operator=(const ShadowedResource&) = delete;
-
-private:
-    static std::filesystem::path makeFolder() {
-        std::string name = ::testing::TempDir() + "shadowed-XXXXXX";
-        return mkdtemp(name.data());
-    }
-    std::filesystem::path folder_;
 };
 
 platform::AssertionFailure failureOf(const std::function<void()>& action) {

@@ -1,0 +1,90 @@
+#include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/MarkerProgram.h"
+#include "Platform/Graphics/GLContext.h"
+#include "Tests/HVViewer/Model/HotSpot/HotSpotScene.h"
+#include "Tests/Support/LogRecorder.h"
+#include "Tests/Support/PictureCompare.h"
+#include "Tests/Support/ShadowedResource.h"
+
+#include <GLES2/gl2.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr const char* kBroken = "void main() { nothing; }";
+constexpr const char* kOtherVarying = "precision highp float; varying vec4 v_notGiven;\n"
+                                      "void main() { gl_FragColor = v_notGiven; }";
+
+class MarkerShaders : public ::testing::Test {
+protected:
+    void SetUp() override { platform::GLContext::setCurrentContext(context_); }
+    void TearDown() override { program_.tearDown(); }
+
+    std::unique_ptr<HeadlessHost> host_ = makeHost({64, 64});
+    std::shared_ptr<platform::GLContext> context_ = platform::GLContext::create();
+    LogRecorder log_;
+    MarkerProgram program_;
+};
+
+} // namespace
+
+TEST_F(MarkerShaders, GiveAProgramThatTheDriverHoldsValid) {
+    ASSERT_TRUE(program_.loadShaders());
+    EXPECT_EQ(glIsProgram(program_.name()), GL_TRUE);
+    EXPECT_GE(program_.uniforms().matrix, 0);
+    EXPECT_GE(program_.uniforms().texture, 0);
+    EXPECT_GE(program_.uniforms().enableColorPicking, 0);
+    EXPECT_GE(program_.uniforms().color, 0);
+    EXPECT_NE(program_.textureCoordinates(), 0U) << "positions are attribute 0";
+    EXPECT_TRUE(program_.validateProgram());
+    EXPECT_TRUE(log_.lines().empty());
+}
+
+TEST_F(MarkerShaders, AreNotValidWithoutAProgram) {
+    const ShadowedResource resource("Shader.fsh", kOtherVarying);
+    ASSERT_FALSE(program_.loadShaders());
+    EXPECT_FALSE(program_.validateProgram());
+    EXPECT_NE(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << "which leaves none behind";
+}
+
+TEST_F(MarkerShaders, SayWhichOfThemDoesNotCompile) {
+    {
+        const ShadowedResource resource("Shader.vsh", kBroken);
+        EXPECT_FALSE(program_.loadShaders());
+        EXPECT_EQ(log_.count("Shader compile log:\n"), 1);
+        EXPECT_EQ(log_.lines().back(), "Failed to compile vertex shader");
+        EXPECT_EQ(glIsProgram(program_.name()), GL_TRUE) << "the program is left";
+    }
+    program_.tearDown();
+    const ShadowedResource resource("Shader.fsh", kBroken);
+    EXPECT_FALSE(program_.loadShaders());
+    EXPECT_EQ(log_.count("Shader compile log:\n"), 2);
+    EXPECT_EQ(log_.lines().back(), "Failed to compile fragment shader");
+}
+
+TEST_F(MarkerShaders, SayThatOneCannotBeRead) {
+    const ShadowedResource resource("Shader.fsh");
+    EXPECT_FALSE(program_.loadShaders());
+    EXPECT_EQ(log_.lines(), (std::vector<std::string>{"Failed to load vertex shader",
+                                                      "Failed to compile fragment shader"}))
+        << "one text for either kind";
+}
+
+TEST_F(MarkerShaders, SayThatTheyDoNotLinkAndLeaveNoProgram) {
+    const ShadowedResource resource("Shader.fsh", kOtherVarying);
+    EXPECT_FALSE(program_.loadShaders());
+    EXPECT_EQ(log_.count("Failed to link program: "), 1);
+    EXPECT_EQ(program_.name(), 0U);
+}
+
+TEST(BrokenMarkerShaders, LeaveTheContentAsItIsAndPickNothing) {
+    HotSpotScene scene;
+    const auto before = scene.snapshot();
+    const LogRecorder log;
+    const ShadowedResource resource("Shader.fsh", kBroken);
+    scene.showSpots({spotAt(0, 0)});
+    EXPECT_TRUE(picturesAreEqual("broken-marker-shader", *scene.snapshot(), *before));
+    SelectionListener selections;
+    scene.view().objectPickTestForPixelAt(160, 90);
+    EXPECT_TRUE(selections.take().empty());
+    EXPECT_TRUE(picturesAreEqual("after-the-pick", *scene.snapshot(), *before));
+}
