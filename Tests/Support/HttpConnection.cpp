@@ -1,5 +1,6 @@
 #include "Tests/Support/HttpConnection.h"
 
+#include <openssl/ssl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
@@ -49,12 +50,24 @@ std::string HttpRequest::header(const std::string& name) const {
     return found == headers.end() ? std::string() : found->second;
 }
 
-HttpConnection::HttpConnection(int socket)
-    : socket_(socket), wakeUp_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+HttpConnection::HttpConnection(int socket, ssl_ctx_st* tls)
+    : socket_(socket), wakeUp_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+    if (tls == nullptr)
+        return;
+    tls_ = SSL_new(tls);
+    SSL_set_fd(tls_, socket_);
+    SSL_set_accept_state(tls_); // the first read shakes hands
+}
 
 HttpConnection::~HttpConnection() {
+    SSL_free(tls_);
     ::close(wakeUp_);
     ::close(socket_);
+}
+
+long HttpConnection::receive(char* bytes, std::size_t size) {
+    return tls_ == nullptr ? ::recv(socket_, bytes, size, 0)
+                           : SSL_read(tls_, bytes, static_cast<int>(size));
 }
 
 std::optional<HttpRequest> HttpConnection::readRequest() {
@@ -65,12 +78,14 @@ std::optional<HttpRequest> HttpConnection::readRequest() {
 std::optional<std::string> HttpConnection::readHead() {
     std::array<char, 4096> piece{};
     for (;;) {
+        if (!received_.empty() && std::isupper(static_cast<unsigned char>(received_[0])) == 0)
+            return std::nullopt;
         if (const auto end = received_.find("\r\n\r\n"); end != std::string::npos) {
             std::string head = received_.substr(0, end + 2);
             received_.erase(0, end + 4);
             return head;
         }
-        const auto count = ::recv(socket_, piece.data(), piece.size(), 0);
+        const auto count = receive(piece.data(), piece.size());
         if (count <= 0 || received_.size() > kLongestHead)
             return std::nullopt;
         received_.append(piece.data(), static_cast<std::size_t>(count));
@@ -79,7 +94,9 @@ std::optional<std::string> HttpConnection::readHead() {
 
 bool HttpConnection::send(std::string_view bytes) {
     while (!bytes.empty()) {
-        const auto count = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        const long count = tls_ == nullptr
+                               ? ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL)
+                               : SSL_write(tls_, bytes.data(), static_cast<int>(bytes.size()));
         if (count <= 0)
             return false;
         bytes.remove_prefix(static_cast<std::size_t>(count));

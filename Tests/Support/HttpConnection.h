@@ -1,10 +1,14 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+
+struct ssl_ctx_st;
+struct ssl_st;
 
 namespace tests {
 
@@ -28,8 +32,8 @@ struct HttpRequest {
 /// Thread: that of the connection; `resume` and `hangUp` any.
 class HttpConnection {
 public:
-    /// Takes over the socket.
-    explicit HttpConnection(int socket);
+    /// Takes over the socket. With a context it speaks TLS.
+    HttpConnection(int socket, ssl_ctx_st* tls);
     ~HttpConnection();
     HttpConnection(const HttpConnection&) = delete;
     HttpConnection& operator=(const HttpConnection&) = delete;
@@ -48,8 +52,10 @@ public:
 
 private:
     [[nodiscard]] std::optional<std::string> readHead();
+    [[nodiscard]] long receive(char* bytes, std::size_t size);
 
     int socket_;
+    ssl_st* tls_ = nullptr;
     int wakeUp_;
     std::string received_; // and not asked for yet
 };

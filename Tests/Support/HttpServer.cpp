@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/URL.h"
 #include "Tests/Support/HttpAnswer.h"
+#include "Tests/Support/TlsIdentity.h"
 
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -44,8 +45,8 @@ int portOf(int socket) {
     return ntohs(address.sin_port);
 }
 
-std::string urlOf(int port, const std::string& path) {
-    return "http://127.0.0.1:" + std::to_string(port) + path;
+std::string urlOf(const std::string& scheme, int port, const std::string& path) {
+    return scheme + "://127.0.0.1:" + std::to_string(port) + path;
 }
 
 HttpReply notFound() {
@@ -63,7 +64,7 @@ HttpReply fileReply(const std::string& path, HttpReply how) {
 
 /// A connection and the thread that answers it.
 struct Client {
-    explicit Client(int socket) : connection(std::in_place, socket) {}
+    Client(int socket, ssl_ctx_st* tls) : connection(std::in_place, socket, tls) {}
 
     std::optional<HttpConnection> connection; // until its thread has done with it
     bool isStalled = false;
@@ -75,7 +76,7 @@ struct Client {
 struct HttpServer::Listener {
     using Answer = std::function<HttpReply(const std::string& path)>;
 
-    Listener() : socket(boundSocket()) {
+    explicit Listener(ssl_ctx_st* tlsContext) : socket(boundSocket()), tls(tlsContext) {
         if (::listen(socket, SOMAXCONN) != 0)
             throw std::runtime_error("cannot listen on 127.0.0.1");
         thread = std::thread([this] { accept(); });
@@ -92,6 +93,7 @@ struct HttpServer::Listener {
     [[nodiscard]] int countStalled() const;
 
     const int socket;
+    ssl_ctx_st* const tls;
     std::thread thread;
     mutable std::mutex mutex; // guards everything below
     mutable std::condition_variable changed;
@@ -131,7 +133,7 @@ void HttpServer::Listener::accept() {
         // A reply goes out in several writes, which must not wait for each other's receipt.
         const int on = 1;
         ::setsockopt(accepted, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-        Client& client = clients.emplace_back(accepted);
+        Client& client = clients.emplace_back(accepted, tls);
         client.thread = std::thread(
             [this, &client, number = static_cast<int>(clients.size())] { answer(client, number); });
         changed.notify_all();
@@ -201,7 +203,9 @@ int HttpServer::Listener::countStalled() const {
                                           [](const Client& client) { return client.isStalled; }));
 }
 
-HttpServer::HttpServer() : listener_(std::make_unique<Listener>()) {}
+HttpServer::HttpServer(Transport transport)
+    : identity_(transport == Transport::Tls ? std::make_unique<TlsIdentity>() : nullptr),
+      listener_(std::make_unique<Listener>(identity_ ? identity_->context() : nullptr)) {}
 
 HttpServer::~HttpServer() = default;
 
@@ -210,7 +214,11 @@ int HttpServer::port() const {
 }
 
 std::string HttpServer::url(const std::string& path) const {
-    return urlOf(port(), path);
+    return urlOf(identity_ ? "https" : "http", port(), path);
+}
+
+std::string HttpServer::certificateFile() const {
+    return identity_ ? identity_->certificateFile() : std::string();
 }
 
 void HttpServer::serve(const std::string& path, HttpReply reply) {
@@ -269,14 +277,23 @@ bool HttpServer::waitForOpenConnections(int count) const {
                                        [&] { return listener_->countOpen() == count; });
 }
 
-RefusingPort::RefusingPort() : socket_(boundSocket()) {}
+EmptyPort::EmptyPort() : socket_(boundSocket()) {}
 
-RefusingPort::~RefusingPort() {
+EmptyPort::~EmptyPort() {
     ::close(socket_);
 }
 
+std::string EmptyPort::url(const std::string& scheme, const std::string& path) const {
+    return urlOf(scheme, portOf(socket_), path);
+}
+
 std::string RefusingPort::url(const std::string& path) const {
-    return urlOf(portOf(socket_), path);
+    return EmptyPort::url("http", path);
+}
+
+SilentPort::SilentPort() {
+    if (::listen(socket_, SOMAXCONN) != 0)
+        throw std::runtime_error("cannot listen on 127.0.0.1");
 }
 
 } // namespace tests

@@ -9,6 +9,8 @@
 
 namespace tests {
 
+class TlsIdentity;
+
 /// An HTTP/1.1 server on 127.0.0.1, at a port that was free, in threads of its own.
 ///
 /// ```cpp
@@ -26,12 +28,17 @@ namespace tests {
 /// Thread: any.
 class HttpServer {
 public:
-    HttpServer();
+    enum class Transport { Plain, Tls };
+
+    /// With TLS it has a certificate that only those trust who are given it.
+    explicit HttpServer(Transport transport = Transport::Plain);
     ~HttpServer();
     HttpServer(const HttpServer&) = delete;
     HttpServer& operator=(const HttpServer&) = delete;
 
     [[nodiscard]] int port() const;
+    /// A file that holds the certificate, while the server lives.
+    [[nodiscard]] std::string certificateFile() const;
     /// The address of a path, which begins with a slash.
     [[nodiscard]] std::string url(const std::string& path) const;
 
@@ -57,21 +64,34 @@ public:
 
 private:
     struct Listener;
+    std::unique_ptr<TlsIdentity> identity_; // null: plain
     std::unique_ptr<Listener> listener_;
 };
 
-/// A port of 127.0.0.1 on which connections are refused while the object lives.
-class RefusingPort {
+/// A port of 127.0.0.1 at which nobody is while the object lives.
+class EmptyPort {
 public:
-    RefusingPort();
-    ~RefusingPort();
-    RefusingPort(const RefusingPort&) = delete;
-    RefusingPort& operator=(const RefusingPort&) = delete;
+    ~EmptyPort();
+    EmptyPort(const EmptyPort&) = delete;
+    EmptyPort& operator=(const EmptyPort&) = delete;
 
-    [[nodiscard]] std::string url(const std::string& path) const;
+    [[nodiscard]] std::string url(const std::string& scheme, const std::string& path) const;
 
-private:
+protected:
+    EmptyPort();
     int socket_;
+};
+
+/// It refuses connections.
+class RefusingPort : public EmptyPort {
+public:
+    [[nodiscard]] std::string url(const std::string& path) const;
+};
+
+/// It takes connections and never says anything.
+class SilentPort : public EmptyPort {
+public:
+    SilentPort();
 };
 
 } // namespace tests

@@ -242,6 +242,13 @@ TEST(HttpServer, SendsWithoutEndUntilTheClientLeaves) {
     EXPECT_TRUE(server.waitForOpenConnections(0));
 }
 
+TEST(HttpServer, LeavesAClientThatSpeaksSomethingElse) {
+    const HttpServer server;
+    const Client client(server.port());
+    client.ask("/a", {}, "\x16");
+    EXPECT_THAT(client.readAll(), IsEmpty());
+}
+
 TEST(HttpServer, KeepsAConnectionForTheNextRequest) {
     HttpServer server;
     server.serve("/a", {.body = bytesOf("one")});
@@ -316,4 +323,10 @@ TEST(RefusingPort, RefusesConnections) {
     const std::string url = port.url("/a");
     ASSERT_THAT(url, testing::AllOf(StartsWith("http://127.0.0.1:"), EndsWith("/a")));
     EXPECT_FALSE(Client(std::stoi(url.substr(url.rfind(':') + 1))).isConnected());
+}
+
+TEST(SilentPort, TakesConnections) {
+    const tests::SilentPort port;
+    const std::string url = port.url("https", "/");
+    EXPECT_TRUE(Client(std::stoi(url.substr(url.rfind(':') + 1))).isConnected());
 }

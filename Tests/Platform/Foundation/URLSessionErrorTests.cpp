@@ -128,9 +128,11 @@ TEST_F(FailedDownload, TakesNoMoreThanTheLengthThatIsTold) {
 
 TEST_F(FailedDownload, TimesOutWithoutAConnection) {
     session_->setLimits({.connectTime = std::chrono::milliseconds(200)});
-    // The server speaks no TLS and waits for a request, so that the handshake never ends.
-    const std::string secure = "https" + server_.url("/a").substr(4);
-    expectFailure(secure, ErrorCode::Unreadable, host() + " timed out: no connection within 0.2 s");
+    const tests::SilentPort port;
+    // A connection stands only once it is encrypted.
+    expectFailure(
+        port.url("https", "/a"), ErrorCode::Unreadable,
+        AllOf(StartsWith("\"127.0.0.1:"), EndsWith("\" timed out: no connection within 0.2 s")));
 }
 
 TEST_F(FailedDownload, TimesOutWhenNothingComes) {
@@ -160,4 +162,35 @@ TEST_F(FailedDownload, IsFollowedByOneThatSucceeds) {
     server_.serve("/a", {.body = bytesOf("hello")});
     expectFailure(server_.url("/cut"), ErrorCode::Unreadable, HasSubstr("cut short after 0 bytes"));
     EXPECT_EQ(fetch(server_.url("/a")).text(), "hello");
+}
+
+TEST_F(FailedDownload, RefusesACertificateThatNobodyTrusts) {
+    tests::HttpServer server(tests::HttpServer::Transport::Tls);
+    server.serve("/a", {.body = bytesOf("secret")});
+    expectFailure(
+        server.url("/a"), ErrorCode::Unreadable,
+        AllOf(StartsWith("the certificate of \"127.0.0.1:"), EndsWith("\" is not trusted")));
+    EXPECT_TRUE(server.requests().empty());
+}
+
+TEST_F(FailedDownload, RefusesACertificateOfAnotherHost) {
+    tests::HttpServer server(tests::HttpServer::Transport::Tls);
+    session_->setLimits({.certificateFile = server.certificateFile()});
+    const std::string port = std::to_string(server.port());
+    expectFailure("https://localhost:" + port + "/a", ErrorCode::Unreadable,
+                  "the certificate of \"localhost:" + port + "\" is not trusted");
+    EXPECT_TRUE(server.requests().empty());
+}
+
+TEST_F(FailedDownload, RefusesCertificatesThatCannotBeRead) {
+    tests::HttpServer server(tests::HttpServer::Transport::Tls);
+    session_->setLimits({.certificateFile = "/no/such/file.pem"});
+    expectFailure(server.url("/a"), ErrorCode::Unavailable,
+                  "the trusted certificates cannot be read");
+}
+
+TEST_F(FailedDownload, SaysThatNoSecureConnectionCanBeMade) {
+    const std::string secure = "https" + server_.url("/a").substr(4);
+    expectFailure(secure, ErrorCode::Unreadable,
+                  "no secure connection to " + host() + " can be made");
 }

@@ -116,6 +116,14 @@ TEST_F(Download, HoldsVirtualTimeWhileItIsUnderWay) {
     EXPECT_EQ(outcome->calls, 1);
 }
 
+TEST_F(Download, IsSecureWhereTheCertificateIsTrusted) {
+    tests::HttpServer server(tests::HttpServer::Transport::Tls);
+    session_->setLimits({.certificateFile = server.certificateFile()});
+    server.serve("/a", {.body = manyBytes(200'000)});
+    server_.serve("/a", tests::redirectTo(server.url("/a")));
+    EXPECT_TRUE(fetch(server_.url("/a")).data == manyBytes(200'000)) << "also after a redirect";
+}
+
 TEST_F(Download, ReadsFiles) {
     const tests::TemporaryFolder folder;
     const auto bytes = manyBytes(100'000);
