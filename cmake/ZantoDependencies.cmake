@@ -1,6 +1,8 @@
 # Everything that is called and not written here, from the distribution.
 find_package(PkgConfig REQUIRED)
 find_package(glm REQUIRED)
+pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo)
+pkg_check_modules(CURL REQUIRED IMPORTED_TARGET libcurl>=7.87)
 pkg_check_modules(EGL REQUIRED IMPORTED_TARGET egl)
 pkg_check_modules(EXIF REQUIRED IMPORTED_TARGET libexif)
 pkg_check_modules(GLES REQUIRED IMPORTED_TARGET glesv2)
