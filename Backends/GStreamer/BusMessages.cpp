@@ -20,11 +20,14 @@ void passStreams(GstMessage* message, BusListener& listener) {
     const GStreamerPtr<GstStreamCollection> owned(found);
     if (!owned)
         return;
+    bool hasSound = false;
     bool hasVideo = false;
     bool isStill = false;
     for (guint i = 0; i < gst_stream_collection_get_size(found); ++i) {
         GstStream* const stream = gst_stream_collection_get_stream(found, i);
-        if ((gst_stream_get_stream_type(stream) & GST_STREAM_TYPE_VIDEO) == 0)
+        const GstStreamType type = gst_stream_get_stream_type(stream);
+        hasSound |= (type & GST_STREAM_TYPE_AUDIO) != 0;
+        if ((type & GST_STREAM_TYPE_VIDEO) == 0)
             continue;
         hasVideo = true;
         const GStreamerPtr<GstCaps> caps(gst_stream_get_caps(stream));
@@ -32,7 +35,8 @@ void passStreams(GstMessage* message, BusListener& listener) {
                    std::string_view(gst_structure_get_name(gst_caps_get_structure(caps.get(), 0)))
                        .starts_with("image/");
     }
-    listener.foundStreams(hasVideo, isStill);
+    if (hasSound || hasVideo)
+        listener.foundStreams(hasVideo, isStill);
 }
 
 gboolean isPartsHeader(GQuark field, const GValue* value, gpointer found) {
@@ -54,8 +58,21 @@ void passAnswer(const GstStructure* headers, BusListener& listener) {
     listener.answered(static_cast<int>(status), handsOutParts);
 }
 
+/// Texts and web pages are recognised too, and a decoder looked for; and a film may lack one for
+/// its sound alone.
+bool isOfPictures(const GstStructure* missing) {
+    const GValue* const detail = gst_structure_get_value(missing, "detail");
+    if (!detail || !GST_VALUE_HOLDS_CAPS(detail) || gst_caps_is_empty(gst_value_get_caps(detail)))
+        return true;
+    const std::string_view kind =
+        gst_structure_get_name(gst_caps_get_structure(gst_value_get_caps(detail), 0));
+    return !kind.starts_with("text/") && !kind.starts_with("audio/");
+}
+
 void passElementMessage(GstMessage* message, BusListener& listener) {
     if (gst_is_missing_plugin_message(message)) {
+        if (!isOfPictures(gst_message_get_structure(message)))
+            return;
         const GStreamerPtr<gchar> text(gst_missing_plugin_message_get_description(message));
         listener.missesDecoder(text ? text.get() : "");
     } else if (gst_message_has_name(message, "http-headers")) {

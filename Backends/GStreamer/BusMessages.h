@@ -20,8 +20,9 @@ public:
     virtual void streamsEnded() = 0;
     virtual void buffered(int percent) = 0;
     virtual void failed(const GError& error) = 0;
-    /// What streams there are; a still picture counts as video too.
+    /// There is sound or video; a still picture counts as video too.
     virtual void foundStreams(bool hasVideo, bool isStill) = 0;
+    /// For anything but sound.
     virtual void missesDecoder(const std::string& description) = 0;
     virtual void answered(int httpStatus, bool handsOutParts) = 0;
 };

@@ -16,6 +16,7 @@ struct GStreamerRelease {
     void operator()(gpointer object) const { g_object_unref(object); }
     void operator()(GstCaps* caps) const { gst_caps_unref(caps); }
     void operator()(GstEvent* event) const { gst_event_unref(event); }
+    void operator()(GstIterator* iterator) const { gst_iterator_free(iterator); }
     void operator()(GstQuery* query) const { gst_query_unref(query); }
     void operator()(GstSample* sample) const { gst_sample_unref(sample); }
     void operator()(gchar* text) const { g_free(text); }

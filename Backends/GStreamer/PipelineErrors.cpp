@@ -48,7 +48,7 @@ Error streamError(int code) {
     switch (code) {
     case GST_STREAM_ERROR_TYPE_NOT_FOUND:
     case GST_STREAM_ERROR_WRONG_TYPE:
-        return {ErrorCode::Unsupported, "it is not a video of a known kind"};
+        return unknownKindError();
     case GST_STREAM_ERROR_CODEC_NOT_FOUND:
         return {ErrorCode::Unsupported, "no decoder for it is installed"};
     case GST_STREAM_ERROR_DEMUX:
@@ -108,6 +108,18 @@ std::optional<Error> fileRefusal(const std::string& path) {
         // A pipe or a device might never say a word.
         return Error{ErrorCode::Unsupported, "it is not an ordinary file"};
     }
+}
+
+Error noVideoError() {
+    return {ErrorCode::Unsupported, "it holds no video"};
+}
+
+Error unknownKindError() {
+    return {ErrorCode::Unsupported, "it is not a video of a known kind"};
+}
+
+Error missingDecoderError(const std::string& description) {
+    return {ErrorCode::Unsupported, "no decoder for it is installed: " + description};
 }
 
 Error pipelineError(const GError& error, const FailureContext& context) {

@@ -20,6 +20,7 @@ struct Prerolled {
 /// What was asked for after the first preroll.
 struct Described {
     std::optional<Instant> duration;
+    bool hasStreams = false;
     bool hasVideo = false;
     bool isStill = false;
     /// In words; empty when none is missing.

@@ -1,5 +1,6 @@
 #include "Backends/GStreamer/Playback.h"
 
+#include "Backends/GStreamer/PipelineErrors.h"
 #include "Platform/Foundation/Log.h"
 
 #include <algorithm>
@@ -107,11 +108,10 @@ std::optional<Error> Playback::refusal() const {
     if (frames_.hasBegun())
         return std::nullopt;
     if (!media_->missingDecoder.empty())
-        return Error{ErrorCode::Unsupported,
-                     "no decoder for it is installed: " + media_->missingDecoder};
+        return missingDecoderError(media_->missingDecoder);
     if (media_->hasVideo)
         return Error{ErrorCode::Corrupt, "its video holds no picture"};
-    return Error{ErrorCode::Unsupported, "it holds no video"};
+    return media_->hasStreams ? noVideoError() : unknownKindError();
 }
 
 void Playback::finishOpening() {

@@ -3,6 +3,7 @@
 #include "Backends/GStreamer/AudioOutput.h"
 #include "Backends/GStreamer/PipelineErrors.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace platform {
@@ -25,6 +26,40 @@ GStreamerPtr<gchar> addressOf(const URL& url) {
     if (!url.isFileURL())
         return GStreamerPtr<gchar>(g_strdup(url.absoluteString().c_str()));
     return GStreamerPtr<gchar>(gst_filename_to_uri(url.path().c_str(), nullptr));
+}
+
+/// Whether any thread of the pipeline still does something. It happens that none does and that the
+/// error has been lost on its way out of the pipeline's parts.
+bool isAtWork(GstElement* pipeline) {
+    const auto hasRunningTask = +[](GstElement*, GstPad* pad, gpointer found) -> gboolean {
+        GST_OBJECT_LOCK(pad);
+        GstTask* const task = GST_PAD_TASK(pad);
+        const bool runs = task && GST_TASK_STATE(task) == GST_TASK_STARTED;
+        GST_OBJECT_UNLOCK(pad);
+        *static_cast<bool*>(found) |= runs;
+        return TRUE;
+    };
+    bool found = false;
+    const GStreamerPtr<GstIterator> parts(gst_bin_iterate_recurse(GST_BIN(pipeline)));
+    GValue item = G_VALUE_INIT;
+    while (gst_iterator_next(parts.get(), &item) == GST_ITERATOR_OK) {
+        auto* const element = GST_ELEMENT(g_value_get_object(&item));
+        gst_element_foreach_pad(element, hasRunningTask, &found);
+        g_value_reset(&item);
+    }
+    g_value_unset(&item);
+    return found;
+}
+
+/// The source starts before the decoder can take data; what arrives too early ends the stream for
+/// good, without a word. So the decoder is made ready first.
+void startDecoding(GstElement* pipeline) {
+    const GStreamerPtr<GstIterator> decoders(
+        gst_bin_iterate_all_by_element_factory_name(GST_BIN(pipeline), "decodebin3"));
+    const auto start = +[](const GValue* item, gpointer) {
+        gst_element_set_state(GST_ELEMENT(g_value_get_object(item)), GST_STATE_PAUSED);
+    };
+    gst_iterator_foreach(decoders.get(), start, nullptr);
 }
 
 bool isKnownScheme(const URL& url) {
@@ -98,6 +133,7 @@ bool Playbin::build() {
 }
 
 void Playbin::setUpSource(GstElement* source) {
+    startDecoding(pipeline_.get());
     setIfThere(source, "user-agent", kUserAgent);
     setIfThere(source, "timeout", static_cast<guint>(limits_.request.count()));
     setIfThere(source, "retries", limits_.retries);
@@ -116,7 +152,8 @@ void Playbin::describe() {
 }
 
 void Playbin::queryMedia() {
-    pipeline_event::Described found{std::nullopt, hasVideo_, false, {}};
+    isOpen_ = true;
+    pipeline_event::Described found{std::nullopt, hasStreams_, hasVideo_, false, {}};
     gint64 duration = -1;
     if (gst_element_query_duration(pipeline_.get(), GST_FORMAT_TIME, &duration) && duration >= 0)
         found.duration = Instant(duration);
@@ -174,6 +211,7 @@ void Playbin::beginWait(int wait) {
     worker_.async([this, wait] {
         lastLife_ = life_;
         lastLifeAt_ = std::chrono::steady_clock::now();
+        isIdle_ = false;
         checkLife(wait);
     });
 }
@@ -183,17 +221,29 @@ void Playbin::endWait() {
 }
 
 void Playbin::checkLife(int wait) {
-    if (wait_ != wait)
+    if (wait_ != wait || !pipeline_)
         return;
     const auto now = std::chrono::steady_clock::now();
     if (life_ != lastLife_) {
         lastLife_ = life_;
         lastLifeAt_ = now;
+        isIdle_ = false;
+    } else if (!isRemote() && !isAtWork(pipeline_.get())) {
+        // The error itself may be on its way, so only when that has been so for a while.
+        if (isIdle_)
+            return giveUp(wait);
+        isIdle_ = true;
     } else if (now - lastLifeAt_ >= limits_.silence) {
         return post(pipeline_event::Silent{wait});
     }
-    constexpr int kChecks = 8; // in the time that is allowed
-    worker_.asyncAfter(limits_.silence / kChecks, [this, wait] { checkLife(wait); });
+    constexpr std::chrono::milliseconds kOften{250};
+    worker_.asyncAfter(std::min(kOften, limits_.silence), [this, wait] { checkLife(wait); });
+}
+
+void Playbin::giveUp(int wait) {
+    if (isOpen_)
+        return post(pipeline_event::Silent{wait});
+    explain({ErrorCode::Corrupt, "the file is damaged or cut short"}, false);
 }
 
 GStreamerPtr<GstAppSink> Playbin::newSinkReference() const {
@@ -240,13 +290,23 @@ void Playbin::buffered(int percent) {
 }
 
 void Playbin::failed(const GError& error) {
-    const Error inWords = pipelineError(error, {httpStatus_, isRemote()});
+    const Error inWords = inWordsOf(error);
     // Why a server cannot be reached is a question to the network, which may take its time.
     const bool mayBeUnreachable = isRemote() && httpStatus_ == 0;
     worker_.async([this, inWords, mayBeUnreachable] { explain(inWords, mayBeUnreachable); });
 }
 
+/// What is known of the streams says more than the error that comes of it.
+Error Playbin::inWordsOf(const GError& error) {
+    if (hasStreams_ && !hasVideo_)
+        return noVideoError();
+    const std::scoped_lock lock(mutex_);
+    return missingDecoder_.empty() ? pipelineError(error, {httpStatus_, isRemote()})
+                                   : missingDecoderError(missingDecoder_);
+}
+
 void Playbin::foundStreams(bool hasVideo, bool isStill) {
+    hasStreams_ = true;
     hasVideo_ = hasVideo;
     isStill_ = isStill;
 }

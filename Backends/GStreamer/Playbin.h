@@ -61,6 +61,7 @@ private:
     void seekNow(Instant to);
     [[nodiscard]] std::string seekObstacle();
     void checkLife(int wait);
+    void giveUp(int wait);
     void explain(const Error& error, bool mayBeUnreachable);
     void shutDown();
 
@@ -75,6 +76,7 @@ private:
     void missesDecoder(const std::string& description) override;
     void answered(int httpStatus, bool handsOutParts) override;
     void pictureArrived();
+    [[nodiscard]] Error inWordsOf(const GError& error);
 
     [[nodiscard]] bool isRemote() const { return !url_.isFileURL(); }
     void post(PipelineEvent event);
@@ -89,6 +91,7 @@ private:
     std::atomic<bool> isClosed_{false};
     std::atomic<bool> hasFailed_{false};
     std::atomic<bool> isPictureReported_{false};
+    std::atomic<bool> hasStreams_{false};
     std::atomic<bool> hasVideo_{false};
     std::atomic<bool> isStill_{false};
     std::atomic<bool> isAnswered_{false};
@@ -102,6 +105,8 @@ private:
     std::string missingDecoder_;
 
     // On the worker only.
+    bool isOpen_ = false;
+    bool isIdle_ = false;
     unsigned lastLife_ = 0;
     std::chrono::steady_clock::time_point lastLifeAt_;
 

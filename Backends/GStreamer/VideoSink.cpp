@@ -1,5 +1,7 @@
 #include "Backends/GStreamer/VideoSink.h"
 
+#include "Backends/GStreamer/VideoRange.h"
+
 #include <gst/base/gstbasesink.h>
 #include <gst/video/video.h>
 
@@ -12,38 +14,6 @@ GStreamerPtr<GstElement> makeElement(const char* kind) {
     GstElement* const element = gst_element_factory_make(kind, nullptr);
     return GStreamerPtr<GstElement>(element ? static_cast<GstElement*>(gst_object_ref_sink(element))
                                             : nullptr);
-}
-
-/// As caps name them, in another range.
-GStreamerPtr<gchar> textOf(GstVideoColorimetry colours, GstVideoColorRange range) {
-    colours.range = range;
-    return GStreamerPtr<gchar>(gst_video_colorimetry_to_string(&colours));
-}
-
-/// What the stream says of its colours, the gaps filled in.
-GstVideoColorimetry coloursOf(const GstCaps* caps, const GstVideoInfo& info) {
-    GstVideoColorimetry colours = info.colorimetry;
-    const gchar* const text =
-        gst_structure_get_string(gst_caps_get_structure(caps, 0), "colorimetry");
-    // Full range without a matrix is read back as video range, unless read from the text itself.
-    if (text)
-        gst_video_colorimetry_from_string(&colours, text);
-    if (colours.range == GST_VIDEO_COLOR_RANGE_UNKNOWN)
-        colours.range = info.colorimetry.range;
-    if (colours.matrix == GST_VIDEO_COLOR_MATRIX_UNKNOWN)
-        colours.matrix = info.colorimetry.matrix == GST_VIDEO_COLOR_MATRIX_UNKNOWN
-                             ? GST_VIDEO_COLOR_MATRIX_BT601
-                             : info.colorimetry.matrix;
-    return colours;
-}
-
-GStreamerPtr<GstCaps> outputCaps(const GstVideoColorimetry* colours) {
-    GstCaps* const caps =
-        gst_caps_new_simple("video/x-raw", "format", G_TYPE_STRING, "NV12", nullptr);
-    if (colours)
-        gst_caps_set_simple(caps, "colorimetry", G_TYPE_STRING,
-                            textOf(*colours, GST_VIDEO_COLOR_RANGE_16_235).get(), nullptr);
-    return GStreamerPtr<GstCaps>(caps);
 }
 
 Instant fromClockTime(GstClockTime time) {
@@ -65,18 +35,17 @@ VideoSink::~VideoSink() {
 
 void VideoSink::build() {
     converter_ = makeElement("videoconvert");
-    filter_ = makeElement("capsfilter");
     auto sink = makeElement("appsink");
     const gboolean paced = pacing_ == MediaPacing::Machine ? TRUE : FALSE;
     // Paced by the machine, a picture that nobody took gives way to the next one; paced by the
     // host, it holds the decoder back.
-    g_object_set(sink.get(), "sync", paced, "drop", paced, "qos", FALSE, "max-buffers", 3U,
-                 "wait-on-eos", FALSE, "enable-last-sample", FALSE, nullptr);
-    g_object_set(filter_.get(), "caps", outputCaps(nullptr).get(), nullptr);
+    const GStreamerPtr<GstCaps> caps(
+        gst_caps_new_simple("video/x-raw", "format", G_TYPE_STRING, "NV12", nullptr));
+    g_object_set(sink.get(), "caps", caps.get(), "sync", paced, "drop", paced, "qos", FALSE,
+                 "max-buffers", 3U, "wait-on-eos", FALSE, "enable-last-sample", FALSE, nullptr);
     bin_ = gst_bin_new(nullptr);
-    for (GstElement* const element : {converter_.get(), filter_.get(), sink.get()})
-        gst_bin_add(GST_BIN(bin_), element);
-    gst_element_link_many(converter_.get(), filter_.get(), sink.get(), nullptr);
+    gst_bin_add_many(GST_BIN(bin_), converter_.get(), sink.get(), nullptr);
+    gst_element_link(converter_.get(), sink.get());
     sink_.reset(GST_APP_SINK(sink.release()));
     GstAppSinkCallbacks callbacks{};
     callbacks.eos = onEnd;
@@ -89,6 +58,7 @@ void VideoSink::watchPads() {
     gst_element_add_pad(bin_, gst_ghost_pad_new("sink", in.get()));
     gst_pad_add_probe(in.get(), GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, onCaps, this, nullptr);
     const GStreamerPtr<GstPad> end(gst_element_get_static_pad(GST_ELEMENT(sink_.get()), "sink"));
+    gst_pad_add_probe(end.get(), GST_PAD_PROBE_TYPE_BUFFER, onBuffer, this, nullptr);
     gst_pad_add_probe(end.get(), GST_PAD_PROBE_TYPE_EVENT_FLUSH, onFlush, this, nullptr);
     gst_pad_add_probe(end.get(), GST_PAD_PROBE_TYPE_QUERY_DOWNSTREAM, onAllocation, this, nullptr);
 }
@@ -97,7 +67,6 @@ GStreamerPtr<GstAppSink> VideoSink::newSinkReference() const {
     return GStreamerPtr<GstAppSink>(GST_APP_SINK(gst_object_ref(sink_.get())));
 }
 
-/// Asks for the stream's own colours in video range before the converter settles on something else.
 GstPadProbeReturn VideoSink::onCaps(GstPad* /*pad*/, GstPadProbeInfo* info, gpointer self) {
     GstEvent* const event = gst_pad_probe_info_get_event(info);
     if (GST_EVENT_TYPE(event) != GST_EVENT_CAPS)
@@ -105,17 +74,19 @@ GstPadProbeReturn VideoSink::onCaps(GstPad* /*pad*/, GstPadProbeInfo* info, gpoi
     GstCaps* caps = nullptr;
     gst_event_parse_caps(event, &caps);
     GstVideoInfo video;
-    if (!gst_video_info_from_caps(&video, caps) || !GST_VIDEO_INFO_IS_YUV(&video))
+    const bool isKnown = gst_video_info_from_caps(&video, caps) != FALSE;
+    static_cast<VideoSink*>(self)->isFullRange_ =
+        isKnown && GST_VIDEO_INFO_IS_YUV(&video) && isFullRange(caps);
+    return GST_PAD_PROBE_OK;
+}
+
+GstPadProbeReturn VideoSink::onBuffer(GstPad* pad, GstPadProbeInfo* info, gpointer self) {
+    if (!static_cast<VideoSink*>(self)->isFullRange_)
         return GST_PAD_PROBE_OK;
-    const GstVideoColorimetry colours = coloursOf(caps, video);
-    g_object_set(static_cast<VideoSink*>(self)->filter_.get(), "caps", outputCaps(&colours).get(),
-                 nullptr);
-    // Said outright, for the converter reads the same incomplete words.
-    const GStreamerPtr<GstCaps> complete(gst_caps_copy(caps));
-    gst_caps_set_simple(complete.get(), "colorimetry", G_TYPE_STRING,
-                        textOf(colours, colours.range).get(), nullptr);
-    GST_PAD_PROBE_INFO_DATA(info) = gst_event_new_caps(complete.get());
-    gst_event_unref(event);
+    const GStreamerPtr<GstCaps> caps(gst_pad_get_current_caps(pad));
+    GstVideoInfo video;
+    if (caps && gst_video_info_from_caps(&video, caps.get()))
+        GST_PAD_PROBE_INFO_DATA(info) = inVideoRange(gst_pad_probe_info_get_buffer(info), video);
     return GST_PAD_PROBE_OK;
 }
 

@@ -46,6 +46,7 @@ private:
     void build();
     void watchPads();
     static GstPadProbeReturn onCaps(GstPad* pad, GstPadProbeInfo* info, gpointer self);
+    static GstPadProbeReturn onBuffer(GstPad* pad, GstPadProbeInfo* info, gpointer self);
     static GstPadProbeReturn onFlush(GstPad* pad, GstPadProbeInfo* info, gpointer self);
     static GstPadProbeReturn onAllocation(GstPad* pad, GstPadProbeInfo* info, gpointer self);
     static GstFlowReturn onSample(GstAppSink* sink, gpointer self);
@@ -56,8 +57,8 @@ private:
     std::function<void()> onPicture_;
     GstElement* bin_ = nullptr;
     GStreamerPtr<GstElement> converter_;
-    GStreamerPtr<GstElement> filter_;
     GStreamerPtr<GstAppSink> sink_;
+    bool isFullRange_ = false; // what comes in; on the pipeline's thread only
     std::atomic<int> flushes_{0};
     mutable std::mutex mutex_; // guards reading_
     std::optional<ClockReading> reading_;

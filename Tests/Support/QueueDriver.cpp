@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <condition_variable>
 #include <mutex>
+#include <utility>
 
 using platform::Instant;
 using platform::MainQueue;
@@ -62,6 +63,12 @@ bool QueueDriver::runUntil(const std::function<bool()>& condition) {
         const bool comes = next && !virtualClock_;
         wakeUp_->wait(comes ? std::min(limit, steadyNow + (*next - now())) : limit);
     }
+}
+
+void QueueDriver::lookAgainIn(Instant delay) {
+    if (std::exchange(isLookingAgain_, true))
+        return;
+    MainQueue::main().asyncAfter(delay, [this] { isLookingAgain_ = false; });
 }
 
 bool QueueDriver::settle() {

@@ -27,6 +27,8 @@ public:
 
     /// Runs what is due until `condition` holds; false after the limit. Virtual time stands.
     bool runUntil(const std::function<bool()>& condition);
+    /// Has a running wait look at its condition again then, whatever else happens.
+    void lookAgainIn(platform::Instant delay);
     /// Runs what is due and waits until no work is outstanding.
     bool settle();
     /// Virtual time only: stops at every deadline on the way, and for outstanding work.
@@ -36,6 +38,7 @@ private:
     struct WakeUp;
     std::shared_ptr<platform::VirtualClock> virtualClock_;
     std::shared_ptr<WakeUp> wakeUp_;
+    bool isLookingAgain_ = false;
 };
 
 } // namespace tests
