@@ -26,8 +26,7 @@ bool HostPlayback::isDecodedTo(Instant itemTime) {
         waitFor(itemTime, true);
         return false;
     }
-    wanted_.reset();
-    decodeWork_.reset();
+    stopWaiting();
     if (isPastEnd())
         later([this] { endIfPast(); });
     return true;
@@ -50,6 +49,11 @@ void HostPlayback::waitFor(Instant itemTime, bool isAsked) {
         return;
     decodeWork_ = beginWork();
     beginWait();
+}
+
+void HostPlayback::stopWaiting() {
+    wanted_.reset();
+    decodeWork_.reset();
 }
 
 void HostPlayback::picturesArrived() {

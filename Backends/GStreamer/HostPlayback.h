@@ -18,6 +18,7 @@ private:
     void update() override;
     void picturesArrived() override;
     [[nodiscard]] bool isFirstPictureSettled() override;
+    void stopWaiting() override;
     [[nodiscard]] Work beginWork() const override { return MainQueue::main().beginWork(); }
 
     [[nodiscard]] bool decodeTo(Instant itemTime);

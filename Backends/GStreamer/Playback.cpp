@@ -32,6 +32,7 @@ void Playback::close() {
     if (playbin_)
         playbin_->close();
     playbin_.reset();
+    stopWaiting();
     openWork_.reset();
     seekWork_.reset();
 }
@@ -215,8 +216,6 @@ void Playback::on(const pipeline_event::Silent& event) {
 void Playback::fail(const Error& error) {
     phase_ = Phase::Failed;
     timeline_.hold(MainQueue::main().now());
-    const Work opening = std::move(openWork_);
-    const Work seeking = std::move(seekWork_);
     const auto listener = listener_.lock();
     close();
     if (listener)

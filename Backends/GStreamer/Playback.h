@@ -50,6 +50,8 @@ protected:
     virtual void buffered(bool /*isEnough*/) {}
     /// Whether the first picture is there, or will never be.
     [[nodiscard]] virtual bool isFirstPictureSettled() = 0;
+    /// Nothing more comes; nobody waits for it.
+    virtual void stopWaiting() {}
     /// What keeps virtual time from passing over something under way; null where it passes anyway.
     [[nodiscard]] virtual Work beginWork() const { return nullptr; }
 
