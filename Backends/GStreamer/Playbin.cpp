@@ -4,6 +4,7 @@
 #include "Backends/GStreamer/PipelineErrors.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace platform {
@@ -66,6 +67,45 @@ bool isKnownScheme(const URL& url) {
     return url.isFileURL() || url.scheme() == "http" || url.scheme() == "https";
 }
 
+/// Those that nobody has closed yet. A process that ends closes them: their threads must not find
+/// the main queue gone.
+class OpenPlaybins {
+public:
+    static OpenPlaybins& shared() {
+        // Never destroyed: threads that outlast the process's end still use it.
+        static auto* const open = new OpenPlaybins;
+        struct CloseAtExit {
+            ~CloseAtExit() { open->closeAll(); }
+        };
+        static const CloseAtExit closeAtExit;
+        return *open;
+    }
+
+    void add(const std::shared_ptr<Playbin>& playbin) {
+        const std::scoped_lock lock(mutex_);
+        playbins_.emplace(playbin.get(), playbin);
+    }
+    void remove(const Playbin* playbin) {
+        const std::scoped_lock lock(mutex_);
+        playbins_.erase(playbin);
+    }
+
+private:
+    void closeAll() {
+        std::map<const Playbin*, std::weak_ptr<Playbin>> open;
+        {
+            const std::scoped_lock lock(mutex_);
+            open.swap(playbins_);
+        }
+        for (const auto& one : open)
+            if (const auto playbin = one.second.lock())
+                playbin->close();
+    }
+
+    std::mutex mutex_; // guards playbins_
+    std::map<const Playbin*, std::weak_ptr<Playbin>> playbins_;
+};
+
 } // namespace
 
 PipelineLimits& pipelineLimits() {
@@ -76,6 +116,7 @@ PipelineLimits& pipelineLimits() {
 std::shared_ptr<Playbin> Playbin::open(const URL& url, MediaPacing pacing,
                                        PipelineEventSink events) {
     auto playbin = std::make_shared<Playbin>(url, pacing, std::move(events));
+    OpenPlaybins::shared().add(playbin);
     // The raw pointer holds until the last block, which owns the object.
     playbin->worker_.async([self = playbin.get()] { self->start(); });
     return playbin;
@@ -86,6 +127,7 @@ Playbin::Playbin(const URL& url, MediaPacing pacing, PipelineEventSink events)
 
 void Playbin::close() {
     isClosed_ = true;
+    OpenPlaybins::shared().remove(this);
     worker_.finish([self = shared_from_this()] { self->shutDown(); });
 }
 
