@@ -1,9 +1,13 @@
 # Everything that is called and not written here, from the distribution.
 find_package(PkgConfig REQUIRED)
 find_package(glm REQUIRED)
+pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo)
+pkg_check_modules(CURL REQUIRED IMPORTED_TARGET libcurl>=7.87)
 pkg_check_modules(EGL REQUIRED IMPORTED_TARGET egl)
 pkg_check_modules(EXIF REQUIRED IMPORTED_TARGET libexif)
 pkg_check_modules(GLES REQUIRED IMPORTED_TARGET glesv2)
+pkg_check_modules(GSTREAMER REQUIRED IMPORTED_TARGET gio-2.0 gstreamer-1.0 gstreamer-app-1.0
+                  gstreamer-pbutils-1.0 gstreamer-video-1.0)
 pkg_check_modules(PNG REQUIRED IMPORTED_TARGET libpng)
 pkg_check_modules(TURBOJPEG REQUIRED IMPORTED_TARGET libturbojpeg)
 pkg_check_modules(WEBP REQUIRED IMPORTED_TARGET libwebp libwebpdemux)

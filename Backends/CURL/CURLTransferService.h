@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Backends/CURL/EasyTransfer.h"
+#include "Platform/Foundation/Transfer.h"
+
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace platform {
+
+/// All transfers of a session, on one thread that the first of them starts.
+///
+/// Thread: main; what is marked so the service's own.
+class CURLTransferService final : public TransferService {
+public:
+    CURLTransferService();
+    /// Waits for its thread, which waits for nothing.
+    ~CURLTransferService() override;
+    CURLTransferService(const CURLTransferService&) = delete;
+    CURLTransferService& operator=(const CURLTransferService&) = delete;
+
+    [[nodiscard]] std::unique_ptr<Transfer> start(TransferRequest request) override;
+    void stop(std::shared_ptr<EasyTransfer> transfer);
+
+private:
+    enum class Wish { Start, Stop };
+    using Order = std::pair<Wish, std::shared_ptr<EasyTransfer>>;
+
+    void give(Wish wish, std::shared_ptr<EasyTransfer> transfer);
+
+    // The service's own thread.
+    void run();
+    [[nodiscard]] bool takeOrders();
+    void begin(const std::shared_ptr<EasyTransfer>& transfer);
+    void endFinished();
+    void endStalled();
+    void end(EasyTransfer* transfer, CURLcode code);
+    void remove(EasyTransfer* transfer);
+    void waitForSomething();
+
+    CURLM* const multi_;
+    std::mutex mutex_; // guards the next two
+    std::vector<Order> orders_;
+    bool ends_ = false;
+    std::thread thread_;
+    std::vector<std::shared_ptr<EasyTransfer>> running_; // of the service's own thread
+};
+
+} // namespace platform

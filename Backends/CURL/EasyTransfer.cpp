@@ -1,0 +1,142 @@
+#include "Backends/CURL/EasyTransfer.h"
+
+#include "Backends/CURL/TransferErrors.h"
+
+#include <chrono>
+#include <new>
+#include <utility>
+
+namespace platform {
+namespace {
+
+long inMilliseconds(Instant span) {
+    return static_cast<long>(std::chrono::ceil<std::chrono::milliseconds>(span).count());
+}
+
+bool isSupported(const URL& url) {
+    return url.isFileURL() || url.scheme() == "http" || url.scheme() == "https";
+}
+
+} // namespace
+
+EasyTransfer::EasyTransfer(TransferRequest request)
+    : request_(std::move(request)), easy_(curl_easy_init()) {
+    if (!easy_)
+        throw std::bad_alloc();
+    setOptions();
+    setCallbacks();
+}
+
+void EasyTransfer::setOptions() {
+    CURL* const easy = easy_.get();
+    curl_easy_setopt(easy, CURLOPT_URL, request_.url.absoluteString().c_str());
+    curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https,file");
+    curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+    curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(easy, CURLOPT_MAXREDIRS, static_cast<long>(request_.limits.maxRedirects));
+    curl_easy_setopt(easy, CURLOPT_USERAGENT, "ZantoPlayerFramework");
+    curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, inMilliseconds(request_.limits.connectTime));
+    if (!request_.limits.certificateFile.empty())
+        curl_easy_setopt(easy, CURLOPT_CAINFO, request_.limits.certificateFile.c_str());
+    // Signals are the application's.
+    curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
+    // A look-up of a name may take half a minute, and stopping must not wait for it.
+    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
+}
+
+void EasyTransfer::setCallbacks() {
+    CURL* const easy = easy_.get();
+    curl_easy_setopt(easy, CURLOPT_PRIVATE, this);
+    using Take = std::size_t (*)(char*, std::size_t, std::size_t, void*);
+    const Take body = [](char* bytes, std::size_t, std::size_t count, void* self) {
+        return static_cast<EasyTransfer*>(self)->receive(bytes, count) ? count
+                                                                       : CURL_WRITEFUNC_ERROR;
+    };
+    const Take header = [](char*, std::size_t, std::size_t count, void* self) {
+        static_cast<EasyTransfer*>(self)->hear();
+        return count;
+    };
+    using Connected = int (*)(void*, char*, char*, int, int);
+    const Connected connected = [](void* self, char*, char*, int, int) {
+        static_cast<EasyTransfer*>(self)->hear();
+        return CURL_PREREQFUNC_OK;
+    };
+    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, body);
+    curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
+    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, header);
+    curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
+    curl_easy_setopt(easy, CURLOPT_PREREQFUNCTION, connected);
+    curl_easy_setopt(easy, CURLOPT_PREREQDATA, this);
+}
+
+EasyTransfer* EasyTransfer::of(CURL* easy) {
+    char* self = nullptr;
+    curl_easy_getinfo(easy, CURLINFO_PRIVATE, &self);
+    return reinterpret_cast<EasyTransfer*>(self);
+}
+
+bool EasyTransfer::prepare() {
+    if (!isSupported(request_.url))
+        return refuse({ErrorCode::Unsupported,
+                       "the scheme \"" + request_.url.scheme() + "\" is not supported"});
+    if (request_.url.isFileURL())
+        refusal_ = refusalOfFile(request_.url.path());
+    return !refusal_;
+}
+
+Instant EasyTransfer::timeLeft() const {
+    if (!lastHeard_)
+        return Instant::max();
+    return *lastHeard_ + request_.limits.stallTime - clock_.now();
+}
+
+std::optional<std::uint64_t> EasyTransfer::bytesExpected() const {
+    curl_off_t length = -1;
+    curl_easy_getinfo(easy_.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &length);
+    if (length < 0)
+        return std::nullopt;
+    return static_cast<std::uint64_t>(length);
+}
+
+bool EasyTransfer::receive(const char* bytes, std::size_t count) try {
+    hear();
+    const auto expected = bytesExpected();
+    if (expected.value_or(0) > request_.limits.maxBytes ||
+        body_.size() + count > request_.limits.maxBytes)
+        return refuse(tooLarge());
+    if (body_.empty() && expected)
+        body_.reserve(static_cast<std::size_t>(*expected));
+    body_.insert(body_.end(), bytes, bytes + count);
+    request_.progressed({body_.size(), expected});
+    return true;
+} catch (const std::bad_alloc&) {
+    return refuse(errorOf(CURLE_OUT_OF_MEMORY));
+}
+
+bool EasyTransfer::refuse(Error why) {
+    refusal_ = std::move(why);
+    return false;
+}
+
+Error EasyTransfer::tooLarge() const {
+    return {ErrorCode::TooLarge, "it is too large (the limit is " +
+                                     std::to_string(request_.limits.maxBytes) + " bytes)"};
+}
+
+Error EasyTransfer::errorOf(CURLcode code) const {
+    return transferError(code, {.easy = easy_.get(),
+                                .limits = request_.limits,
+                                .isConnected = lastHeard_.has_value(),
+                                .bytesReceived = body_.size()});
+}
+
+void EasyTransfer::end(CURLcode code) {
+    if (refusal_)
+        request_.ended(*std::move(refusal_));
+    else if (code != CURLE_OK)
+        request_.ended(errorOf(code));
+    else
+        request_.ended(std::move(body_));
+}
+
+} // namespace platform

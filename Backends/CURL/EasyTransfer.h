@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Transfer.h"
+
+#include <curl/curl.h>
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// One transfer as libcurl has it.
+///
+/// Thread: made on any, then the service's own.
+class EasyTransfer {
+public:
+    explicit EasyTransfer(TransferRequest request);
+
+    [[nodiscard]] CURL* easy() const { return easy_.get(); }
+    [[nodiscard]] static EasyTransfer* of(CURL* easy);
+
+    /// Whether it may be handed to libcurl; if not, it can only be ended.
+    [[nodiscard]] bool prepare();
+    /// Until it has stalled for too long; none or less: it has.
+    [[nodiscard]] Instant timeLeft() const;
+    /// Tells how it ended.
+    void end(CURLcode code);
+
+private:
+    struct Cleanup {
+        void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+    };
+
+    void setOptions();
+    void setCallbacks();
+    [[nodiscard]] bool receive(const char* bytes, std::size_t count);
+    [[nodiscard]] bool refuse(Error why);
+    [[nodiscard]] Error errorOf(CURLcode code) const;
+    [[nodiscard]] Error tooLarge() const;
+    [[nodiscard]] std::optional<std::uint64_t> bytesExpected() const;
+    void hear() { lastHeard_ = clock_.now(); }
+
+    TransferRequest request_;
+    std::unique_ptr<CURL, Cleanup> easy_;
+    SystemClock clock_;                // of the network, which no virtual time stops
+    std::optional<Instant> lastHeard_; // none until a connection stands
+    std::optional<Error> refusal_;     // why we gave up, before libcurl did
+    Data body_;
+};
+
+} // namespace platform

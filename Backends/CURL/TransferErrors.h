@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Platform/Foundation/Result.h"
+#include "Platform/Foundation/Transfer.h"
+
+#include <curl/curl.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// What is known of a transfer that has failed.
+struct FailedTransfer {
+    CURL* easy;
+    const TransferLimits& limits;
+    /// Whether a connection once stood.
+    bool isConnected;
+    std::size_t bytesReceived;
+};
+
+/// Why it failed, in words.
+[[nodiscard]] Error transferError(CURLcode code, const FailedTransfer& transfer);
+
+/// Only what can be opened and read to its end: opening a pipe would wait for a writer.
+[[nodiscard]] std::optional<Error> refusalOfFile(const std::string& path);
+
+} // namespace platform

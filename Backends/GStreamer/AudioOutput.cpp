@@ -1,0 +1,52 @@
+#include "Backends/GStreamer/AudioOutput.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace platform {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isThere(const fs::path& path) {
+    std::error_code ignored;
+    return fs::exists(path, ignored);
+}
+
+/// Of PulseAudio or PipeWire.
+bool hasSoundServer() {
+    if (std::getenv("PULSE_SERVER"))
+        return true;
+    const char* const named = std::getenv("XDG_RUNTIME_DIR");
+    const fs::path folder = named ? named : "/run/user/" + std::to_string(getuid());
+    return isThere(folder / "pulse/native") || isThere(folder / "pipewire-0");
+}
+
+/// Of ALSA, for playing: its name ends with a p.
+bool hasSoundDevice() {
+    std::error_code failure;
+    for (const auto& entry : fs::directory_iterator("/dev/snd", failure)) {
+        const std::string name = entry.path().filename().string();
+        if (name.starts_with("pcm") && name.ends_with('p'))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+GstElement* makeAudioOutput() {
+    // Looked for first: without any, the automatic sink tries every library for sound there is, and
+    // each of them complains on standard error.
+    if (hasSoundServer() || hasSoundDevice())
+        if (GstElement* const sink = gst_element_factory_make("autoaudiosink", nullptr))
+            return sink;
+    GstElement* const silent = gst_element_factory_make("fakesink", nullptr);
+    g_object_set(silent, "sync", TRUE, nullptr);
+    return silent;
+}
+
+} // namespace platform

@@ -1,0 +1,83 @@
+#include "Backends/GStreamer/FrameQueue.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace platform {
+
+void FrameQueue::restart(Instant from) {
+    restartsFrom_ = from;
+    end_ = from;
+}
+
+GStreamerPtr<GstSample> FrameQueue::nextSample() {
+    if (!sink_)
+        return nullptr;
+    // While the pipeline stands, the first picture after opening or a seek is in a place of its
+    // own, which the other call would empty.
+    if (GstSample* const sample = gst_app_sink_try_pull_preroll(sink_.get(), 0))
+        return GStreamerPtr<GstSample>(sample);
+    return GStreamerPtr<GstSample>(gst_app_sink_try_pull_sample(sink_.get(), 0));
+}
+
+bool FrameQueue::take() {
+    auto sample = nextSample();
+    if (!sample)
+        return false;
+    if (auto picture = videoSample(std::move(sample)))
+        append(std::move(*picture));
+    return true;
+}
+
+void FrameQueue::takeAll() {
+    while (take()) {
+    }
+}
+
+void FrameQueue::append(VideoSample sample) {
+    const Instant time = sample.frame.time;
+    if (!restartsFrom_ && time <= lastTaken_)
+        return; // the one on which the pipeline stood, once more
+    // Without a length the last distance stands in for it.
+    const Instant distance = restartsFrom_ ? Instant::zero() : time - lastTaken_;
+    if (restartsFrom_) {
+        frames_.clear();
+        sample.frame.time = std::min(time, *restartsFrom_);
+        restartsFrom_.reset();
+    }
+    lastTaken_ = time;
+    const Instant end = sample.end.value_or(time + distance);
+    longest_ = std::max(longest_, end - time);
+    end_ = std::max(end_, end);
+    shownSize_ = sample.shownSize;
+    frames_.push_back(std::move(sample.frame));
+}
+
+std::optional<MediaFrame> FrameQueue::newestAt(Instant time) {
+    const auto later = std::find_if(frames_.begin(), frames_.end(),
+                                    [&](const MediaFrame& frame) { return frame.time > time; });
+    if (later == frames_.begin())
+        return std::nullopt;
+    frames_.erase(frames_.begin(), std::prev(later));
+    return frames_.front();
+}
+
+bool FrameQueue::isSettledAt(Instant time) const {
+    return hasBegun() && !frames_.empty() && frames_.back().time > time;
+}
+
+bool FrameQueue::isOver() const {
+    return !sink_ || gst_app_sink_is_eos(sink_.get()) != FALSE;
+}
+
+Instant FrameQueue::pictureLength() const {
+    constexpr Instant kUnknown = std::chrono::milliseconds(40);
+    return longest_ > Instant::zero() ? longest_ : kUnknown;
+}
+
+void FrameQueue::close() {
+    sink_.reset();
+    frames_.clear();
+}
+
+} // namespace platform

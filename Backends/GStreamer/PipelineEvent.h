@@ -1,0 +1,67 @@
+#pragma once
+
+#include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Result.h"
+
+#include <functional>
+#include <optional>
+#include <variant>
+
+namespace platform {
+
+/// What the threads of a pipeline tell the main one.
+namespace pipeline_event {
+
+/// The pipeline has its first picture, after opening or a seek, or knows that there is none.
+/// `flushes`: how often seeks had emptied it by then.
+struct Prerolled {
+    int flushes = 0;
+};
+/// What was asked for after the first preroll.
+struct Described {
+    std::optional<Instant> duration;
+    bool hasStreams = false;
+    bool hasVideo = false;
+    bool isStill = false;
+    /// In words; empty when none is missing.
+    std::string missingDecoder;
+};
+/// Time runs, as was asked for with that number.
+struct Playing {
+    int order = 0;
+};
+/// The sink holds another picture, or will never hold one more.
+struct PictureArrived {};
+/// All streams are over.
+struct StreamsEnded {};
+/// Whether there is enough data to play on.
+struct Buffered {
+    bool enough = false;
+};
+/// A seek begins; what came of earlier flushes is no answer to it.
+struct SeekBegun {
+    int flushes = 0;
+};
+struct SeekRefused {
+    std::string reason;
+};
+/// No sign of life for too long, while waiting for what had that number.
+struct Silent {
+    int wait = 0;
+};
+struct Failed {
+    Error error;
+};
+
+} // namespace pipeline_event
+
+using PipelineEvent =
+    std::variant<pipeline_event::Prerolled, pipeline_event::Described, pipeline_event::Playing,
+                 pipeline_event::PictureArrived, pipeline_event::StreamsEnded,
+                 pipeline_event::Buffered, pipeline_event::SeekBegun, pipeline_event::SeekRefused,
+                 pipeline_event::Silent, pipeline_event::Failed>;
+
+/// Takes an event to the main thread, in a turn of its own. Thread: any.
+using PipelineEventSink = std::function<void(PipelineEvent)>;
+
+} // namespace platform

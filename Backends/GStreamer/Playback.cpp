@@ -1,0 +1,225 @@
+#include "Backends/GStreamer/Playback.h"
+
+#include "Backends/GStreamer/PipelineErrors.h"
+#include "Platform/Foundation/Log.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace platform {
+
+Playback::Playback(std::weak_ptr<MediaPipelineListener> listener)
+    : listener_(std::move(listener)) {}
+
+Playback::~Playback() {
+    close();
+}
+
+void Playback::open(const URL& url, MediaPacing pacing) {
+    openWork_ = beginWork();
+    auto events = [weak = weak_from_this()](PipelineEvent event) {
+        MainQueue::main().async([weak, event = std::move(event)] {
+            if (const auto self = weak.lock())
+                self->handle(event);
+        });
+    };
+    playbin_ = Playbin::open(url, pacing, std::move(events));
+    beginWait();
+}
+
+void Playback::close() {
+    frames_.close();
+    if (playbin_)
+        playbin_->close();
+    playbin_.reset();
+    stopWaiting();
+    openWork_.reset();
+    seekWork_.reset();
+}
+
+void Playback::later(std::function<void()> block) {
+    MainQueue::main().async([weak = weak_from_this(), block = std::move(block)] {
+        const auto self = weak.lock();
+        if (self && !self->isClosed())
+            block();
+    });
+}
+
+void Playback::tell(void (MediaPipelineListener::*what)()) {
+    if (const auto listener = listener_.lock())
+        (listener.get()->*what)();
+}
+
+void Playback::handle(const PipelineEvent& event) {
+    if (isClosed() || hasFailed())
+        return;
+    std::visit([this](const auto& one) { on(one); }, event);
+}
+
+Instant Playback::end() const {
+    // Containers count in coarser ticks; one of them is no difference.
+    constexpr Instant kTick = std::chrono::milliseconds(1);
+    const Instant end = frames_.end();
+    const bool isWhole = media_->duration && std::chrono::abs(*media_->duration - end) <= kTick;
+    return isWhole ? *media_->duration : end;
+}
+
+void Playback::endWait() {
+    ++wait_;
+    playbin_->endWait();
+}
+
+void Playback::on(const pipeline_event::Prerolled& event) {
+    if (phase_ == Phase::Opening) {
+        if (!media_)
+            playbin_->describe();
+        return;
+    }
+    if (!seek_ || !seek_->flushesBefore || event.flushes <= *seek_->flushesBefore ||
+        seek_->hasLanded)
+        return;
+    seek_->hasLanded = true;
+    frames_.restart(seek_->target);
+    settle();
+}
+
+void Playback::on(const pipeline_event::Described& event) {
+    if (media_)
+        return;
+    media_ = event;
+    frames_.attach(playbin_->newSinkReference());
+    settle();
+}
+
+void Playback::settle() {
+    if (phase_ == Phase::Opening) {
+        if (media_ && isFirstPictureSettled())
+            finishOpening();
+    } else if (seek_) {
+        if (seek_->hasLanded && isFirstPictureSettled())
+            finishSeek();
+    } else {
+        picturesArrived();
+    }
+}
+
+std::optional<Error> Playback::refusal() const {
+    if (media_->isStill)
+        return Error{ErrorCode::Unsupported, "it holds no video, but a still picture"};
+    if (frames_.hasBegun())
+        return std::nullopt;
+    if (!media_->missingDecoder.empty())
+        return missingDecoderError(media_->missingDecoder);
+    if (media_->hasVideo)
+        return Error{ErrorCode::Corrupt, "its video holds no picture"};
+    return media_->hasStreams ? noVideoError() : unknownKindError();
+}
+
+void Playback::finishOpening() {
+    if (const auto error = refusal())
+        return fail(*error);
+    phase_ = Phase::Ready;
+    endWait();
+    const Work work = std::move(openWork_);
+    if (const auto listener = listener_.lock())
+        listener->mediaIsReady({frames_.shownSize(), media_->duration});
+    if (isClosed())
+        return;
+    if (pending_ && !seek_)
+        beginNextSeek();
+    update();
+}
+
+void Playback::play() {
+    if (wantsToPlay_ || isClosed() || hasFailed())
+        return;
+    wantsToPlay_ = true;
+    oweStart();
+    update();
+}
+
+void Playback::pause() {
+    if (!wantsToPlay_ || isClosed() || hasFailed())
+        return;
+    wantsToPlay_ = false;
+    owesStart_ = false;
+    update();
+}
+
+void Playback::setVolume(double volume) {
+    if (playbin_)
+        playbin_->setVolume(std::clamp(volume, 0.0, 1.0));
+}
+
+void Playback::seek(Instant to) {
+    if (isClosed() || hasFailed())
+        return;
+    pending_ = to;
+    if (!seekWork_)
+        seekWork_ = beginWork();
+    if (isReady() && !seek_)
+        beginNextSeek();
+    update();
+}
+
+/// A seek to the very end would show nothing, so it goes to the last picture.
+void Playback::beginNextSeek() {
+    Instant target = std::max(*std::exchange(pending_, std::nullopt), Instant::zero());
+    Instant reached = target;
+    if (media_->duration) {
+        target = std::min(target, *media_->duration);
+        reached = std::clamp(*media_->duration - frames_.pictureLength(), Instant::zero(), target);
+    }
+    seek_ = Seek{target, std::nullopt, false};
+    beginWait();
+    playbin_->seek(reached);
+}
+
+void Playback::on(const pipeline_event::SeekBegun& event) {
+    if (seek_)
+        seek_->flushesBefore = event.flushes;
+}
+
+void Playback::on(const pipeline_event::SeekRefused& event) {
+    if (seek_)
+        refuseSeek(event.reason);
+}
+
+void Playback::refuseSeek(const std::string& reason) {
+    log(LogLevel::Warning, "media: seek to " + std::to_string(toSeconds(seek_->target)) +
+                               " s refused, " + reason + "; staying where it was");
+    finishSeek();
+}
+
+void Playback::finishSeek() {
+    if (seek_->hasLanded) {
+        hasEnded_ = false;
+        timeline_.moveTo(seek_->target, MainQueue::main().now());
+    }
+    seek_.reset();
+    if (pending_)
+        return beginNextSeek();
+    endWait();
+    const Work work = std::move(seekWork_);
+    update();
+    tell(&MediaPipelineListener::mediaDidSeek);
+}
+
+void Playback::on(const pipeline_event::Silent& event) {
+    if (event.wait != wait_)
+        return;
+    if (seek_)
+        return refuseSeek("it takes too long");
+    fail({ErrorCode::Unreadable, "no data came in time"});
+}
+
+void Playback::fail(const Error& error) {
+    phase_ = Phase::Failed;
+    timeline_.hold(MainQueue::main().now());
+    const auto listener = listener_.lock();
+    close();
+    if (listener)
+        listener->mediaDidFail(error);
+}
+
+} // namespace platform

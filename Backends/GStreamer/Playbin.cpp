@@ -1,0 +1,375 @@
+#include "Backends/GStreamer/Playbin.h"
+
+#include "Backends/GStreamer/AudioOutput.h"
+#include "Backends/GStreamer/PipelineErrors.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace platform {
+namespace {
+
+constexpr const char* kUserAgent = "ZantoPlayerFramework";
+
+gint64 toClockTime(Instant instant) {
+    return static_cast<gint64>(instant.count());
+}
+
+/// Not every source has every setting.
+template <class Value>
+void setIfThere(GstElement* element, const char* name, Value value) {
+    if (g_object_class_find_property(G_OBJECT_GET_CLASS(element), name))
+        g_object_set(element, name, value, nullptr);
+}
+
+GStreamerPtr<gchar> addressOf(const URL& url) {
+    if (!url.isFileURL())
+        return GStreamerPtr<gchar>(g_strdup(url.absoluteString().c_str()));
+    return GStreamerPtr<gchar>(gst_filename_to_uri(url.path().c_str(), nullptr));
+}
+
+/// Whether any thread of the pipeline still does something. It happens that none does and that the
+/// error has been lost on its way out of the pipeline's parts.
+bool isAtWork(GstElement* pipeline) {
+    const auto hasRunningTask = +[](GstElement*, GstPad* pad, gpointer found) -> gboolean {
+        GST_OBJECT_LOCK(pad);
+        GstTask* const task = GST_PAD_TASK(pad);
+        const bool runs = task && GST_TASK_STATE(task) == GST_TASK_STARTED;
+        GST_OBJECT_UNLOCK(pad);
+        *static_cast<bool*>(found) |= runs;
+        return TRUE;
+    };
+    bool found = false;
+    const GStreamerPtr<GstIterator> parts(gst_bin_iterate_recurse(GST_BIN(pipeline)));
+    GValue item = G_VALUE_INIT;
+    while (gst_iterator_next(parts.get(), &item) == GST_ITERATOR_OK) {
+        auto* const element = GST_ELEMENT(g_value_get_object(&item));
+        gst_element_foreach_pad(element, hasRunningTask, &found);
+        g_value_reset(&item);
+    }
+    g_value_unset(&item);
+    return found;
+}
+
+/// The source starts before the decoder can take data; what arrives too early ends the stream for
+/// good, without a word. So the decoder is made ready first.
+void startDecoding(GstElement* pipeline) {
+    const GStreamerPtr<GstIterator> decoders(
+        gst_bin_iterate_all_by_element_factory_name(GST_BIN(pipeline), "decodebin3"));
+    const auto start = +[](const GValue* item, gpointer) {
+        gst_element_set_state(GST_ELEMENT(g_value_get_object(item)), GST_STATE_PAUSED);
+    };
+    gst_iterator_foreach(decoders.get(), start, nullptr);
+}
+
+bool isKnownScheme(const URL& url) {
+    return url.isFileURL() || url.scheme() == "http" || url.scheme() == "https";
+}
+
+/// Those that nobody has closed yet. A process that ends closes them: their threads must not find
+/// the main queue gone.
+class OpenPlaybins {
+public:
+    static OpenPlaybins& shared() {
+        // Never destroyed: threads that outlast the process's end still use it.
+        static auto* const open = new OpenPlaybins;
+        struct CloseAtExit {
+            ~CloseAtExit() { open->closeAll(); }
+        };
+        static const CloseAtExit closeAtExit;
+        return *open;
+    }
+
+    void add(const std::shared_ptr<Playbin>& playbin) {
+        const std::scoped_lock lock(mutex_);
+        playbins_.emplace(playbin.get(), playbin);
+    }
+    void remove(const Playbin* playbin) {
+        const std::scoped_lock lock(mutex_);
+        playbins_.erase(playbin);
+    }
+
+private:
+    void closeAll() {
+        std::map<const Playbin*, std::weak_ptr<Playbin>> open;
+        {
+            const std::scoped_lock lock(mutex_);
+            open.swap(playbins_);
+        }
+        for (const auto& one : open)
+            if (const auto playbin = one.second.lock())
+                playbin->close();
+    }
+
+    std::mutex mutex_; // guards playbins_
+    std::map<const Playbin*, std::weak_ptr<Playbin>> playbins_;
+};
+
+} // namespace
+
+PipelineLimits& pipelineLimits() {
+    static PipelineLimits limits;
+    return limits;
+}
+
+std::shared_ptr<Playbin> Playbin::open(const URL& url, MediaPacing pacing,
+                                       PipelineEventSink events) {
+    auto playbin = std::make_shared<Playbin>(url, pacing, std::move(events));
+    OpenPlaybins::shared().add(playbin);
+    // The raw pointer holds until the last block, which owns the object.
+    playbin->worker_.async([self = playbin.get()] { self->start(); });
+    return playbin;
+}
+
+Playbin::Playbin(const URL& url, MediaPacing pacing, PipelineEventSink events)
+    : url_(url), pacing_(pacing), limits_(pipelineLimits()), events_(std::move(events)) {}
+
+void Playbin::close() {
+    isClosed_ = true;
+    OpenPlaybins::shared().remove(this);
+    worker_.finish([self = shared_from_this()] { self->shutDown(); });
+}
+
+void Playbin::post(PipelineEvent event) {
+    if (!isClosed_)
+        events_(std::move(event));
+}
+
+void Playbin::start() {
+    if (!isKnownScheme(url_))
+        return explain({ErrorCode::Unsupported,
+                        "addresses of the kind '" + url_.scheme() + "' are not played"},
+                       false);
+    if (const auto refusal = isRemote() ? std::nullopt : fileRefusal(url_.path()))
+        return explain(*refusal, false);
+    startGStreamer();
+    if (!build())
+        return explain({ErrorCode::Unavailable, "parts of the media library are not installed"},
+                       false);
+    // Paced by the host, pictures are asked for one by one, so nothing needs to run in time.
+    const GstState state = pacing_ == MediaPacing::Machine ? GST_STATE_PAUSED : GST_STATE_PLAYING;
+    if (gst_element_set_state(pipeline_.get(), state) == GST_STATE_CHANGE_FAILURE)
+        explain({ErrorCode::Unreadable, "it cannot be opened"}, isRemote());
+}
+
+bool Playbin::build() {
+    GstElement* const playbin = gst_element_factory_make("playbin3", nullptr);
+    if (!playbin)
+        return false;
+    pipeline_.reset(static_cast<GstElement*>(gst_object_ref_sink(playbin)));
+    videoSink_ = std::make_unique<VideoSink>(pacing_, [this] { pictureArrived(); });
+    const bool paced = pacing_ == MediaPacing::Machine;
+    gst_util_set_object_arg(G_OBJECT(playbin), "flags",
+                            paced ? "video+audio+soft-volume+buffering" : "video");
+    g_object_set(playbin, "uri", addressOf(url_).get(), "video-sink", videoSink_->element(),
+                 nullptr);
+    if (paced)
+        g_object_set(playbin, "audio-sink", makeAudioOutput(), nullptr);
+    const auto onSource = +[](GstElement*, GstElement* source, gpointer self) {
+        static_cast<Playbin*>(self)->setUpSource(source);
+    };
+    g_signal_connect(playbin, "source-setup", G_CALLBACK(onSource), this);
+    listenToBus(playbin, *this);
+    return true;
+}
+
+void Playbin::setUpSource(GstElement* source) {
+    startDecoding(pipeline_.get());
+    setIfThere(source, "user-agent", kUserAgent);
+    setIfThere(source, "timeout", static_cast<guint>(limits_.request.count()));
+    setIfThere(source, "retries", limits_.retries);
+    const GStreamerPtr<GstPad> pad(gst_element_get_static_pad(source, "src"));
+    if (!pad)
+        return;
+    const auto onData = +[](GstPad*, GstPadProbeInfo*, gpointer self) {
+        static_cast<Playbin*>(self)->sawLife();
+        return GST_PAD_PROBE_OK;
+    };
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, onData, this, nullptr);
+}
+
+void Playbin::describe() {
+    worker_.async([this] { queryMedia(); });
+}
+
+void Playbin::queryMedia() {
+    isOpen_ = true;
+    pipeline_event::Described found{std::nullopt, hasStreams_, hasVideo_, false, {}};
+    gint64 duration = -1;
+    if (gst_element_query_duration(pipeline_.get(), GST_FORMAT_TIME, &duration) && duration >= 0)
+        found.duration = Instant(duration);
+    // A film of single pictures has a length, a picture has none.
+    found.isStill = isStill_ && !found.duration;
+    {
+        const std::scoped_lock lock(mutex_);
+        found.missingDecoder = missingDecoder_;
+    }
+    post(std::move(found));
+}
+
+void Playbin::setPlaying(bool playing, int order) {
+    worker_.async([this, playing, order] {
+        order_ = order;
+        gst_element_set_state(pipeline_.get(), playing ? GST_STATE_PLAYING : GST_STATE_PAUSED);
+    });
+}
+
+void Playbin::setVolume(double volume) {
+    worker_.async([this, volume] {
+        if (pipeline_)
+            g_object_set(pipeline_.get(), "volume", volume, nullptr);
+    });
+}
+
+void Playbin::seek(Instant to) {
+    worker_.async([this, to] { seekNow(to); });
+}
+
+void Playbin::seekNow(Instant to) {
+    post(pipeline_event::SeekBegun{videoSink_->flushes()});
+    std::string obstacle = seekObstacle();
+    constexpr auto kFlags = static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE);
+    if (obstacle.empty() &&
+        !gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, kFlags, toClockTime(to)))
+        obstacle = "the media cannot be moved about in";
+    if (!obstacle.empty())
+        post(pipeline_event::SeekRefused{std::move(obstacle)});
+}
+
+/// Asked first, because a seek that fails on its way to the server ends playback altogether.
+std::string Playbin::seekObstacle() {
+    if (isAnswered_ && !handsOutParts_)
+        return "the server does not hand out parts of the file";
+    const GStreamerPtr<GstQuery> query(gst_query_new_seeking(GST_FORMAT_TIME));
+    gboolean seekable = FALSE;
+    if (gst_element_query(pipeline_.get(), query.get()))
+        gst_query_parse_seeking(query.get(), nullptr, &seekable, nullptr, nullptr);
+    return seekable ? "" : "the media cannot be moved about in";
+}
+
+void Playbin::beginWait(int wait) {
+    wait_ = wait;
+    worker_.async([this, wait] {
+        lastLife_ = life_;
+        lastLifeAt_ = std::chrono::steady_clock::now();
+        isIdle_ = false;
+        checkLife(wait);
+    });
+}
+
+void Playbin::endWait() {
+    wait_ = 0;
+}
+
+void Playbin::checkLife(int wait) {
+    if (wait_ != wait || !pipeline_)
+        return;
+    const auto now = std::chrono::steady_clock::now();
+    if (life_ != lastLife_) {
+        lastLife_ = life_;
+        lastLifeAt_ = now;
+        isIdle_ = false;
+    } else if (!isRemote() && !isAtWork(pipeline_.get())) {
+        // The error itself may be on its way, so only when that has been so for a while.
+        if (isIdle_)
+            return giveUp(wait);
+        isIdle_ = true;
+    } else if (now - lastLifeAt_ >= limits_.silence) {
+        return post(pipeline_event::Silent{wait});
+    }
+    constexpr std::chrono::milliseconds kOften{250};
+    worker_.asyncAfter(std::min(kOften, limits_.silence), [this, wait] { checkLife(wait); });
+}
+
+void Playbin::giveUp(int wait) {
+    if (isOpen_)
+        return post(pipeline_event::Silent{wait});
+    explain({ErrorCode::Corrupt, "the file is damaged or cut short"}, false);
+}
+
+GStreamerPtr<GstAppSink> Playbin::newSinkReference() const {
+    return videoSink_->newSinkReference();
+}
+
+std::optional<ClockReading> Playbin::reading() const {
+    return videoSink_->reading();
+}
+
+/// The first failure is the cause; what follows are its consequences.
+void Playbin::explain(const Error& error, bool mayBeUnreachable) {
+    if (hasFailed_.exchange(true))
+        return;
+    auto cause = mayBeUnreachable && httpStatus_ == 0 ? connectionError(url_) : std::nullopt;
+    post(pipeline_event::Failed{cause ? std::move(*cause) : error});
+}
+
+void Playbin::shutDown() {
+    if (!pipeline_)
+        return;
+    gst_element_set_state(pipeline_.get(), GST_STATE_NULL);
+    stopListening(pipeline_.get());
+    videoSink_.reset();
+    pipeline_.reset();
+}
+
+void Playbin::didPreroll() {
+    post(pipeline_event::Prerolled{videoSink_->flushes()});
+}
+
+void Playbin::isPlaying() {
+    post(pipeline_event::Playing{order_});
+}
+
+void Playbin::streamsEnded() {
+    post(pipeline_event::StreamsEnded{});
+}
+
+void Playbin::buffered(int percent) {
+    const bool isShort = percent < 100;
+    if (isShort_.exchange(isShort) != isShort)
+        post(pipeline_event::Buffered{!isShort});
+}
+
+void Playbin::failed(const GError& error) {
+    const Error inWords = inWordsOf(error);
+    // Why a server cannot be reached is a question to the network, which may take its time.
+    const bool mayBeUnreachable = isRemote() && httpStatus_ == 0;
+    worker_.async([this, inWords, mayBeUnreachable] { explain(inWords, mayBeUnreachable); });
+}
+
+/// What is known of the streams says more than the error that comes of it.
+Error Playbin::inWordsOf(const GError& error) {
+    if (hasStreams_ && !hasVideo_)
+        return noVideoError();
+    const std::scoped_lock lock(mutex_);
+    return missingDecoder_.empty() ? pipelineError(error, {httpStatus_, isRemote()})
+                                   : missingDecoderError(missingDecoder_);
+}
+
+void Playbin::foundStreams(bool hasVideo, bool isStill) {
+    hasStreams_ = true;
+    hasVideo_ = hasVideo;
+    isStill_ = isStill;
+}
+
+void Playbin::missesDecoder(const std::string& description) {
+    const std::scoped_lock lock(mutex_);
+    if (missingDecoder_.empty())
+        missingDecoder_ = description;
+}
+
+void Playbin::answered(int httpStatus, bool handsOutParts) {
+    httpStatus_ = httpStatus;
+    handsOutParts_ = handsOutParts;
+    isAnswered_ = true;
+}
+
+void Playbin::pictureArrived() {
+    sawLife();
+    // Paced by the machine, whoever shows pictures looks for them when the display is ready.
+    if (pacing_ == MediaPacing::Host && !isPictureReported_.exchange(true))
+        post(pipeline_event::PictureArrived{});
+}
+
+} // namespace platform

@@ -1,0 +1,116 @@
+#pragma once
+
+#include "Backends/GStreamer/BusMessages.h"
+#include "Backends/GStreamer/PipelineEvent.h"
+#include "Backends/GStreamer/PipelineLimits.h"
+#include "Backends/GStreamer/PipelineWorker.h"
+#include "Backends/GStreamer/VideoSink.h"
+#include "Platform/Foundation/URL.h"
+#include "Platform/Media/MediaPipeline.h"
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// The library's player of one address: told what to do from the main thread, doing it on another.
+///
+/// Owner:  whoever opened it, who closes it; it lives on until it has stopped.
+/// Thread: main. Events come as the sink brings them, none once `close` has returned, but for those
+///         that are on their way.
+class Playbin final : public std::enable_shared_from_this<Playbin>, private BusListener {
+public:
+    [[nodiscard]] static std::shared_ptr<Playbin> open(const URL& url, MediaPacing pacing,
+                                                       PipelineEventSink events);
+
+    /// Answered by `Described`.
+    void describe();
+    /// Whether time runs; answered by `Playing` with the order's number if so.
+    void setPlaying(bool playing, int order);
+    /// Answered by `SeekBegun`, and then by `Prerolled` or `SeekRefused`.
+    void seek(Instant to);
+    void setVolume(double volume);
+
+    /// From now on silence for too long is answered by `Silent`; a new wait replaces an earlier
+    /// one.
+    void beginWait(int wait);
+    void endWait();
+
+    /// Only after the first event.
+    [[nodiscard]] GStreamerPtr<GstAppSink> newSinkReference() const;
+    [[nodiscard]] std::optional<ClockReading> reading() const;
+    /// Before pictures are taken: the next one is reported again.
+    void takesPictures() { isPictureReported_ = false; }
+
+    void close();
+
+    Playbin(const URL& url, MediaPacing pacing, PipelineEventSink events);
+    ~Playbin() override = default;
+    Playbin(const Playbin&) = delete;
+    Playbin& operator=(const Playbin&) = delete;
+
+private:
+    // On the worker.
+    void start();
+    [[nodiscard]] bool build();
+    void setUpSource(GstElement* source);
+    void queryMedia();
+    void seekNow(Instant to);
+    [[nodiscard]] std::string seekObstacle();
+    void checkLife(int wait);
+    void giveUp(int wait);
+    void explain(const Error& error, bool mayBeUnreachable);
+    void shutDown();
+
+    // On threads of the pipeline.
+    void sawLife() override { ++life_; }
+    void didPreroll() override;
+    void isPlaying() override;
+    void streamsEnded() override;
+    void buffered(int percent) override;
+    void failed(const GError& error) override;
+    void foundStreams(bool hasVideo, bool isStill) override;
+    void missesDecoder(const std::string& description) override;
+    void answered(int httpStatus, bool handsOutParts) override;
+    void pictureArrived();
+    [[nodiscard]] Error inWordsOf(const GError& error);
+
+    [[nodiscard]] bool isRemote() const { return !url_.isFileURL(); }
+    void post(PipelineEvent event);
+
+    const URL url_;
+    const MediaPacing pacing_;
+    const PipelineLimits limits_;
+    const PipelineEventSink events_;
+    std::unique_ptr<VideoSink> videoSink_;
+    GStreamerPtr<GstElement> pipeline_;
+
+    std::atomic<bool> isClosed_{false};
+    std::atomic<bool> hasFailed_{false};
+    std::atomic<bool> isPictureReported_{false};
+    std::atomic<bool> hasStreams_{false};
+    std::atomic<bool> hasVideo_{false};
+    std::atomic<bool> isStill_{false};
+    std::atomic<bool> isAnswered_{false};
+    std::atomic<bool> handsOutParts_{false};
+    std::atomic<bool> isShort_{false}; // of data
+    std::atomic<int> httpStatus_{0};
+    std::atomic<int> order_{0};
+    std::atomic<int> wait_{0};
+    std::atomic<unsigned> life_{0};
+    std::mutex mutex_; // guards missingDecoder_
+    std::string missingDecoder_;
+
+    // On the worker only.
+    bool isOpen_ = false;
+    bool isIdle_ = false;
+    unsigned lastLife_ = 0;
+    std::chrono::steady_clock::time_point lastLifeAt_;
+
+    PipelineWorker worker_; // last: its blocks use the rest
+};
+
+} // namespace platform

@@ -1,0 +1,120 @@
+#include "Platform/Foundation/DataTask.h"
+
+#include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/URLSession.h"
+
+#include <mutex>
+#include <utility>
+
+namespace platform {
+
+/// What the transfer's thread leaves for the main one. Bytes come in far more often than turns.
+struct DataTask::Mailbox {
+    std::mutex mutex; // guards everything below
+    TransferProgress latest;
+    bool isListenedTo = false;
+    bool isTurnQueued = false;
+
+    /// Whether a turn has to be queued for it.
+    [[nodiscard]] bool put(const TransferProgress& progress) {
+        const std::scoped_lock lock(mutex);
+        latest = progress;
+        return isListenedTo && !std::exchange(isTurnQueued, true);
+    }
+};
+
+DataTask::DataTask(std::weak_ptr<URLSession> session, URL url, Completion completion)
+    : session_(std::move(session)), url_(std::move(url)), completion_(std::move(completion)),
+      mailbox_(std::make_shared<Mailbox>()) {}
+
+DataTask::~DataTask() = default;
+
+void DataTask::resume() {
+    if (std::exchange(wasResumed_, true) || hasEnded_)
+        return;
+    if (const auto session = session_.lock())
+        session->run(shared(this));
+}
+
+void DataTask::start(TransferService& service, const TransferLimits& limits) {
+    TransferRequest request{.url = url_, .limits = limits};
+    request.progressed = [task = weak(this), mailbox = mailbox_](const TransferProgress& progress) {
+        if (!mailbox->put(progress))
+            return;
+        MainQueue::main().async([task] {
+            if (const auto self = task.lock())
+                self->readMailbox();
+        });
+    };
+    request.ended = [task = weak(this), work = MainQueue::main().beginWork()](Result<Data> result) {
+        // A function has to be copyable, and the data is not to be copied.
+        auto kept = std::make_shared<Result<Data>>(std::move(result));
+        MainQueue::main().async([task, work, kept] {
+            const auto self = task.lock();
+            if (self && !self->hasEnded_)
+                self->end(std::move(*kept));
+        });
+    };
+    transfer_ = service.start(std::move(request));
+}
+
+void DataTask::readMailbox() {
+    TransferProgress latest;
+    {
+        const std::scoped_lock lock(mailbox_->mutex);
+        mailbox_->isTurnQueued = false;
+        latest = mailbox_->latest;
+    }
+    if (hasEnded_ || !listener_)
+        return;
+    // A copy, because a listener may set another one.
+    const ProgressListener listener = listener_;
+    listener(latest);
+}
+
+void DataTask::cancel() {
+    if (hasEnded_)
+        return;
+    hasEnded_ = true;
+    transfer_.reset();
+    MainQueue::main().async([self = shared(this), work = MainQueue::main().beginWork()] {
+        self->end(Error{ErrorCode::Unreadable, "the download was cancelled"});
+    });
+}
+
+void DataTask::end(Result<Data> result) {
+    hasEnded_ = true;
+    transfer_.reset();
+    listener_ = nullptr;
+    // Out of the session first: the completion may drop it, or start a task of its own.
+    const auto self = shared(this);
+    if (const auto session = session_.lock())
+        session->forget(self);
+    const Completion completion = std::exchange(completion_, nullptr);
+    if (!completion)
+        return;
+    if (result)
+        completion(std::move(result).value(), std::nullopt);
+    else
+        completion(std::nullopt, result.error());
+}
+
+void DataTask::abandon() {
+    hasEnded_ = true;
+    transfer_.reset();
+    listener_ = nullptr;
+    completion_ = nullptr;
+}
+
+TransferProgress DataTask::progress() const {
+    const std::scoped_lock lock(mailbox_->mutex);
+    return mailbox_->latest;
+}
+
+void DataTask::setProgressListener(ProgressListener listener) {
+    listener_ = std::move(listener);
+    const std::scoped_lock lock(mailbox_->mutex);
+    mailbox_->isListenedTo = listener_ != nullptr;
+}
+
+} // namespace platform

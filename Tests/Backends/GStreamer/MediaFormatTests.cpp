@@ -1,0 +1,143 @@
+#include "Tests/Backends/GStreamer/OpenedPipeline.h"
+#include "Tests/Support/TestClips.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+using platform::fromSeconds;
+using platform::Instant;
+using testing::ElementsAre;
+using tests::ClipCodec;
+using tests::ClipOptions;
+using tests::ClipPicture;
+using tests::ClipRange;
+using tests::ClipTimes;
+using tests::OpenedPipeline;
+using tests::testClip;
+
+namespace {
+
+/// Plays it from the start to the end and reads every frame in the middle of its time.
+void expectEveryFrame(const ClipOptions& options) {
+    OpenedPipeline opened(testClip(options));
+    ASSERT_TRUE(opened.open());
+    EXPECT_EQ(opened.notes->media->naturalSize, options.size);
+    opened.pipeline->play();
+    for (int frame = 0; frame < options.frames; ++frame)
+        ASSERT_EQ(opened.frameAtHostTime(tests::frameTime(options, frame) + fromSeconds(0.008)),
+                  frame);
+}
+
+/// The colours that reach the program are those that went in.
+void expectPatches(const ClipOptions& options) {
+    OpenedPipeline opened(testClip(options));
+    ASSERT_TRUE(opened.open());
+    const auto frame = opened.decodedFrame(Instant::zero());
+    ASSERT_TRUE(frame);
+    for (std::size_t index = 0; index < tests::kPatches.size(); ++index) {
+        const tests::YCbCr found = tests::patchIn(*frame->pixels, index);
+        for (std::size_t i = 0; i < found.size(); ++i)
+            EXPECT_NEAR(found.at(i), tests::kPatches.at(index).at(i), 3)
+                << "patch " << index << ", channel " << i;
+    }
+}
+
+ClipOptions patches() {
+    return {.frames = 2, .picture = ClipPicture::Patches};
+}
+
+} // namespace
+
+TEST(MediaFormats, H265IsDecoded) {
+    expectEveryFrame({.frames = 15, .codec = ClipCodec::H265});
+}
+
+TEST(MediaFormats, VP9IsDecoded) {
+    expectEveryFrame({.frames = 15, .codec = ClipCodec::VP9, .container = "webm"});
+}
+
+TEST(MediaFormats, AV1IsDecoded) {
+    expectEveryFrame({.frames = 15, .codec = ClipCodec::AV1, .container = "mkv"});
+}
+
+TEST(MediaFormats, FramesThatAreReorderedForCodingComeInTheirOrder) {
+    expectEveryFrame({.frames = 25, .more = {"-bf", "3"}});
+}
+
+TEST(MediaFormats, UnevenFrameTimesAreKept) {
+    expectEveryFrame({.framesPerSecond = 15, .frames = 12, .times = ClipTimes::Uneven});
+}
+
+TEST(MediaFormats, AnOddSizeIsKept) {
+    expectEveryFrame({.size = {639, 359}, .frames = 3, .pixelFormat = "yuv444p"});
+}
+
+TEST(MediaFormats, AnOddSizeOfHalvedColoursIsKept) {
+    expectEveryFrame({.size = {127, 63}, .frames = 3, .codec = ClipCodec::VP9, .container = "mkv"});
+}
+
+TEST(MediaFormats, OneFrameIsAVideo) {
+    OpenedPipeline opened(testClip({.frames = 1}));
+    ASSERT_TRUE(opened.open());
+    opened.pipeline->play();
+    ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(0.1)));
+    EXPECT_THAT(opened.notes->events, ElementsAre("ready", "start", "end"));
+    EXPECT_EQ(opened.frameAtItemTime(opened.position()), 0);
+}
+
+TEST(MediaFormats, SquarePixelsAreWhatASizeCounts) {
+    OpenedPipeline opened(testClip({.frames = 2, .more = {"-aspect", "4:1"}}));
+    ASSERT_TRUE(opened.open());
+    EXPECT_EQ(opened.notes->media->naturalSize, (platform::SizePx{256, 64}));
+}
+
+TEST(MediaColours, OfVideoRangeAreHandedOn) {
+    expectPatches(patches());
+}
+
+TEST(MediaColours, OfFullRangeAreBroughtIntoVideoRange) {
+    ClipOptions options = patches();
+    options.range = ClipRange::Full;
+    expectPatches(options);
+}
+
+TEST(MediaColours, OfFullRangeInAnotherMatrixKeepTheMatrix) {
+    for (const std::string matrix : {"bt709", "smpte170m", "bt2020nc"}) {
+        ClipOptions options = patches();
+        options.range = ClipRange::Full;
+        options.more = {"-colorspace", matrix};
+        expectPatches(options);
+    }
+}
+
+TEST(MediaColours, OfAnyMatrixKeepTheMatrix) {
+    for (const std::string matrix : {"bt709", "smpte170m", "bt2020nc"}) {
+        ClipOptions options = patches();
+        options.more = {"-colorspace", matrix};
+        expectPatches(options);
+    }
+}
+
+TEST(MediaColours, OfTenBitsAreRounded) {
+    ClipOptions options = patches();
+    options.pixelFormat = "yuv420p10le";
+    expectPatches(options);
+}
+
+TEST(MediaColours, OfTenBitsInFullRangeAreRoundedToo) {
+    ClipOptions options = patches();
+    options.pixelFormat = "yuv420p10le";
+    options.range = ClipRange::Full;
+    expectPatches(options);
+}
+
+TEST(MediaColours, OfFinerLayoutsAreHalved) {
+    for (const std::string format : {"yuv422p", "yuv444p", "yuv422p10le"}) {
+        ClipOptions options = patches();
+        options.pixelFormat = format;
+        expectPatches(options);
+    }
+}
