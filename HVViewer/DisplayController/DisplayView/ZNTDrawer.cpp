@@ -166,7 +166,8 @@ void ZNTDrawer::setupWatermarkTexture() {
 void ZNTDrawer::setupVideoWatermark() {
     requestBuiltInWatermarkPlanes([weak = weak(this)](const WatermarkPlanes* watermark) {
         const auto self = weak.lock();
-        if (!self || !watermark || !platform::GLContext::setCurrentContext(self->context_.lock()))
+        if (!self || watermark == nullptr ||
+            !platform::GLContext::setCurrentContext(self->context_.lock()))
             return;
         self->videoPlanes_.setWatermark(*watermark);
         if (const auto view = self->glView_.lock())
