@@ -6,12 +6,6 @@
 
 namespace {
 
-constexpr const char* kFragmentShader =
-    "precision highp float;"
-    "uniform sampler2D u_texture;"
-    "varying highp vec2 v_place;"
-    "void main() { gl_FragColor = texture2D(u_texture, v_place); }";
-
 void attach(GLuint program, GLenum type, const char* source) {
     const GLuint shader = glCreateShader(type);
     glShaderSource(shader, 1, &source, nullptr);
@@ -23,10 +17,10 @@ void attach(GLuint program, GLenum type, const char* source) {
 } // namespace
 
 BareProgram::BareProgram(const std::string& vertexShader, const char* firstAttribute,
-                         const char* secondAttribute)
+                         const char* secondAttribute, const char* fragmentShader)
     : name_(glCreateProgram()) {
     attach(name_, GL_VERTEX_SHADER, vertexShader.c_str());
-    attach(name_, GL_FRAGMENT_SHADER, kFragmentShader);
+    attach(name_, GL_FRAGMENT_SHADER, fragmentShader);
     glBindAttribLocation(name_, 0, firstAttribute);
     if (secondAttribute)
         glBindAttribLocation(name_, 1, secondAttribute);

@@ -2,6 +2,7 @@
 #include "Benchmarks/FrameBenchmark.h"
 #include "Benchmarks/HotSpotBenchmark.h"
 #include "Benchmarks/Panoramas.h"
+#include "Benchmarks/VideoFrameBenchmark.h"
 #include "Platform/Foundation/Log.h"
 
 #include <turbojpeg.h>
@@ -73,6 +74,7 @@ ordered_json measureAll(const std::string& self, const std::string& idleWindow) 
     writeJpeg(tiny, 2);
     ordered_json report{{"jpeg_8192x4096_bytes", std::filesystem::file_size(large)}};
     report["frames"] = measureAllFrames();
+    report["video_frames"] = measureVideoFrames();
     report["hot_spots"] = measureHotSpots();
     report["first_picture"] = measureFirstPicture(large);
     report["memory"] = compareMemory(self, large, tiny);
@@ -90,6 +92,8 @@ ordered_json measure(int argc, char** argv) {
         return measureResidentMemory(argv[2]);
     if (first == "--frames")
         return {{"frames", measureAllFrames()}};
+    if (first == "--video-frames")
+        return {{"video_frames", measureVideoFrames()}};
     if (first == "--hot-spots")
         return {{"hot_spots", measureHotSpots()}};
     return measureAll(argv[0], first);
@@ -98,7 +102,7 @@ ordered_json measure(int argc, char** argv) {
 } // namespace
 
 /// `zanto-benchmark [IDLE-WINDOW-PROGRAM]` prints everything that is measured as one JSON object,
-/// `zanto-benchmark --frames` and `--hot-spots` one part alone.
+/// `zanto-benchmark --frames`, `--video-frames` and `--hot-spots` one part alone.
 int main(int argc, char** argv) {
     try {
         const ordered_json report = measure(argc, argv);

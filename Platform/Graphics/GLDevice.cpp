@@ -15,6 +15,10 @@ std::string glString(GLenum name) {
     return text ? reinterpret_cast<const char*>(text) : std::string();
 }
 
+bool offers(const char* extension) {
+    return glString(GL_EXTENSIONS).find(extension) != std::string::npos;
+}
+
 template <class Function>
 bool lookUp(Function*& function, const GLBindings& bindings, const char* name) {
     function = reinterpret_cast<Function*>(bindings.procAddress(name));
@@ -51,6 +55,7 @@ bool GLDevice::adoptContext() {
         return false;
     }
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxTextureSidePx_);
+    hasUnpackSubimage_ = offers("GL_EXT_unpack_subimage");
     ++generation_;
     log(LogLevel::Debug, "graphics: " + glString(GL_RENDERER) + ", " + version +
                              ", textures up to " + std::to_string(maxTextureSidePx_) + " pixels");
@@ -58,9 +63,7 @@ bool GLDevice::adoptContext() {
 }
 
 bool GLDevice::loadVertexArrayFunctions() {
-    const bool offered =
-        glString(GL_EXTENSIONS).find("GL_OES_vertex_array_object") != std::string::npos;
-    return offered && bindings_.procAddress &&
+    return offers("GL_OES_vertex_array_object") && bindings_.procAddress &&
            lookUp(genVertexArrays_, bindings_, "glGenVertexArraysOES") &&
            lookUp(bindVertexArray_, bindings_, "glBindVertexArrayOES") &&
            lookUp(deleteVertexArrays_, bindings_, "glDeleteVertexArraysOES");

@@ -44,6 +44,8 @@ public:
 
     /// Longest side of a texture, in pixels.
     [[nodiscard]] int maxTextureSidePx() const { return maxTextureSidePx_; }
+    /// EXT_unpack_subimage: uploads can skip what lies between the rows of a picture.
+    [[nodiscard]] bool hasUnpackSubimage() const { return hasUnpackSubimage_; }
 
     /// OES_vertex_array_object, which link libraries do not export.
     void genVertexArrays(int count, std::uint32_t* names) const { genVertexArrays_(count, names); }
@@ -61,6 +63,7 @@ private:
     bool installed_ = false;
     std::uint32_t generation_ = 0;
     int maxTextureSidePx_ = 0;
+    bool hasUnpackSubimage_ = false;
     void (*genVertexArrays_)(int, std::uint32_t*) = nullptr;
     void (*bindVertexArray_)(std::uint32_t) = nullptr;
     void (*deleteVertexArrays_)(int, const std::uint32_t*) = nullptr;

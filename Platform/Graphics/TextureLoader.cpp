@@ -60,27 +60,12 @@ ImagePtr fitted(const ImagePtr& image, int maxSidePx) {
     return smaller;
 }
 
-/// An error left by somebody else must not be taken for an upload's. Bounded, because a lost
-/// context reports the same error for ever.
-void clearErrors() {
-    constexpr int mostFlags = 16;
-    for (int i = 0; i < mostFlags && glGetError() != GL_NO_ERROR; ++i) {
-    }
-}
-
-std::shared_ptr<TextureInfo> upload(const std::shared_ptr<GLContext>& context, SizePx size,
-                                    const std::uint8_t* rgba) {
-    GLuint name = 0;
-    glGenTextures(1, &name);
-    glBindTexture(GL_TEXTURE_2D, name);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, size.width, size.height, 0, GL_RGBA, GL_UNSIGNED_BYTE,
-                 rgba);
-    return std::make_shared<TextureInfo>(context, name, size);
+TextureLoader::Upload upload(const std::shared_ptr<GLContext>& context, SizePx size,
+                             const std::uint8_t* rgba) {
+    auto texture = std::make_shared<TextureInfo>(context, size);
+    if (const std::uint32_t error = texture->define(GL_RGBA, rgba); error != GL_NO_ERROR)
+        return {nullptr, error};
+    return {std::move(texture), GL_NO_ERROR};
 }
 
 std::vector<std::uint8_t> premultiplied(std::span<const std::uint8_t> straight) {
@@ -94,14 +79,6 @@ std::vector<std::uint8_t> premultiplied(std::span<const std::uint8_t> straight) 
 }
 
 } // namespace
-
-TextureInfo::TextureInfo(std::shared_ptr<GLContext> context, std::uint32_t name, SizePx size)
-    : context_(std::move(context)), name_(name), size_(size) {}
-
-TextureInfo::~TextureInfo() {
-    if (GLContext::setCurrentContext(context_))
-        glDeleteTextures(1, &name_);
-}
 
 TextureLoader::TextureLoader(std::shared_ptr<GLContext> context) : context_(std::move(context)) {}
 
@@ -117,14 +94,13 @@ void TextureLoader::textureWithImage(ImagePtr image, Completion completion) {
         if (image->pixels().empty())
             return completion(nullptr, GL_NO_ERROR);
         const ImagePtr picture = fitted(image, GLDevice::main().maxTextureSidePx());
-        clearErrors();
-        auto texture =
+        auto [texture, error] =
             upload(context, {picture->widthPx(), picture->heightPx()}, picture->pixels().data());
-        if (const GLenum error = glGetError(); error != GL_NO_ERROR)
-            return completion(nullptr, error);
-        Uploads::shared().add(image, generation, texture);
-        image->giveBackPixels();
-        completion(std::move(texture), GL_NO_ERROR);
+        if (texture) {
+            Uploads::shared().add(image, generation, texture);
+            image->giveBackPixels();
+        }
+        completion(std::move(texture), error);
     });
 }
 
@@ -133,17 +109,15 @@ TextureLoader::Upload TextureLoader::premultipliedTexture(const std::shared_ptr<
     if (std::max(image.widthPx(), image.heightPx()) > GLDevice::main().maxTextureSidePx())
         return {};
     const std::vector<std::uint8_t> pixels = premultiplied(image.pixels());
-    clearErrors();
-    auto texture = upload(context, {image.widthPx(), image.heightPx()}, pixels.data());
-    if (const GLenum error = glGetError(); error != GL_NO_ERROR)
-        return {nullptr, error};
-    return {std::move(texture), GL_NO_ERROR};
+    return upload(context, {image.widthPx(), image.heightPx()}, pixels.data());
 }
 
 std::shared_ptr<TextureInfo>
 TextureLoader::transparentTexture(const std::shared_ptr<GLContext>& context) {
     constexpr std::array<std::uint8_t, 4> pixel{0, 0, 0, 0};
-    return upload(context, {1, 1}, pixel.data());
+    auto texture = std::make_shared<TextureInfo>(context, SizePx{1, 1});
+    (void)texture->define(GL_RGBA, pixel.data());
+    return texture;
 }
 
 } // namespace platform

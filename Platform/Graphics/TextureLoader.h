@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Graphics/TextureInfo.h"
 #include "Platform/Imaging/Image.h"
 
 #include <cstdint>
@@ -9,26 +10,6 @@
 namespace platform {
 
 class GLContext;
-
-/// A texture that is deleted with its last holder.
-///
-/// Thread: main.
-class TextureInfo {
-public:
-    TextureInfo(std::shared_ptr<GLContext> context, std::uint32_t name, SizePx size);
-    ~TextureInfo();
-    TextureInfo(const TextureInfo&) = delete;
-    TextureInfo& operator=(const TextureInfo&) = delete;
-
-    /// The GL texture name, never 0.
-    [[nodiscard]] std::uint32_t name() const { return name_; }
-    [[nodiscard]] SizePx size() const { return size_; }
-
-private:
-    std::shared_ptr<GLContext> context_;
-    std::uint32_t name_;
-    SizePx size_;
-};
 
 /// Turns pictures into textures: linear filtering, clamped to the edge, no mipmaps, the picture's
 /// first row at v = 0. A picture over the context's limit is scaled down to fit, with a log line.

@@ -23,9 +23,10 @@ platform::ImagePtr decodeWatermark(std::string_view base64) {
     return std::make_shared<platform::Image>(std::move(picture.value().pixels));
 }
 
-namespace {
+platform::ImagePtr decodeBuiltInWatermark() {
+    return decodeWatermark(watermarkStr);
+}
 
-/// Marks every quad whose filtering may reach a texel.
 void markQuadsAround(QuadMask& mask, platform::SizePx size, int x, int y) {
     for (const int column : {x - 1, x + 1}) {
         for (const int row : {y - 1, y + 1}) {
@@ -37,8 +38,6 @@ void markQuadsAround(QuadMask& mask, platform::SizePx size, int x, int y) {
         }
     }
 }
-
-} // namespace
 
 QuadMask opaqueQuads(const platform::Image& picture) {
     QuadMask mask;
@@ -55,7 +54,7 @@ QuadMask opaqueQuads(const platform::Image& picture) {
 
 const Watermark* builtInWatermark() {
     static const std::unique_ptr<Watermark> watermark = [] {
-        platform::ImagePtr picture = decodeWatermark(watermarkStr);
+        platform::ImagePtr picture = decodeBuiltInWatermark();
         if (!picture)
             return std::unique_ptr<Watermark>();
         const QuadMask coverage = opaqueQuads(*picture);

@@ -68,6 +68,57 @@ void ZNTDisplayView::displayImage(const platform::ImagePtr& image,
     }
 }
 
+void ZNTDisplayView::displayCVPixelBuffer(const platform::PixelBufferPtr& buffer) {
+    if (isSetUpForVideo() || prepareForVideo())
+        showFrame(buffer);
+}
+
+void ZNTDisplayView::displayCVPixelBuffer(
+    const platform::PixelBufferPtr& buffer,
+    const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint, const HotSpots& hotSpots) {
+    if (!isSetUpForVideo() && !prepareForVideo())
+        return;
+    showHotSpots(pickingPoint, hotSpots);
+    showFrame(buffer);
+}
+
+bool ZNTDisplayView::isSetUpForVideo() const {
+    return platform::GLContext::setCurrentContext(context()) && glDrawer_ &&
+           glDrawer_->contentType() == ContentType::Video;
+}
+
+bool ZNTDisplayView::prepareForVideo() {
+    configureDefaultParameters();
+    if (!context())
+        return false;
+    glProgram_.reset(); // a picture's, or one that was lost with its context
+    glDrawer_->setupDrawerWithType(ContentType::Video, shared(this));
+    glDrawer_->changeRenderingVO(displayVO_);
+    return true;
+}
+
+void ZNTDisplayView::showHotSpots(const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
+                                  const HotSpots& hotSpots) {
+    const bool isAttached =
+        glDrawer_->hotSpotGLDrawer() && glDrawer_->pickingPoint() == pickingPoint;
+    if (isAttached && glDrawer_->givenHotSpots() == hotSpots)
+        return;
+    if (isAttached) {
+        glDrawer_->updateHotSpots(hotSpots);
+    } else {
+        glDrawer_->attachPickingPoint(pickingPoint, hotSpots);
+        interractor_->updateWithControlDrawer(glDrawer_->hotSpotGLDrawer());
+    }
+    glDrawer_->hotSpotGLDrawer()->setEnableAutoPickingTest(enableAutoPicking_);
+}
+
+void ZNTDisplayView::showFrame(const platform::PixelBufferPtr& buffer) {
+    glDrawer_->drawCVPixelBuffer(buffer, uniformsObj_);
+    if (!glProgram_)
+        prepareGLWithType(ContentType::Video);
+    setNeedsDisplay();
+}
+
 void ZNTDisplayView::objectPickTestForPixelAt(int x, int y) {
     if (const auto hotSpotDrawer = glDrawer_ ? glDrawer_->hotSpotGLDrawer() : nullptr)
         hotSpotDrawer->objectPickTestForPixelAt(x, y);

@@ -7,6 +7,7 @@
 #include "HVViewer/Model/InterractorDelegate.h"
 #include "Platform/Graphics/GLKMath.h"
 #include "Platform/Graphics/GLView.h"
+#include "Platform/Graphics/PixelBuffer.h"
 
 #include <functional>
 #include <memory>
@@ -39,6 +40,16 @@ public:
     void displayImage(const platform::ImagePtr& image,
                       const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
                       const HotSpots& hotSpots);
+
+    /// Shows a frame of a video, and asks for one redraw. The first one sets everything up, also
+    /// after a picture and in a context that has come in place of a lost one: given the last frame
+    /// again, the view shows it again. Null draws the earlier frame.
+    void displayCVPixelBuffer(const platform::PixelBufferPtr& buffer);
+    /// The same with hot spots over it. Their textures are made anew only for another list or
+    /// another point than was given last; the same hot spots in the same order are no change.
+    void displayCVPixelBuffer(const platform::PixelBufferPtr& buffer,
+                              const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
+                              const HotSpots& hotSpots);
 
     /// Has the hot spot under a point of the view reported, in whole points.
     void objectPickTestForPixelAt(int x, int y);
@@ -100,6 +111,13 @@ private:
     void createInterractor();
     /// Both kinds of `displayImage`; `attach` runs once the drawer can take hot spots.
     void showImage(const platform::ImagePtr& image, const std::function<void()>& attach);
+    /// Whether drawer and context can take a video's frames as they are.
+    [[nodiscard]] bool isSetUpForVideo() const;
+    /// What a first frame needs. False without a context.
+    bool prepareForVideo();
+    void showFrame(const platform::PixelBufferPtr& buffer);
+    void showHotSpots(const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
+                      const HotSpots& hotSpots);
     void configureDefaultParameters();
     void prepareGLWithType(ContentType type);
     void orientationDidChangedNotification();

@@ -1,7 +1,10 @@
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 
+#include "HVViewer/DisplayController/DisplayView/ColorConversion.h"
 #include "HVViewer/DisplayController/DisplayView/MeshPasses.h"
+#include "HVViewer/DisplayController/DisplayView/UploadEnding.h"
 #include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
+#include "HVViewer/DisplayController/DisplayView/WatermarkPlanes.h"
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotDrawer.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
@@ -35,6 +38,11 @@ void logTextureError(std::uint32_t glError) {
     platform::log(platform::LogLevel::Error, "GL Error = " + std::to_string(glError));
 }
 
+void setColorConversion(const UniformTable& uniforms) {
+    glUniformMatrix3fv(uniforms[kUniformColorConversion], 1, GL_FALSE,
+                       ColorConversation709Apple.data());
+}
+
 } // namespace
 
 ZNTDrawer::~ZNTDrawer() {
@@ -50,6 +58,7 @@ void ZNTDrawer::setupDrawerWithType(ContentType type,
     contentType_ = type;
     setupVO(DisplayMode::Sphere);
     glTextureLoader_ = std::make_unique<platform::TextureLoader>(context);
+    glWatermarkLoader_.reset();
     if (type == ContentType::Photo)
         glWatermarkLoader_ = std::make_unique<platform::TextureLoader>(context);
     setupWatermarkTexture();
@@ -80,10 +89,11 @@ void ZNTDrawer::attachPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>
     pickingPoint_ = pickingPoint;
     hotSpotGLDrawer_ =
         platform::make<ZNTHotSpotDrawer>(context_.lock(), glView_.lock(), pickingPoint);
-    hotSpotGLDrawer_->updateHotSpots(hotSpots);
+    updateHotSpots(hotSpots);
 }
 
 void ZNTDrawer::updateHotSpots(const HotSpots& hotSpots) {
+    givenHotSpots_ = hotSpots;
     if (hotSpotGLDrawer_)
         hotSpotGLDrawer_->updateHotSpots(hotSpots);
 }
@@ -104,6 +114,7 @@ void ZNTDrawer::bindBuffers() {
     glDisable(GL_DEPTH_TEST);
     glDepthMask(GL_FALSE);
     glDisable(GL_CULL_FACE);
+    prepareTextureCacheIfNeeded();
     const VisualObjectModel model = voProvider_ ? voProvider_->model() : VisualObjectModel{};
     madeBuffers_.push_back(
         uploadMesh(model, unitBuffers.textureCoordinateAttribute, GL_DYNAMIC_DRAW));
@@ -143,10 +154,24 @@ void ZNTDrawer::setupTextureWithImage(const platform::ImagePtr& image) {
 }
 
 void ZNTDrawer::setupWatermarkTexture() {
+    if (contentType_ == ContentType::Video)
+        return setupVideoWatermark();
     requestBuiltInWatermark([weak = weak(this)](const Watermark* watermark) {
         const auto self = weak.lock();
         if (self && watermark && self->glWatermarkLoader_)
             self->loadWatermark(*watermark);
+    });
+}
+
+void ZNTDrawer::setupVideoWatermark() {
+    requestBuiltInWatermarkPlanes([weak = weak(this)](const WatermarkPlanes* watermark) {
+        const auto self = weak.lock();
+        if (!self || watermark == nullptr ||
+            !platform::GLContext::setCurrentContext(self->context_.lock()))
+            return;
+        self->videoPlanes_.setWatermark(*watermark);
+        if (const auto view = self->glView_.lock())
+            view->setNeedsDisplay();
     });
 }
 
@@ -163,6 +188,39 @@ void ZNTDrawer::loadWatermark(const Watermark& watermark) {
             if (const auto view = self->glView_.lock())
                 view->setNeedsDisplay();
         });
+}
+
+void ZNTDrawer::prepareTextureCacheIfNeeded() {
+    if (contentType_ == ContentType::Video)
+        videoPlanes_.prepareTextureCacheIfNeeded(context_.lock());
+}
+
+void ZNTDrawer::drawCVPixelBuffer(const platform::PixelBufferPtr& buffer,
+                                  const UniformTable& uniforms) {
+    prepareTextureCacheIfNeeded();
+    setupCVPixelBuffer(buffer, uniforms);
+}
+
+void ZNTDrawer::setupCVPixelBuffer(const platform::PixelBufferPtr& buffer,
+                                   const UniformTable& uniforms) {
+    if (!buffer)
+        return;
+    if (!videoPlanes_.hasTextureCache())
+        return platform::log(platform::LogLevel::Error, "Empty video texture cache provided");
+    if (!platform::GLContext::setCurrentContext(context_.lock()))
+        return;
+    videoPlanes_.upload(buffer);
+    if (!madeBuffers_.empty())
+        endUpload(madeBuffers_.back());
+    if (program_ == 0)
+        return;
+    glUseProgram(program_);
+    setColorConversion(uniforms);
+    glUniform1i(uniforms[kUniformColorPicking], enableColoring_);
+}
+
+void ZNTDrawer::cleanUpTextures() {
+    videoPlanes_.cleanUpTextures();
 }
 
 void ZNTDrawer::useOwnBuffers() {
@@ -191,6 +249,8 @@ void ZNTDrawer::performBufferDrawingWithUniforms(const UniformTable& uniforms,
     glUniform1i(uniforms[kUniformColorPicking], enableColoring_);
     if (contentType_ == ContentType::Photo && glTextureI_)
         drawPhoto(uniforms, modelProjectionMatrix);
+    else if (contentType_ == ContentType::Video && videoPlanes_.hasFrame())
+        drawVideo(uniforms, modelProjectionMatrix);
 }
 
 void ZNTDrawer::drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix) {
@@ -205,6 +265,28 @@ void ZNTDrawer::drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix
     glActiveTexture(GL_TEXTURE0);
     glUniformMatrix4fv(uniforms[kUniformWatermarkMatrix], 1, GL_FALSE, matrix.m);
     glBindTexture(GL_TEXTURE_2D, watermarkTextureName());
+    drawRuns(passes.watermark);
+    glDisable(GL_BLEND);
+}
+
+void ZNTDrawer::drawVideo(const UniformTable& uniforms, const GLKMatrix4& matrix) {
+    const MeshPasses passes =
+        planPasses(voProvider_->model(), matrix, videoPlanes_.watermarkCoverage());
+    videoPlanes_.bindTextures();
+    // A first frame was uploaded before there was a program to take its matrix.
+    setColorConversion(uniforms);
+    glUniformMatrix4fv(uniforms[kUniformContentMatrix], 1, GL_FALSE, matrix.m);
+    glUniform1i(uniforms[kUniformContentLuma], 0);
+    glUniform1i(uniforms[kUniformContentChroma], 1);
+    drawRuns(passes.content);
+    if (!videoPlanes_.hasWatermark())
+        return;
+
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_ONE, GL_SRC_ALPHA);
+    glUniformMatrix4fv(uniforms[kUniformWatermarkMatrix], 1, GL_FALSE, matrix.m);
+    glUniform1i(uniforms[kUniformWatermarkLuma], 2);
+    glUniform1i(uniforms[kUniformWatermarkChroma], 3);
     drawRuns(passes.watermark);
     glDisable(GL_BLEND);
 }
@@ -243,6 +325,7 @@ void ZNTDrawer::tearDownGL() {
     // The names are gone: another drawer that used them binds its own before it draws.
     if (unitBuffers.binder == this)
         unitBuffers = {{}, nullptr, 0, unitBuffers.textureCoordinateAttribute};
+    videoPlanes_.reset();
     glTextureI_.reset();
     glTextureWatermark_.reset();
     transparentTexture_.reset();

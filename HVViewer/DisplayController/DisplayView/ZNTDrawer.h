@@ -2,11 +2,13 @@
 
 #include "HVViewer/DisplayController/DisplayView/HVVProgram/UniformTable.h"
 #include "HVViewer/DisplayController/DisplayView/MeshBuffers.h"
+#include "HVViewer/DisplayController/DisplayView/VideoPlanes.h"
 #include "HVViewer/Model/ContentType.h"
 #include "HVViewer/Model/DisplayMode.h"
 #include "HVViewer/Model/ZNTVisualObjectProtocol.h"
 #include "Platform/Foundation/Object.h"
 #include "Platform/Graphics/GLKMath.h"
+#include "Platform/Graphics/PixelBuffer.h"
 #include "Platform/Graphics/TextureLoader.h"
 #include "Platform/Imaging/Image.h"
 
@@ -53,6 +55,18 @@ public:
     /// Where the program build leaves the attribute that takes texture coordinates.
     [[nodiscard]] static std::uint32_t& textureCoordinatePointer();
 
+    /// Uploads a frame of a video in place of the earlier one, and ends with the uniforms that the
+    /// program of the last frame takes of it. Without a buffer the earlier frame stays.
+    ///
+    /// Errors: a log line, and no frame, when the drawer is not set up for video or has no context
+    ///         any more; a log line for a plane that cannot be uploaded.
+    void drawCVPixelBuffer(const platform::PixelBufferPtr& buffer, const UniformTable& uniforms);
+    void setupCVPixelBuffer(const platform::PixelBufferPtr& buffer, const UniformTable& uniforms);
+    /// Makes the cache that video content needs. The context is current.
+    void prepareTextureCacheIfNeeded();
+    /// Lets go of the frame's textures and the watermark's.
+    void cleanUpTextures();
+
     /// Shows a picture once its texture has arrived; until then the earlier one, or nothing.
     void drawImage(const platform::ImagePtr& image);
     void setupTextureWithImage(const platform::ImagePtr& image);
@@ -67,6 +81,8 @@ public:
     void attachPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
                             const HotSpots& hotSpots);
     void updateHotSpots(const HotSpots& hotSpots);
+    /// The list given last, also where some of it could not be shown.
+    [[nodiscard]] const HotSpots& givenHotSpots() const { return givenHotSpots_; }
     /// Null before any were attached.
     [[nodiscard]] std::shared_ptr<ZNTHotSpotDrawer> hotSpotGLDrawer() const {
         return hotSpotGLDrawer_;
@@ -97,7 +113,9 @@ private:
     void shareBuffers(const MeshBuffers& buffers);
     void useOwnBuffers();
     void drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix);
+    void drawVideo(const UniformTable& uniforms, const GLKMatrix4& matrix);
     void loadWatermark(const Watermark& watermark);
+    void setupVideoWatermark();
     [[nodiscard]] std::uint32_t watermarkTextureName();
 
     platform::ImagePtr srccgirf_; // kept while its texture is on the way
@@ -107,10 +125,12 @@ private:
     std::shared_ptr<platform::TextureInfo> transparentTexture_;
     std::unique_ptr<platform::TextureLoader> glTextureLoader_;
     std::unique_ptr<platform::TextureLoader> glWatermarkLoader_;
+    VideoPlanes videoPlanes_;
     std::int32_t enableColoring_ = 0;
-    std::uint32_t program_ = 0;
+    std::uint32_t program_ = 0; // of the last frame
 
     std::shared_ptr<ZNTHotSpotDrawer> hotSpotGLDrawer_;
+    HotSpots givenHotSpots_;
     std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint_;
     std::shared_ptr<ZNTVisualObjectProtocol> voProvider_;
     std::weak_ptr<ZNTDisplayView> glView_;

@@ -6,6 +6,7 @@
 #include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Graphics/GLContext.h"
+#include "Tests/Support/GLObjects.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/LogRecorder.h"
 #include "Tests/Support/PictureCompare.h"
@@ -32,19 +33,6 @@ const Colour kOrange{250, 120, 10, 255};
 
 platform::ImagePtr orange() {
     return flatPicture(64, 32, 250, 120, 10);
-}
-
-/// How many textures, buffers, programs, shaders and framebuffers there are.
-std::array<int, 5> liveObjects() {
-    std::array<int, 5> counts{};
-    for (GLuint name = 1; name < 500; ++name) {
-        counts[0] += glIsTexture(name);
-        counts[1] += glIsBuffer(name);
-        counts[2] += glIsProgram(name);
-        counts[3] += glIsShader(name);
-        counts[4] += glIsFramebuffer(name);
-    }
-    return counts;
 }
 
 /// With the buffer of 48 bytes that each hot spot drawer leaves behind.
@@ -231,12 +219,12 @@ TEST(Drawer, UploadsNothingWhileDifferentMeshesTakeTurns) {
     player.host().settle();
     (void)other->snapshot();
     (void)player.snapshot();
-    const auto before = liveObjects();
+    const auto before = liveGLObjects();
     for (int i = 0; i < 5; ++i) {
         (void)other->snapshot();
         (void)player.snapshot();
     }
-    EXPECT_EQ(liveObjects(), before);
+    EXPECT_EQ(liveGLObjects(), before);
 }
 
 TEST(Drawer, DrawsOnAfterAnotherDrawerIsTornDown) {
@@ -280,29 +268,29 @@ TEST(Drawer, LeavesNoGLObjectBehind) {
     // The host's own framebuffer, which stays.
     player.embedded().appear();
     player.host().settle();
-    const auto before = liveObjects();
+    const auto before = liveGLObjects();
     player.embedded().disappear();
     player.show(orange());
     player.controller().setDisplayMode(DisplayMode::Plane);
     player.controller().setDisplayMode(DisplayMode::LittlePlanet);
     (void)player.snapshot();
-    EXPECT_GT(liveObjects(), before);
+    EXPECT_GT(liveGLObjects(), before);
     player.releaseController();
     player.host().settle();
-    EXPECT_EQ(liveObjects(), withBuffersOf(1, before));
+    EXPECT_EQ(liveGLObjects(), withBuffersOf(1, before));
 }
 
 TEST(Drawer, KeepsNothingOfEarlierAppearances) {
     HeadlessPlayer player(kLandscape);
     player.show(orange());
     (void)player.snapshot();
-    const auto before = liveObjects();
+    const auto before = liveGLObjects();
     for (int i = 0; i < 5; ++i) {
         player.embedded().disappear();
         player.embedded().appear();
         (void)player.snapshot();
     }
-    EXPECT_EQ(liveObjects(), withBuffersOf(5, before));
+    EXPECT_EQ(liveGLObjects(), withBuffersOf(5, before));
 }
 
 TEST(Watermark, IsWhatTheBuiltInTextDecodesTo) {
