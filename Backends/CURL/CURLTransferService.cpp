@@ -122,8 +122,10 @@ void CURLTransferService::endFinished() {
 void CURLTransferService::endStalled() {
     const auto running = running_;
     for (const auto& transfer : running) {
-        if (transfer->timeLeft() <= Instant::zero())
-            end(transfer.get(), CURLE_OPERATION_TIMEDOUT);
+        if (transfer->timeLeft() > Instant::zero())
+            continue;
+        transfer->giveUp();
+        end(transfer.get(), CURLE_OPERATION_TIMEDOUT);
     }
 }
 

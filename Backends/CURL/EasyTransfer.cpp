@@ -1,7 +1,5 @@
 #include "Backends/CURL/EasyTransfer.h"
 
-#include "Backends/CURL/TransferErrors.h"
-
 #include <chrono>
 #include <new>
 #include <utility>
@@ -110,7 +108,7 @@ bool EasyTransfer::receive(const char* bytes, std::size_t count) try {
     request_.progressed({body_.size(), expected});
     return true;
 } catch (const std::bad_alloc&) {
-    return refuse(errorOf(CURLE_OUT_OF_MEMORY));
+    return refuse(transferError(CURLE_OUT_OF_MEMORY, failed()));
 }
 
 bool EasyTransfer::refuse(Error why) {
@@ -123,18 +121,15 @@ Error EasyTransfer::tooLarge() const {
                                      std::to_string(request_.limits.maxBytes) + " bytes)"};
 }
 
-Error EasyTransfer::errorOf(CURLcode code) const {
-    return transferError(code, {.easy = easy_.get(),
-                                .limits = request_.limits,
-                                .isConnected = lastHeard_.has_value(),
-                                .bytesReceived = body_.size()});
+FailedTransfer EasyTransfer::failed() const {
+    return {.easy = easy_.get(), .limits = request_.limits, .bytesReceived = body_.size()};
 }
 
 void EasyTransfer::end(CURLcode code) {
     if (refusal_)
         request_.ended(*std::move(refusal_));
     else if (code != CURLE_OK)
-        request_.ended(errorOf(code));
+        request_.ended(transferError(code, failed()));
     else
         request_.ended(std::move(body_));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Backends/CURL/TransferErrors.h"
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/Transfer.h"
 
@@ -27,6 +28,8 @@ public:
     [[nodiscard]] bool prepare();
     /// Until it has stalled for too long; none or less: it has.
     [[nodiscard]] Instant timeLeft() const;
+    /// Notes that it has, as the reason of its end.
+    void giveUp() { refusal_ = stalledError(failed()); }
     /// Tells how it ended.
     void end(CURLcode code);
 
@@ -39,7 +42,7 @@ private:
     void setCallbacks();
     [[nodiscard]] bool receive(const char* bytes, std::size_t count);
     [[nodiscard]] bool refuse(Error why);
-    [[nodiscard]] Error errorOf(CURLcode code) const;
+    [[nodiscard]] FailedTransfer failed() const;
     [[nodiscard]] Error tooLarge() const;
     [[nodiscard]] std::optional<std::uint64_t> bytesExpected() const;
     void hear() { lastHeard_ = clock_.now(); }

@@ -47,15 +47,6 @@ Error connectionError(const FailedTransfer& transfer) {
     return {ErrorCode::Unreadable, host + " cannot be reached" + why};
 }
 
-Error timeOut(const FailedTransfer& transfer) {
-    const std::string host = hostOf(transfer);
-    if (!transfer.isConnected)
-        return {ErrorCode::Unreadable, host + " timed out: no connection within " +
-                                           inSeconds(transfer.limits.connectTime)};
-    return {ErrorCode::Unreadable,
-            host + " timed out: nothing came for " + inSeconds(transfer.limits.stallTime)};
-}
-
 Error cutShort(const FailedTransfer& transfer) {
     return {ErrorCode::Unreadable, "the connection was cut short after " +
                                        std::to_string(transfer.bytesReceived) + " bytes"};
@@ -80,7 +71,9 @@ Error transferError(CURLcode code, const FailedTransfer& transfer) {
     case CURLE_COULDNT_CONNECT:
         return connectionError(transfer);
     case CURLE_OPERATION_TIMEDOUT:
-        return timeOut(transfer);
+        // Nothing else has a limit that libcurl keeps.
+        return {ErrorCode::Unreadable, hostOf(transfer) + " timed out: no connection within " +
+                                           inSeconds(transfer.limits.connectTime)};
     case CURLE_PEER_FAILED_VERIFICATION:
         return {ErrorCode::Unreadable,
                 "the certificate of " + hostOf(transfer) + " is not trusted"};
@@ -111,6 +104,11 @@ Error transferError(CURLcode code, const FailedTransfer& transfer) {
         return {ErrorCode::Unreadable,
                 std::string("the transfer failed (") + curl_easy_strerror(code) + ")"};
     }
+}
+
+Error stalledError(const FailedTransfer& transfer) {
+    return {ErrorCode::Unreadable, hostOf(transfer) + " timed out: nothing came for " +
+                                       inSeconds(transfer.limits.stallTime)};
 }
 
 std::optional<Error> refusalOfFile(const std::string& path) {

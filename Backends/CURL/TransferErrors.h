@@ -15,13 +15,14 @@ namespace platform {
 struct FailedTransfer {
     CURL* easy;
     const TransferLimits& limits;
-    /// Whether a connection once stood.
-    bool isConnected;
     std::size_t bytesReceived;
 };
 
 /// Why it failed, in words.
 [[nodiscard]] Error transferError(CURLcode code, const FailedTransfer& transfer);
+
+/// For one that said nothing for too long.
+[[nodiscard]] Error stalledError(const FailedTransfer& transfer);
 
 /// Only what can be opened and read to its end: opening a pipe would wait for a writer.
 [[nodiscard]] std::optional<Error> refusalOfFile(const std::string& path);

@@ -5,6 +5,7 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
 #include "HVViewer/Utilities/ZNTMath.h"
+#include "HVViewer/Utilities/ZNTUtilities.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
@@ -40,6 +41,11 @@ ZNTDisplayViewController::ZNTDisplayViewController(const platform::Coder& coder)
 ZNTDisplayViewController::ZNTDisplayViewController(const std::string& nibName,
                                                    const std::shared_ptr<platform::Bundle>& bundle)
     : ViewController(nibName, bundle) {}
+
+ZNTDisplayViewController::~ZNTDisplayViewController() {
+    if (const auto task = imageDownloadTask())
+        task->cancel();
+}
 
 void ZNTDisplayViewController::init() {
     ViewController::init();
@@ -109,13 +115,21 @@ void ZNTDisplayViewController::prepareImageWithUrl(const std::optional<platform:
 }
 
 void ZNTDisplayViewController::loadRemoteImage() {
+    const auto url = srcImageUrl_; // the hook may ask for another
     downloadImageStarted();
-    // Completions never run inside the call that started them, not even a refusal.
-    platform::MainQueue::main().async(
-        [weak = weak(this), work = platform::MainQueue::main().beginWork()] {
-            if (const auto self = weak.lock())
-                self->downloadImageFailedWithError({platform::ErrorCode::Unavailable,
-                                                    "this build reads pictures from files only"});
+    imageDownloadTask_ = ZNTUtilities::downloadImageWithUrl(
+        url, [weak = weak(this)](const platform::ImagePtr& image,
+                                 const std::optional<platform::Error>& error) {
+            const auto self = weak.lock();
+            if (!self)
+                return;
+            if (error)
+                return self->downloadImageFailedWithError(*error);
+            self->srcImage_ = image;
+            self->isReadyForDisplay_ = image != nullptr;
+            self->isLocalResource_ = image != nullptr;
+            self->prepareDisplayView();
+            self->downloadImageFinished();
         });
 }
 

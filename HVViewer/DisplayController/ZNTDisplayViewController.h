@@ -18,6 +18,7 @@ class ZNTHotSpot;
 class ZNTHotSpotPickingPoint;
 
 namespace platform {
+class DataTask;
 class LayoutConstraint;
 class TapGestureRecognizer;
 struct Notification;
@@ -43,17 +44,19 @@ public:
     explicit ZNTDisplayViewController(const platform::Coder& coder);
     ZNTDisplayViewController(const std::string& nibName,
                              const std::shared_ptr<platform::Bundle>& bundle);
+    ~ZNTDisplayViewController() override;
     void init() override;
 
     /// Shows a picture that the caller has, from the next appearance on.
     ///
     /// Errors: a log line for null and while content is displayed.
     void prepareImage(const platform::ImagePtr& image);
-    /// Shows a picture from an address; a file's is read and decoded in the call.
+    /// Shows a picture from an address; a file's is read and decoded in the call, another is
+    /// downloaded.
     ///
     /// Errors: a log line for no address, while content is displayed, and for a file that cannot be
     ///         read or decoded (`srcImage()` stays null then); `downloadImageFailedWithError` for
-    ///         an address that is no file's.
+    ///         a download that fails.
     void prepareImageWithUrl(const std::optional<platform::URL>& url);
     void prepareImageWithUrl(const std::optional<platform::URL>& url, bool isLocal);
     /// Hands a picture that is ready to the view. Appearing does it.
@@ -110,6 +113,10 @@ public:
     }
     [[nodiscard]] platform::ImagePtr srcImage() const { return srcImage_; }
     [[nodiscard]] const std::optional<platform::URL>& srcImageUrl() const { return srcImageUrl_; }
+    /// The download of a picture while one is under way; of several the one begun last.
+    [[nodiscard]] std::shared_ptr<platform::DataTask> imageDownloadTask() const {
+        return imageDownloadTask_.lock();
+    }
     [[nodiscard]] bool isLocalResource() const { return isLocalResource_; }
     [[nodiscard]] bool isReadyForDisplay() const { return isReadyForDisplay_; }
     [[nodiscard]] ContentType contentType() const { return contentType_; }
@@ -117,7 +124,8 @@ public:
     [[nodiscard]] DisplayMode currentMode() const { return currentMode_; }
     [[nodiscard]] DisplayMode currentVO() const { return currentMode_; }
 
-    /// Hooks, empty here; an override need not call them.
+    /// Hooks, empty here; an override need not call them. A download starts inside the call that
+    /// asks for it, and later either fails or finishes; without a picture when what came is none.
     virtual void downloadImageStarted() {}
     virtual void downloadImageFinished() {}
     virtual void downloadImageFailedWithError(const platform::Error& /*error*/) {}
@@ -152,6 +160,7 @@ private:
     std::shared_ptr<ZNTDisplayView> virtualDisplayView_;
     platform::ImagePtr srcImage_;
     std::optional<platform::URL> srcImageUrl_;
+    std::weak_ptr<platform::DataTask> imageDownloadTask_;
     bool isLocalResource_ = false;
     ContentType contentType_ = ContentType::Undefined;
     bool isReadyForDisplay_ = false;

@@ -77,7 +77,10 @@ void DataTask::cancel() {
         return;
     hasEnded_ = true;
     transfer_.reset();
-    MainQueue::main().async([self = shared(this), work = MainQueue::main().beginWork()] {
+    const auto self = shared(this);
+    if (const auto session = session_.lock())
+        session->forget(self);
+    MainQueue::main().async([self, work = MainQueue::main().beginWork()] {
         self->end(Error{ErrorCode::Unreadable, "the download was cancelled"});
     });
 }

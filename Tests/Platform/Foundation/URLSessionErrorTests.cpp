@@ -135,6 +135,14 @@ TEST_F(FailedDownload, TimesOutWithoutAConnection) {
         AllOf(StartsWith("\"127.0.0.1:"), EndsWith("\" timed out: no connection within 0.2 s")));
 }
 
+TEST_F(FailedDownload, TimesOutWithoutAConnectionToWhereItIsRedirected) {
+    session_->setLimits({.connectTime = std::chrono::milliseconds(200)});
+    const tests::SilentPort port;
+    server_.serve("/a", tests::redirectTo(port.url("https", "/a")));
+    expectFailure(server_.url("/a"), ErrorCode::Unreadable,
+                  EndsWith("\" timed out: no connection within 0.2 s"));
+}
+
 TEST_F(FailedDownload, TimesOutWhenNothingComes) {
     session_->setLimits({.stallTime = std::chrono::milliseconds(200)});
     server_.serve("/silent", {.body = bytesOf("hello"), .isSilent = true});

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdlib>
 
 using testing::SizeIs;
 using tests::HttpReply;
@@ -188,4 +189,16 @@ TEST_F(Download, MayStartAnotherInItsCompletion) {
         ->resume();
     ASSERT_TRUE(runUntil([&] { return second && second->calls > 0; }));
     EXPECT_EQ(second->text(), "two");
+}
+
+TEST_F(Download, OfTheSharedSessionEndsWithTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto leaveInTheMiddle = [&] {
+        server_.serve("/a", {.body = bytesOf("hello"), .stallAfter = 1});
+        platform::URLSession::sharedSession()
+            ->dataTaskWithURL(urlOf(server_.url("/a")), [](const auto&, const auto&) {})
+            ->resume();
+        std::exit(server_.waitUntilStalled() ? 0 : 1);
+    };
+    EXPECT_EXIT(leaveInTheMiddle(), testing::ExitedWithCode(0), "");
 }
