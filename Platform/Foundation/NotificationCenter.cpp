@@ -29,22 +29,23 @@ NotificationCenter& NotificationCenter::defaultCenter() {
 }
 
 void NotificationCenter::addObserver(const std::shared_ptr<Object>& observer, std::string_view name,
-                                     Handler handler) {
+                                     Handler handler, const Object* fromObject) {
     entries_.push_back(
-        {nextId_++, observer.get(), observer, std::string(name), std::move(handler)});
+        {nextId_++, observer.get(), observer, std::string(name), std::move(handler), fromObject});
 }
 
 void NotificationCenter::removeObserver(const Object* observer) {
     takeOut(entries_, [&](const Entry& entry) { return entry.key == observer; });
 }
 
-void NotificationCenter::post(std::string_view name, UserInfo userInfo) {
+void NotificationCenter::post(std::string_view name, UserInfo userInfo, const Object* fromObject) {
     takeOut(entries_, [](const Entry& entry) { return entry.observer.expired(); });
-    const Notification notification{std::string(name), std::move(userInfo)};
+    const Notification notification{std::string(name), std::move(userInfo), fromObject};
     // By id, because a handler may add and remove entries while the walk goes on.
     std::vector<std::uint64_t> ids;
     for (const Entry& entry : entries_) {
-        if (entry.name == name)
+        const bool isWanted = !entry.sender || entry.sender == fromObject;
+        if (entry.name == name && isWanted)
             ids.push_back(entry.id);
     }
     for (const std::uint64_t id : ids)

@@ -22,6 +22,8 @@ using UserInfo = std::map<std::string, UserInfoValue>;
 struct Notification {
     std::string name;
     UserInfo userInfo;
+    /// Who posted it; null where that does not matter.
+    const Object* object = nullptr;
 
     /// The entry under `key` if it is there and of that type, else `fallback`.
     template <class T>
@@ -43,14 +45,14 @@ public:
     [[nodiscard]] static NotificationCenter& defaultCenter();
 
     /// An observer that asks twice for a name is told twice. `handler` runs only while the observer
-    /// lives, so it may capture it by pointer.
+    /// lives, so it may capture it by pointer. `fromObject`: null for notifications of any sender.
     void addObserver(const std::shared_ptr<Object>& observer, std::string_view name,
-                     Handler handler);
+                     Handler handler, const Object* fromObject = nullptr);
 
     /// Forgets everything that the observer asked for; safe from its destructor.
     void removeObserver(const Object* observer);
 
-    void post(std::string_view name, UserInfo userInfo = {});
+    void post(std::string_view name, UserInfo userInfo = {}, const Object* fromObject = nullptr);
 
 private:
     struct Entry {
@@ -59,6 +61,7 @@ private:
         std::weak_ptr<Object> observer;
         std::string name;
         Handler handler;
+        const Object* sender; // only compared
     };
     void deliver(std::uint64_t id, const Notification& notification);
 

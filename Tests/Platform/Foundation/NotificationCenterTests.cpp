@@ -49,6 +49,19 @@ TEST(Notification, FallsBackForAnotherKeyOrType) {
     EXPECT_EQ(notification.value<bool>("missing"), false);
 }
 
+TEST(NotificationCenter, TellsOfOneSenderOnlyWhereThatIsAskedFor) {
+    Scene s;
+    const auto sender = make<Observer>();
+    const auto another = make<Observer>();
+    s.center.addObserver(s.observer, "one", s.note("its;"), sender.get());
+    s.center.addObserver(s.observer, "one", s.note("any;"));
+    s.center.post("one", {}, another.get());
+    s.center.post("one");
+    EXPECT_EQ(s.told, "any;any;");
+    s.center.post("one", {}, sender.get());
+    EXPECT_EQ(s.told, "any;any;its;any;");
+}
+
 TEST(NotificationCenter, TellsWhoAskedForTheName) {
     Scene s;
     s.center.addObserver(s.observer, "one", s.note("1"));

@@ -1,0 +1,195 @@
+#include "Platform/Media/Player.h"
+
+#include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/NotificationCenter.h"
+#include "Platform/Interface/Application.h"
+#include "Platform/Media/PlayerItem.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace platform {
+
+std::shared_ptr<Player> Player::playerWithPlayerItem(const std::shared_ptr<PlayerItem>& item) {
+    return make<Player>(item);
+}
+
+Player::~Player() {
+    NotificationCenter::defaultCenter().removeObserver(this);
+    if (item_ && item_->pipeline())
+        item_->pipeline()->pause();
+}
+
+void Player::init() {
+    ObservableObject::init();
+    if (item_)
+        item_->load(weak(this));
+    // A picture may be asked for between two frame instants.
+    NotificationCenter::defaultCenter().addObserver(
+        shared(this), kWillSnapshot, [this](const auto&) {
+            if (isRunning_ && currentTime() != lastTick_)
+                tick(Ticks::All);
+        });
+}
+
+MediaTime Player::currentTime() const {
+    return item_ ? item_->currentTime() : MediaTime{};
+}
+
+void Player::play() {
+    if (!item_ || !item_->pipeline() || wantsToPlay_)
+        return;
+    wantsToPlay_ = true;
+    announce(TimeControlStatus::WaitingToPlayAtSpecifiedRate);
+    item_->pipeline()->play();
+}
+
+void Player::pause() {
+    if (!std::exchange(wantsToPlay_, false))
+        return;
+    isRunning_ = false;
+    if (item_->pipeline())
+        item_->pipeline()->pause();
+    announce(TimeControlStatus::Paused);
+    timeDidJump();
+}
+
+void Player::seekToTime(MediaTime target) {
+    if (item_)
+        item_->seekToTime(target);
+}
+
+void Player::setVolume(float volume) {
+    volume_ = volume;
+    if (item_ && item_->pipeline())
+        item_->pipeline()->setVolume(volume);
+}
+
+void Player::announce(TimeControlStatus status) {
+    if (std::exchange(announced_, status) == status)
+        return;
+    MainQueue::main().async([weak = weak(this), status] {
+        const auto self = weak.lock();
+        if (!self)
+            return;
+        self->timeControlStatus_ = status;
+        self->didChangeValueForKey(kPlayerTimeControlStatusKeyPath);
+    });
+}
+
+// What the item tells
+
+void Player::itemIsReady() {
+    status_ = PlayerStatus::ReadyToPlay;
+    if (item_->pipeline())
+        item_->pipeline()->setVolume(volume_);
+}
+
+void Player::itemDidFail() {
+    isRunning_ = false;
+    wantsToPlay_ = false;
+    announce(TimeControlStatus::Paused);
+}
+
+void Player::itemDidStart() {
+    if (!wantsToPlay_)
+        return;
+    announce(TimeControlStatus::Playing);
+    isRunning_ = true;
+    runFrames();
+    timeDidJump();
+}
+
+void Player::itemDidStall() {
+    isRunning_ = false;
+    if (wantsToPlay_)
+        announce(TimeControlStatus::WaitingToPlayAtSpecifiedRate);
+}
+
+void Player::itemWillEnd() {
+    isRunning_ = false;
+    tick(Ticks::All);
+}
+
+void Player::itemDidEnd() {
+    // Whoever heard of the end may have paused, which is all that would be done here.
+    if (!item_->isSeeking())
+        pause();
+}
+
+void Player::itemDidDecode() {
+    if (const auto waiting = std::exchange(awaitsDecoder_, std::nullopt))
+        tick(*waiting);
+}
+
+// Time
+
+void Player::timeDidJump() {
+    // In a turn of its own, so that no block runs inside the call that made time jump.
+    MainQueue::main().async([weak = weak(this)] {
+        if (const auto self = weak.lock())
+            self->tick(Ticks::All);
+    });
+}
+
+void Player::runFrames() {
+    if (std::exchange(awaitsFrame_, true))
+        return;
+    MainQueue::main().asyncAfter(Instant(0), [weak = weak(this)] {
+        if (const auto self = weak.lock())
+            self->frameDidCome();
+    });
+}
+
+void Player::frameDidCome() {
+    awaitsFrame_ = false;
+    if (!isRunning_)
+        return;
+    runFrames();
+    tick(Ticks::Due);
+}
+
+void Player::tick(Ticks which) {
+    // The time of a seek that is under way has no picture yet; its end brings a tick.
+    if (!item_ || item_->isSeeking())
+        return;
+    if (!item_->isDecodedToPresent()) {
+        awaitsDecoder_ = awaitsDecoder_ == Ticks::All ? Ticks::All : which;
+        return;
+    }
+    callBlocks(which);
+}
+
+void Player::callBlocks(Ticks which) {
+    const auto self = shared(this); // a block may let go of the player
+    const MediaTime time = lastTick_ = currentTime();
+    const FrameGrid grid = MainQueue::main().frameGrid();
+    const Instant now = MainQueue::main().now();
+    const Instant refresh = grid.after(now) - grid.atOrBefore(now);
+    const auto blocks = blocks_;
+    for (const auto& periodic : blocks) {
+        if (which == Ticks::Due && --periodic->framesToGo > 0)
+            continue;
+        // Whole frames: a time that is compared with another would miss one now and then.
+        periodic->framesToGo = static_cast<int>(
+            std::max<Instant::rep>(1, (periodic->interval + refresh / 8) / refresh));
+        if (std::ranges::find(blocks_, periodic) != blocks_.end())
+            periodic->block(time);
+    }
+}
+
+Player::TimeObserver
+Player::addPeriodicTimeObserverForInterval(MediaTime interval,
+                                           std::function<void(MediaTime)> block) {
+    auto periodic = std::make_shared<PeriodicBlock>();
+    periodic->interval = interval.isNumeric() ? interval.instant() : Instant(0);
+    periodic->block = std::move(block);
+    blocks_.push_back(periodic);
+    return periodic;
+}
+
+void Player::removeTimeObserver(const TimeObserver& observer) {
+    std::erase_if(blocks_, [&](const auto& periodic) { return periodic == observer; });
+}
+
+} // namespace platform

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "Platform/Foundation/KeyValueObserving.h"
+#include "Platform/Media/MediaTime.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace platform {
+
+class PlayerItem;
+
+enum class PlayerStatus : std::int64_t { Unknown = 0, ReadyToPlay = 1, Failed = 2 };
+
+/// Whether time runs: not wanted, wanted but not yet or no longer possible, running.
+enum class TimeControlStatus : std::int64_t {
+    Paused = 0,
+    WaitingToPlayAtSpecifiedRate = 1,
+    Playing = 2,
+};
+
+/// The key path under which a player's time control status is observed. Every start passes through
+/// waiting; each change is told in a turn of its own, in which the property has its new value.
+inline constexpr const char* kPlayerTimeControlStatusKeyPath = "timeControlStatus";
+
+/// Plays one item.
+///
+/// Owner:  whoever made it, with `playerWithPlayerItem`; its end stops everything.
+/// Thread: main. No call waits for anything.
+class Player final : public ObservableObject {
+public:
+    [[nodiscard]] static std::shared_ptr<Player>
+    playerWithPlayerItem(const std::shared_ptr<PlayerItem>& item);
+    explicit Player(std::shared_ptr<PlayerItem> item) : item_(std::move(item)) {}
+    ~Player() override;
+    void init() override;
+
+    [[nodiscard]] std::shared_ptr<PlayerItem> currentItem() const { return item_; }
+    [[nodiscard]] PlayerStatus status() const { return status_; }
+    [[nodiscard]] TimeControlStatus timeControlStatus() const { return timeControlStatus_; }
+    [[nodiscard]] MediaTime currentTime() const;
+
+    void play();
+    void pause();
+    /// See `PlayerItem::seekToTime`.
+    void seekToTime(MediaTime target);
+
+    /// Linear, 0 to 1.
+    [[nodiscard]] float volume() const { return volume_; }
+    void setVolume(float volume);
+
+    /// Stands for a block that is called again and again; give it back to end that.
+    using TimeObserver = std::shared_ptr<const void>;
+    /// Calls the block with the time of playback: while it runs, at frame instants, about once per
+    /// `interval`, and whenever time starts, stops or jumps.
+    [[nodiscard]] TimeObserver
+    addPeriodicTimeObserverForInterval(MediaTime interval, std::function<void(MediaTime)> block);
+    void removeTimeObserver(const TimeObserver& observer);
+
+private:
+    struct PeriodicBlock {
+        Instant interval;
+        std::function<void(MediaTime)> block;
+        int framesToGo = 0;
+    };
+
+    friend class PlayerItem;
+    void itemIsReady();
+    void itemDidFail();
+    void itemDidStart();
+    void itemDidStall();
+    void itemWillEnd();
+    void itemDidEnd();
+    void itemDidDecode();
+    void timeDidJump();
+
+    void announce(TimeControlStatus status);
+    void runFrames();
+    void frameDidCome();
+    /// Calls the blocks, all or those whose turn it is, once the present's picture is settled.
+    enum class Ticks { Due, All };
+    void tick(Ticks which);
+    void callBlocks(Ticks which);
+
+    std::shared_ptr<PlayerItem> item_;
+    PlayerStatus status_ = PlayerStatus::Unknown;
+    TimeControlStatus timeControlStatus_ = TimeControlStatus::Paused;
+    TimeControlStatus announced_ =
+        TimeControlStatus::Paused; // the last of the changes on their way
+    float volume_ = 1.0F;
+    bool wantsToPlay_ = false;
+    bool isRunning_ = false;             // time passes
+    bool awaitsFrame_ = false;           // the next frame instant is asked for
+    std::optional<Ticks> awaitsDecoder_; // a tick that comes once its picture is settled
+    MediaTime lastTick_;
+    std::vector<std::shared_ptr<PeriodicBlock>> blocks_;
+};
+
+} // namespace platform
