@@ -2,6 +2,7 @@
 
 #include "HVViewer/Model/ContentType.h"
 #include "HVViewer/Model/DisplayMode.h"
+#include "HVViewer/Model/Streamer/StreamerDelegate.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Foundation/URL.h"
 #include "Platform/Imaging/Image.h"
@@ -16,6 +17,7 @@
 class ZNTDisplayView;
 class ZNTHotSpot;
 class ZNTHotSpotPickingPoint;
+class ZNTStreamer;
 
 namespace platform {
 class DataTask;
@@ -33,12 +35,12 @@ struct Notification;
 /// host->appear();
 /// ```
 ///
-/// Content is given once: a picture that is being shown cannot be replaced, a new controller shows
-/// another. Misuse is logged and changes nothing.
+/// Content is given once: a picture that is being shown cannot be replaced but by a video, a new
+/// controller shows another. Misuse is logged and changes nothing.
 ///
 /// Owner:  the host application, as a `std::shared_ptr`; release it before its host goes.
 /// Thread: main, hooks included.
-class ZNTDisplayViewController : public platform::ViewController {
+class ZNTDisplayViewController : public platform::ViewController, public StreamerDelegate {
 public:
     ZNTDisplayViewController() = default;
     explicit ZNTDisplayViewController(const platform::Coder& coder);
@@ -59,8 +61,27 @@ public:
     ///         a download that fails.
     void prepareImageWithUrl(const std::optional<platform::URL>& url);
     void prepareImageWithUrl(const std::optional<platform::URL>& url, bool isLocal);
+    /// Plays a video from a file or an address, in place of whatever is shown, as soon as it is
+    /// ready.
+    ///
+    /// Errors: a log line for no address; `downloadVideoFailedWithError` for what cannot be played.
+    void prepareVideoWithUrl(const std::optional<platform::URL>& url);
+    void prepareVideoWithUrl(const std::optional<platform::URL>& url, bool isLocal);
+    /// Loads again from the address: a picture that has not arrived, else the video.
+    void reloadContent();
     /// Hands a picture that is ready to the view. Appearing does it.
     void prepareDisplayView();
+
+    /// Playback; without a video nothing happens, and the numbers are 0.
+    void play();
+    void pause();
+    /// In seconds, to the very picture. What plays goes on playing.
+    void seekToTime(double seconds);
+    /// 0 to 1. It answers what was set last, and 0 before; videos start at 0.6.
+    void setPlayerVolume(double volume);
+    [[nodiscard]] double playerVolume() const;
+    /// In seconds; NaN until it is known, and for a live stream.
+    [[nodiscard]] double videoDuration() const;
 
     /// Switches the display mode, at any moment; the layout follows within 0.3 s. Before the view
     /// has loaded the mode is only noted: set it afterwards.
@@ -113,6 +134,9 @@ public:
     }
     [[nodiscard]] platform::ImagePtr srcImage() const { return srcImage_; }
     [[nodiscard]] const std::optional<platform::URL>& srcImageUrl() const { return srcImageUrl_; }
+    [[nodiscard]] const std::optional<platform::URL>& srcVideoUrl() const { return srcVideoUrl_; }
+    /// Null before the first video.
+    [[nodiscard]] std::shared_ptr<ZNTStreamer> streamer() const { return streamer_; }
     /// The download of a picture while one is under way; of several the one begun last.
     [[nodiscard]] std::shared_ptr<platform::DataTask> imageDownloadTask() const {
         return imageDownloadTask_.lock();
@@ -129,6 +153,16 @@ public:
     virtual void downloadImageStarted() {}
     virtual void downloadImageFinished() {}
     virtual void downloadImageFailedWithError(const platform::Error& /*error*/) {}
+    /// The address cannot be played, or not on to its end; local files come here too.
+    virtual void downloadVideoFailedWithError(const platform::Error& /*error*/) {}
+    virtual void videoPaused() {}
+    virtual void videoStartedPlaying() {}
+    virtual void videoDidEndPlaying() {}
+    /// Loading or buffering begins, and ends.
+    virtual void videoIsLoading() {}
+    virtual void videoDidEndLoading() {}
+    /// Up to 60 times a second while it plays.
+    virtual void videoPlayedToTime(double /*seconds*/) {}
     /// A hot spot was tapped or looked at, in this controller or in any other of the process.
     virtual void detectPickedHotSpotObjectWithName(const std::string& /*name*/,
                                                    std::int64_t /*forIndex*/,
@@ -141,6 +175,15 @@ public:
                                   const platform::TransitionCoordinator& transition) override;
 
 private:
+    void hasNewFrame(ZNTStreamer& streamer, const platform::PixelBufferPtr& buffer) override;
+    void streamerWillStartLoadingItem(ZNTStreamer& streamer) override;
+    void streamerDidFinishLoadingItem(ZNTStreamer& streamer) override;
+    void didFailToLoadItemWithError(ZNTStreamer& streamer, const platform::Error& error) override;
+    void streamerDidPaused(ZNTStreamer& streamer) override;
+    void streamerDidStartPlaying(ZNTStreamer& streamer) override;
+    void streamerDidFinishStreamingItem(ZNTStreamer& streamer) override;
+    void didPlayedToTime(ZNTStreamer& streamer, double seconds) override;
+
     void setupDefaults();
     void showAgain();
     void createDisplayView();
@@ -148,6 +191,10 @@ private:
     void updateConsraints();
     void showSecondView();
     void loadRemoteImage();
+    void activateAudioSession();
+    void setupStreamer();
+    void showFrame(const platform::PixelBufferPtr& buffer);
+    void showKeptFrame();
     void prepareHotSpotGestures();
     void displayViewDidDetectHotSpotTapGesture(const platform::TapGestureRecognizer& recognizer);
     void didDetectObjectPickingEvent(const platform::Notification& notification);
@@ -160,6 +207,9 @@ private:
     std::shared_ptr<ZNTDisplayView> virtualDisplayView_;
     platform::ImagePtr srcImage_;
     std::optional<platform::URL> srcImageUrl_;
+    std::optional<platform::URL> srcVideoUrl_;
+    std::shared_ptr<ZNTStreamer> streamer_;
+    platform::PixelBufferPtr frameBuffer_; // the last one, for views that change while paused
     std::weak_ptr<platform::DataTask> imageDownloadTask_;
     bool isLocalResource_ = false;
     ContentType contentType_ = ContentType::Undefined;

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Platform/Foundation/Result.h"
+#include "Platform/Graphics/PixelBuffer.h"
+
+class ZNTStreamer;
+
+/// Hears what a streamer plays.
+///
+/// Thread: main.
+class StreamerDelegate {
+public:
+    virtual ~StreamerDelegate() = default;
+
+    /// A new picture's time has come. `buffer` may be null.
+    virtual void hasNewFrame(ZNTStreamer& streamer, const platform::PixelBufferPtr& buffer) = 0;
+    /// Loading or buffering begins, and ends.
+    virtual void streamerWillStartLoadingItem(ZNTStreamer& /*streamer*/) {}
+    virtual void streamerDidFinishLoadingItem(ZNTStreamer& /*streamer*/) {}
+    virtual void didFailToLoadItemWithError(ZNTStreamer& /*streamer*/,
+                                            const platform::Error& /*error*/) {}
+    virtual void streamerDidPaused(ZNTStreamer& /*streamer*/) {}
+    virtual void streamerDidStartPlaying(ZNTStreamer& /*streamer*/) {}
+    virtual void streamerDidFinishStreamingItem(ZNTStreamer& /*streamer*/) {}
+    /// Every tick, before the tick's picture.
+    virtual void didPlayedToTime(ZNTStreamer& /*streamer*/, double /*seconds*/) {}
+};

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
+#include "Platform/Foundation/NotificationCenter.h"
+#include "Platform/Interface/Application.h"
+#include "Tests/Support/HeadlessPlayer.h"
+#include "Tests/Support/HookRecorder.h"
+#include "Tests/Support/ShownFrame.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+/// A player in a headless host in virtual time, flat on a plane.
+class PlaybackScene {
+public:
+    explicit PlaybackScene(platform::Size size = {256, 128}) : host(makeHost(size)) {
+        host->embedded().setRootViewController(player);
+        player->setDisplayMode(DisplayMode::Plane);
+    }
+    ~PlaybackScene() { host->embedded().setRootViewController(nullptr); }
+    PlaybackScene(const PlaybackScene&) = delete;
+    PlaybackScene& operator=(const PlaybackScene&) = delete;
+
+    void play(const std::string& path) {
+        player->prepareVideoWithUrl(platform::URL::fileURLWithPath(path));
+        appear();
+    }
+    void appear() {
+        host->embedded().appear();
+        host->settle();
+    }
+    void advance(double seconds) { host->advanceTo(host->now() + platform::fromSeconds(seconds)); }
+    void release() {
+        host->embedded().setRootViewController(nullptr);
+        player.reset();
+    }
+
+    [[nodiscard]] platform::ImagePtr snapshot() {
+        platform::NotificationCenter::defaultCenter().post(platform::kWillSnapshot);
+        host->settle();
+        return host->embedded().snapshot(1).value();
+    }
+    /// The number of the frame that is on screen; 0 also while it is dark.
+    [[nodiscard]] std::optional<int> shownFrame() { return tests::shownFrameNumber(*snapshot()); }
+
+    std::unique_ptr<HeadlessHost> host;
+    std::shared_ptr<HookRecorder> player = platform::make<HookRecorder>();
+};
