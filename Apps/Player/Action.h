@@ -55,6 +55,26 @@ struct HotSpotsAction {
     platform::Point pickingPoint{0.5, 0.5};
     std::int64_t rejectRate = 1;
 };
+/// A picture or a video, from a file or an address.
+struct ContentAction {
+    enum class Kind { Picture, Video };
+    Kind kind;
+    std::string input;
+};
+struct SeekAction {
+    double seconds;
+};
+struct VolumeAction {
+    /// 0 to 1.
+    double volume;
+};
+/// What is done without saying more.
+enum class CommandAction {
+    Play,
+    Pause,
+    Appear, ///< the view disappears and appears again
+    Reload,
+};
 struct SphericalOffsetAction {
     float radians;
 };
@@ -72,12 +92,20 @@ struct Action {
     /// Virtual seconds.
     double at = 0;
     std::variant<ModeAction, ResizeAction, OrientationAction, AttitudeAction, SwitchAction,
-                 SphericalOffsetAction, HotSpotsAction, TouchAction, SnapshotAction>
+                 SphericalOffsetAction, HotSpotsAction, TouchAction, ContentAction, SeekAction,
+                 VolumeAction, CommandAction, SnapshotAction>
         what;
 
     /// Settings at second 0 take effect before the view appears.
     [[nodiscard]] bool isSetting() const {
-        return !isSnapshot() && !std::holds_alternative<TouchAction>(what);
+        return isAnyOf<ModeAction, ResizeAction, OrientationAction, AttitudeAction, SwitchAction,
+                       SphericalOffsetAction, HotSpotsAction>();
     }
-    [[nodiscard]] bool isSnapshot() const { return std::holds_alternative<SnapshotAction>(what); }
+    [[nodiscard]] bool isSnapshot() const { return isAnyOf<SnapshotAction>(); }
+
+private:
+    template <class... Kinds>
+    [[nodiscard]] bool isAnyOf() const {
+        return (std::holds_alternative<Kinds>(what) || ...);
+    }
 };

@@ -17,6 +17,20 @@ inline constexpr std::array<std::pair<std::string_view, SwitchAction::Switch>, 7
     {"tap_detection", SwitchAction::Switch::TapDetection},
 }};
 
+/// What is done without saying more.
+inline constexpr std::array<std::pair<std::string_view, CommandAction>, 4> kCommandNames{{
+    {"play", CommandAction::Play},
+    {"pause", CommandAction::Pause},
+    {"appear", CommandAction::Appear},
+    {"reload", CommandAction::Reload},
+}};
+
+/// Pictures and videos.
+inline constexpr std::array<std::pair<std::string_view, ContentAction::Kind>, 2> kContentNames{{
+    {"image", ContentAction::Kind::Picture},
+    {"video", ContentAction::Kind::Video},
+}};
+
 /// What a finger does, as action scripts call it.
 inline constexpr std::array<std::pair<std::string_view, platform::TouchPhase>, 4> kPhaseNames{{
     {"down", platform::TouchPhase::Down},

@@ -75,6 +75,48 @@ What readSnapshot(const ActionLine& line) {
     return SnapshotAction{name};
 }
 
+double readFinite(const ActionLine& line, const char* key) {
+    const double number = line.number(key);
+    if (!std::isfinite(number))
+        throw LineRefused("\"" + std::string(key) + "\" is not a number");
+    return number;
+}
+
+What readSeek(const ActionLine& line) {
+    return SeekAction{readFinite(line, "seek")};
+}
+
+What readVolume(const ActionLine& line) {
+    const double volume = readFinite(line, "volume");
+    if (volume < 0 || volume > 1)
+        throw LineRefused("\"volume\" is not between 0 and 1");
+    return VolumeAction{volume};
+}
+
+/// The entry of a table whose name the line has; one of them is what the line is known by.
+template <class Names>
+const auto& namedIn(const Names& names, const ActionLine& line) {
+    return *std::find_if(names.begin(), names.end(),
+                         [&line](const auto& entry) { return line.has(std::string(entry.first)); });
+}
+
+What readContent(const ActionLine& line) {
+    const auto& [name, kind] = namedIn(kContentNames, line);
+    const std::string input = line.text(std::string(name));
+    if (input.empty())
+        throw LineRefused("\"" + std::string(name) + "\" names nothing");
+    const bool isAddress = input.find("://") != std::string::npos;
+    return ContentAction{kind, isAddress ? input
+                                         : (std::filesystem::path(line.folder()) / input).string()};
+}
+
+What readCommand(const ActionLine& line) {
+    const auto& [name, command] = namedIn(kCommandNames, line);
+    if (!line.flag(std::string(name)))
+        throw LineRefused("\"" + std::string(name) + "\" is not true");
+    return command;
+}
+
 template <What (*read)(const ActionLine&)>
 Actions readOne(const ActionLine& line) {
     return {{line.at(), read(line)}};
@@ -88,10 +130,8 @@ struct ActionKind {
 };
 
 What readSwitch(const ActionLine& line) {
-    const auto* const found =
-        std::find_if(kSwitchNames.begin(), kSwitchNames.end(),
-                     [&line](const auto& entry) { return line.has(std::string(entry.first)); });
-    return SwitchAction{found->second, line.flag(std::string(found->first))};
+    const auto& [name, which] = namedIn(kSwitchNames, line);
+    return SwitchAction{which, line.flag(std::string(name))};
 }
 
 std::vector<ActionKind> makeKinds() {
@@ -105,10 +145,16 @@ std::vector<ActionKind> makeKinds() {
         {"attitude", {}, readOne<readAttitude>},
         {"spherical_offset", {}, readOne<readSphericalOffset>},
         {"hot_spots", {"picking_point", "reject_rate"}, readOne<readHotSpotsOf>},
+        {"seek", {}, readOne<readSeek>},
+        {"volume", {}, readOne<readVolume>},
         {"snapshot", {}, readOne<readSnapshot>},
     };
     for (const auto& [name, which] : kSwitchNames)
         kinds.push_back({name, {}, readOne<readSwitch>});
+    for (const auto& [name, kind] : kContentNames)
+        kinds.push_back({name, {}, readOne<readContent>});
+    for (const auto& [name, command] : kCommandNames)
+        kinds.push_back({name, {}, readOne<readCommand>});
     return kinds;
 }
 

@@ -62,6 +62,16 @@ struct Describe {
             line["mouse"] = true;
         return line;
     }
+    ordered_json operator()(const ContentAction& action) const {
+        return {{std::string(nameOf(kContentNames, action.kind)), action.input}};
+    }
+    ordered_json operator()(const SeekAction& action) const { return {{"seek", action.seconds}}; }
+    ordered_json operator()(const VolumeAction& action) const {
+        return {{"volume", action.volume}};
+    }
+    ordered_json operator()(CommandAction action) const {
+        return {{std::string(nameOf(kCommandNames, action)), true}};
+    }
     ordered_json operator()(const SnapshotAction& action) const {
         return {{"snapshot", action.name}};
     }

@@ -14,6 +14,16 @@ enum class KeyAction {
     ToggleDeviceMotion,
     ToggleVerticalLock,
     ToggleAutoPicking,
+    LookLeft,
+    LookRight,
+    LookUp,
+    LookDown,
+    TogglePlayback,
+    SeekBack,
+    SeekForward,
+    ToggleMute,
+    VolumeDown,
+    VolumeUp,
     ToggleFullScreen,
     TakeScreenshot,
     PrintHelp,
@@ -21,7 +31,8 @@ enum class KeyAction {
     Leave, ///< full screen if it is on, else the program
 };
 
-/// None: the key does nothing. Keys that are held or pressed with Control, Alt or the system's key
+/// None: the key does nothing. A key that is held goes on looking, seeking and changing the volume;
+/// other keys act once. Keys that are pressed with Control, Alt or the system's key
 /// belong to somebody else.
 [[nodiscard]] std::optional<KeyAction> keyActionOf(const KeyPress& press);
 

@@ -15,7 +15,9 @@ public:
         : previous_(platform::setLogSink([&trace](platform::LogLevel level, std::string_view text) {
               if (level == platform::LogLevel::Debug)
                   return;
-              tell(text);
+              // The program says why it failed, in a line of its own.
+              if (text != "Player failed to play")
+                  tell(text);
               trace.log(text);
           })) {}
     ~LogTap() { platform::setLogSink(previous_); }

@@ -8,6 +8,7 @@
 #include "Apps/Player/PickFeedback.h"
 #include "Apps/Player/WindowPlayer.h"
 #include "Apps/Player/WindowRecording.h"
+#include "HVViewer/Model/Streamer/ZNTStreamer.h"
 #include "Hosts/SDL/SDLHost.h"
 #include "Platform/Motion/AttitudeTracePlayer.h"
 
@@ -125,8 +126,17 @@ ExitCode play(const PlayCommand& command) {
     prepareContent(*controller, command.input);
     // An address that is not read from answers in the next turn; the window is not shown yet.
     host.embedded().runDueWork();
-    if (!contentIsOpen(*controller, command.input))
+    if (stateOfContent(*controller, command.input) == ContentState::Failed)
         return ExitCode::ContentNotOpened;
+    bool hasFailed = false;
+    controller->setFailureListener([&](const platform::Error& error) {
+        tell(command.input + ": " + error.detail);
+        // What has been shown stays on the screen.
+        const auto streamer = controller->streamer();
+        hasFailed = !streamer || streamer->status() != platform::PlayerStatus::ReadyToPlay;
+        if (hasFailed)
+            host.quit();
+    });
     const Extras extras = std::move(opened).value(); // goes before the host that it watches
     WindowRecording* const recording = extras.recording.get();
     host.embedded().setRootViewController(controller);
@@ -139,5 +149,8 @@ ExitCode play(const PlayCommand& command) {
     });
     begin(host, controller, extras, feedback);
     host.run();
+    controller->setFailureListener({});
+    if (hasFailed)
+        return ExitCode::ContentNotOpened;
     return recording ? endRecording(*recording, command) : ExitCode::Done;
 }

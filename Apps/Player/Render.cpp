@@ -10,6 +10,7 @@
 #include "Apps/Player/Trace.h"
 #include "Apps/Player/TracedController.h"
 #include "Hosts/Headless/HeadlessHost.h"
+#include "Platform/Foundation/NotificationCenter.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -76,7 +77,7 @@ private:
         controller_ = platform::make<TracedController>(trace_);
         prepareContent(*controller_, command_.input);
         host_->settle();
-        if (!contentIsOpen(*controller_, command_.input))
+        if (stateOfContent(*controller_, command_.input) != ContentState::Open)
             throw Stop{ExitCode::ContentNotOpened};
     }
 
@@ -92,6 +93,7 @@ private:
     }
 
     void snapshot(const std::string& name) {
+        platform::NotificationCenter::defaultCenter().post(platform::kWillSnapshot);
         host_->settle();
         const auto picture = host_->embedded().snapshot(command_.scale);
         if (!picture) {
@@ -152,6 +154,27 @@ private:
         platform::TouchEvent event = action.event;
         event.time = host_->now();
         host_->embedded().touch(event);
+    }
+    void applyKind(const ContentAction& action) {
+        if (action.kind == ContentAction::Kind::Video)
+            controller_->prepareVideoWithUrl(urlOf(action.input));
+        else
+            controller_->prepareImageWithUrl(urlOf(action.input));
+    }
+    void applyKind(const SeekAction& action) { controller_->seekToTime(action.seconds); }
+    void applyKind(const VolumeAction& action) { controller_->setPlayerVolume(action.volume); }
+    void applyKind(CommandAction action) {
+        switch (action) {
+        case CommandAction::Play:
+            return controller_->play();
+        case CommandAction::Pause:
+            return controller_->pause();
+        case CommandAction::Appear:
+            host_->embedded().disappear();
+            return host_->embedded().appear();
+        case CommandAction::Reload:
+            return controller_->reloadContent();
+        }
     }
     void applyKind(const SnapshotAction& action) { snapshot(action.name); }
 

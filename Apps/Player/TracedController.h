@@ -22,14 +22,31 @@ struct Pick {
 class TracedController final : public ZNTDisplayViewController {
 public:
     using PickListener = std::function<void(const Pick&)>;
+    using FailureListener = std::function<void(const platform::Error&)>;
 
     explicit TracedController(Trace& trace) : trace_(trace) {}
 
     void downloadImageStarted() override { trace_.hook("downloadImageStarted"); }
-    void downloadImageFinished() override { trace_.hook("downloadImageFinished"); }
+    void downloadImageFinished() override {
+        trace_.hook("downloadImageFinished");
+        if (!srcImage())
+            fail({platform::ErrorCode::Unsupported, "holds no picture"});
+    }
     void downloadImageFailedWithError(const platform::Error& error) override {
         trace_.hook("downloadImageFailedWithError", {{"error", error.detail}});
-        failure_ = error;
+        fail(error);
+    }
+    void downloadVideoFailedWithError(const platform::Error& error) override {
+        trace_.hook("downloadVideoFailedWithError", {{"error", error.detail}});
+        fail(error);
+    }
+    void videoPaused() override { trace_.hook("videoPaused"); }
+    void videoStartedPlaying() override { trace_.hook("videoStartedPlaying"); }
+    void videoDidEndPlaying() override { trace_.hook("videoDidEndPlaying"); }
+    void videoIsLoading() override { trace_.hook("videoIsLoading"); }
+    void videoDidEndLoading() override { trace_.hook("videoDidEndLoading"); }
+    void videoPlayedToTime(double seconds) override {
+        trace_.hook("videoPlayedToTime", {{"seconds", seconds}});
     }
     void detectPickedHotSpotObjectWithName(const std::string& name, std::int64_t forIndex,
                                            bool detectedByTap) override {
@@ -42,11 +59,20 @@ public:
     /// Told after the trace. Empty: nobody listens.
     void setPickListener(PickListener listener) { pickListener_ = std::move(listener); }
 
+    void setFailureListener(FailureListener listener) { failureListener_ = std::move(listener); }
+
     /// Why the content could not be loaded, once the library has said so.
     [[nodiscard]] const std::optional<platform::Error>& failure() const { return failure_; }
 
 private:
+    void fail(const platform::Error& error) {
+        failure_ = error;
+        if (failureListener_)
+            failureListener_(error);
+    }
+
     Trace& trace_;
     PickListener pickListener_;
+    FailureListener failureListener_;
     std::optional<platform::Error> failure_;
 };

@@ -1,17 +1,24 @@
 #include "Apps/Player/WindowPlayer.h"
 
+#include "Apps/Player/KeyLook.h"
 #include "Apps/Player/Message.h"
 #include "Apps/Player/PictureOutput.h"
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
+#include "HVViewer/Model/Streamer/ZNTStreamer.h"
 #include "Hosts/SDL/SDLHost.h"
 #include "Platform/Interface/Screen.h"
 #include "Platform/Motion/AttitudeSource.h"
 
+#include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <string>
 #include <utility>
 
 namespace {
+
+constexpr double kSeekSeconds = 10;
+constexpr double kVolumeStep = 0.1;
 
 std::string freeScreenshotName() {
     for (int number = 1;; ++number) {
@@ -26,7 +33,8 @@ std::string freeScreenshotName() {
 
 WindowPlayer::WindowPlayer(SDLHost& host, ZNTDisplayViewController& controller,
                            ActionListener listener)
-    : host_(host), controller_(controller), listener_(std::move(listener)) {
+    : host_(host), controller_(controller), listener_(std::move(listener)),
+      keyLook_(platform::make<KeyLook>(host)) {
     host_.setKeyListener([this](const KeyPress& press) {
         if (const auto action = keyActionOf(press))
             perform(*action);
@@ -53,6 +61,26 @@ void WindowPlayer::perform(KeyAction action) {
         return toggleVerticalLock();
     case KeyAction::ToggleAutoPicking:
         return toggleAutoPicking();
+    case KeyAction::LookLeft:
+        return keyLook_->look({-1, 0});
+    case KeyAction::LookRight:
+        return keyLook_->look({1, 0});
+    case KeyAction::LookUp:
+        return keyLook_->look({0, -1});
+    case KeyAction::LookDown:
+        return keyLook_->look({0, 1});
+    case KeyAction::TogglePlayback:
+        return togglePlayback();
+    case KeyAction::SeekBack:
+        return seekBy(-kSeekSeconds);
+    case KeyAction::SeekForward:
+        return seekBy(kSeekSeconds);
+    case KeyAction::ToggleMute:
+        return toggleMute();
+    case KeyAction::VolumeDown:
+        return changeVolumeBy(-kVolumeStep);
+    case KeyAction::VolumeUp:
+        return changeVolumeBy(kVolumeStep);
     case KeyAction::ToggleFullScreen:
         return host_.setFullScreen(!host_.isFullScreen());
     case KeyAction::TakeScreenshot:
@@ -102,6 +130,56 @@ void WindowPlayer::toggleAutoPicking() {
     controller_.setEnableHotSpotAutoPicking(on);
     controller_.prepareDisplayView(); // which is when it takes effect
     tellListener(SwitchAction{SwitchAction::Switch::AutoPicking, on});
+}
+
+void WindowPlayer::togglePlayback() {
+    const auto streamer = controller_.streamer();
+    if (!streamer)
+        return;
+    const auto player = streamer->player();
+    const bool isStill =
+        !player || player->timeControlStatus() == platform::TimeControlStatus::Paused;
+    if (isStill)
+        controller_.play();
+    else
+        controller_.pause();
+    tellListener(isStill ? CommandAction::Play : CommandAction::Pause);
+}
+
+void WindowPlayer::seekBy(double seconds) {
+    const double duration = controller_.videoDuration();
+    if (!controller_.streamer() || std::isnan(duration))
+        return;
+    const auto player = controller_.streamer()->player();
+    const double now = player ? player->currentTime().seconds() : 0.0;
+    const double target = std::clamp(now + seconds, 0.0, duration);
+    controller_.seekToTime(target);
+    tellListener(SeekAction{target});
+}
+
+void WindowPlayer::toggleMute() {
+    const double volume = volumeNow();
+    if (volume > 0)
+        volumeBeforeMute_ = volume;
+    setVolume(volume > 0 ? 0 : volumeBeforeMute_);
+}
+
+void WindowPlayer::changeVolumeBy(double step) {
+    // In whole steps, so that the same presses down and up again come back.
+    const double steps = std::round(volumeNow() / kVolumeStep) + std::round(step / kVolumeStep);
+    setVolume(std::clamp(steps * kVolumeStep, 0.0, 1.0));
+}
+
+double WindowPlayer::volumeNow() const {
+    const auto player = controller_.streamer() ? controller_.streamer()->player() : nullptr;
+    return player ? static_cast<double>(player->volume()) : 0;
+}
+
+void WindowPlayer::setVolume(double volume) {
+    if (!controller_.streamer())
+        return;
+    controller_.setPlayerVolume(volume);
+    tellListener(VolumeAction{volume});
 }
 
 void WindowPlayer::leave() {

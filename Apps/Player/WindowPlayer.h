@@ -4,8 +4,10 @@
 #include "Apps/Player/Keys.h"
 
 #include <functional>
+#include <memory>
 
 class SDLHost;
+class KeyLook;
 class ZNTDisplayViewController;
 
 /// Gives the window its keys.
@@ -28,6 +30,12 @@ private:
     void toggleDeviceMotion();
     void toggleVerticalLock();
     void toggleAutoPicking();
+    void togglePlayback();
+    void seekBy(double seconds);
+    void toggleMute();
+    void changeVolumeBy(double step);
+    [[nodiscard]] double volumeNow() const;
+    void setVolume(double volume);
     void tellListener(const decltype(Action::what)& what) const;
     void leave();
     /// Writes what the window shows to the first free name in the current folder and prints it.
@@ -36,4 +44,6 @@ private:
     SDLHost& host_;
     ZNTDisplayViewController& controller_;
     ActionListener listener_;
+    std::shared_ptr<KeyLook> keyLook_;
+    double volumeBeforeMute_ = 1;
 };

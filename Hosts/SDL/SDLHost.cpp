@@ -282,6 +282,10 @@ void SDLHost::setTouchListener(TouchListener listener) {
     loop_->input().setTouchListener(std::move(listener));
 }
 
+void SDLHost::touch(const platform::TouchEvent& event) {
+    loop_->input().deliver(event);
+}
+
 void SDLHost::setSizeListener(SizeListener listener) {
     loop_->setSizeListener(std::move(listener));
 }

@@ -78,6 +78,9 @@ public:
     /// left mouse button, and the fingers that stand for the wheel. It may do anything but destroy
     /// the host. Empty: nobody listens.
     void setTouchListener(TouchListener listener);
+    /// A touch of the program's own making, as if the machine had reported it: for keys that look
+    /// around. Its id is none of the machine's: -100 or less.
+    void touch(const platform::TouchEvent& event);
     /// Called after the window's content has another size in points or other pixels a point, and
     /// the library has been told. It may do anything but destroy the host.
     void setSizeListener(SizeListener listener);

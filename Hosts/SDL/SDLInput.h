@@ -42,6 +42,8 @@ public:
 
     /// Events that are not about input, or about another window, change nothing.
     void dispatch(const SDL_Event& event);
+    /// A touch of the program's own making, as if the machine had reported it.
+    void deliver(const platform::TouchEvent& event);
     /// Every touch ends without having happened.
     void cancelTouches();
 
@@ -53,7 +55,6 @@ private:
     void dispatchWheel(const SDL_MouseWheelEvent& event);
     void dispatchGesture(const SDL_MultiGestureEvent& event);
     void zoom(double factor, std::uint32_t timestamp);
-    void deliver(const platform::TouchEvent& event);
     [[nodiscard]] bool isOurs(std::uint32_t windowId) const { return windowId == windowId_; }
     [[nodiscard]] bool isTrackPad(SDL_TouchID device) const;
     [[nodiscard]] platform::Instant instantOf(std::uint32_t timestamp);

@@ -48,6 +48,42 @@ TEST(ActionScript, ReadsEveryKindInOrder) {
     EXPECT_EQ(actions[2].at, 1.5);
 }
 
+TEST(ActionScript, ReadsWhatIsDoneToContent) {
+    const auto script = read(R"({"at":0,"video":"a/tour.mp4"}
+{"at":0,"image":"https://example.org/p.jpg"}
+{"at":1,"seek":12.5}
+{"at":1,"volume":0.25}
+{"at":1,"play":true}
+{"at":1,"pause":true}
+{"at":1,"appear":true}
+{"at":1,"reload":true}
+)");
+    ASSERT_TRUE(script) << script.error().detail;
+    const auto& actions = script.value();
+    ASSERT_EQ(actions.size(), 8U);
+    EXPECT_EQ(std::get<ContentAction>(actions[0].what).kind, ContentAction::Kind::Video);
+    EXPECT_EQ(std::get<ContentAction>(actions[0].what).input, "a/tour.mp4");
+    EXPECT_EQ(std::get<ContentAction>(actions[1].what).kind, ContentAction::Kind::Picture);
+    EXPECT_EQ(std::get<ContentAction>(actions[1].what).input, "https://example.org/p.jpg");
+    EXPECT_EQ(std::get<SeekAction>(actions[2].what).seconds, 12.5);
+    EXPECT_EQ(std::get<VolumeAction>(actions[3].what).volume, 0.25);
+    EXPECT_EQ(std::get<CommandAction>(actions[4].what), CommandAction::Play);
+    EXPECT_EQ(std::get<CommandAction>(actions[5].what), CommandAction::Pause);
+    EXPECT_EQ(std::get<CommandAction>(actions[6].what), CommandAction::Appear);
+    EXPECT_EQ(std::get<CommandAction>(actions[7].what), CommandAction::Reload);
+    for (const Action& action : actions)
+        EXPECT_FALSE(action.isSetting()) << "content needs a view that has appeared";
+}
+
+TEST(ActionScript, RefusesContentThatCannotBe) {
+    EXPECT_EQ(refusal(R"({"at":1,"volume":1.5})"), "script:2: \"volume\" is not between 0 and 1");
+    EXPECT_EQ(refusal(R"({"at":1,"play":false})"), "script:2: \"play\" is not true");
+    EXPECT_EQ(refusal(R"({"at":1,"video":""})"), "script:2: \"video\" names nothing");
+    EXPECT_NE(refusal(R"({"at":1,"seek":"late"})"), "accepted");
+    EXPECT_NE(refusal(R"({"at":1,"play":true,"pause":true})"), "accepted");
+    EXPECT_NE(refusal(R"({"at":1,"seek":1,"volume":1})"), "accepted");
+}
+
 TEST(ActionScript, ReadsEverySwitch) {
     using Switch = SwitchAction::Switch;
     const std::vector<std::pair<std::string, Switch>> switches{

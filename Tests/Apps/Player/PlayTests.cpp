@@ -1,4 +1,5 @@
 #include "Tests/Apps/Player/ProgramRun.h"
+#include "Tests/Support/HttpServer.h"
 
 #include <gtest/gtest.h>
 
@@ -14,10 +15,15 @@ TEST(Play, NamesContentThatCannotBeOpenedInOneLine) {
     EXPECT_EQ(missing.exitCode, 2);
     EXPECT_EQ(missing.standardError, "zanto-player: image \"/no/such/panorama.jpg\" is not shown: "
                                      "it is missing (No such file or directory)\n");
-    const ProgramRun remote = runPlayer("http://127.0.0.1/panorama.jpg");
-    EXPECT_EQ(remote.exitCode, 2);
-    EXPECT_EQ(remote.standardError, "zanto-player: http://127.0.0.1/panorama.jpg: this build reads "
-                                    "pictures from files only\n");
+    const tests::RefusingPort closed;
+    for (const std::string& input :
+         {closed.url("/panorama.jpg"), closed.url("/tour.mp4"), std::string("/no/such/tour.mp4")}) {
+        const ProgramRun run = runPlayer(input);
+        EXPECT_EQ(run.exitCode, 2) << input;
+        EXPECT_TRUE(run.standardError.starts_with("zanto-player: " + input + ": "))
+            << run.standardError;
+        EXPECT_EQ(run.standardError.find('\n') + 1, run.standardError.size()) << run.standardError;
+    }
 }
 
 TEST(Play, NamesTheMissingDisplayInOneLine) {

@@ -1,4 +1,5 @@
 #include "Tests/Apps/Player/ProgramRun.h"
+#include "Tests/Support/HttpServer.h"
 
 #include <gtest/gtest.h>
 
@@ -49,13 +50,17 @@ TEST(Program, NamesAPictureInAFolderAfterItsInput) {
 TEST(Program, NamesContentThatCannotBeOpened) {
     const ScratchFolder folder;
     const std::string cut("\xff\xd8\xff\xe0", 4);
+    std::filesystem::create_symlink("/proc/self/mem", folder.path("unreadable.jpg"));
     const std::vector<std::pair<std::string, std::string>> cases{
         {folder.path("missing.jpg"), "it is missing"},
         {folder.write("empty.jpg", ""), "it is empty"},
         {folder.write("text.png", "just some text"), "not a JPEG, PNG or WebP picture"},
         {folder.write("cut.jpg", cut), "JPEG"},
-        {folder.path(""), "it is a directory"},
-        {"/proc/self/mem", "cannot be read"}};
+        {folder.path(""), "it is a folder"},
+        {folder.path("unreadable.jpg"), "cannot be read"},
+        {folder.path("missing.mp4"), "there is no such file"},
+        {folder.write("text.mp4", "just some text"), "not a video of a known kind"},
+        {folder.write("text", "just some text"), "not a video of a known kind"}};
     for (const auto& [input, cause] : cases) {
         const std::string message = refusalOf(input);
         EXPECT_NE(message.find(input), std::string::npos) << message;
@@ -64,11 +69,14 @@ TEST(Program, NamesContentThatCannotBeOpened) {
     }
 }
 
-TEST(Program, RefusesRemoteContentForNow) {
-    const std::string message = refusalOf("http://127.0.0.1/panorama.jpg");
-    EXPECT_EQ(message,
-              "zanto-player: http://127.0.0.1/panorama.jpg: this build reads pictures from "
-              "files only\n");
+TEST(Program, NamesAnAddressThatCannotBeOpened) {
+    const tests::RefusingPort closed;
+    for (const std::string& input : {closed.url("/panorama.jpg"), closed.url("/tour.mp4")}) {
+        const std::string message = refusalOf(input);
+        EXPECT_TRUE(message.starts_with("zanto-player: " + input + ": ")) << message;
+        EXPECT_NE(message.find("refuses the connection"), std::string::npos) << message;
+        EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1) << message;
+    }
 }
 
 TEST(Program, RefusesABadScriptBeforeItOpensAnything) {
