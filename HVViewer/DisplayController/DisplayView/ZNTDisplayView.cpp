@@ -99,11 +99,13 @@ bool ZNTDisplayView::prepareForVideo() {
 
 void ZNTDisplayView::showHotSpots(const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
                                   const HotSpots& hotSpots) {
-    const bool isAttached =
-        glDrawer_->hotSpotGLDrawer() && glDrawer_->pickingPoint() == pickingPoint;
-    if (isAttached && glDrawer_->givenHotSpots() == hotSpots)
+    const bool isAttached = glDrawer_->hotSpotGLDrawer() != nullptr;
+    const bool isSame =
+        glDrawer_->pickingPoint() == pickingPoint && glDrawer_->givenHotSpots() == hotSpots;
+    if (isAttached && isSame)
         return;
     if (isAttached) {
+        glDrawer_->setPickingPoint(pickingPoint);
         glDrawer_->updateHotSpots(hotSpots);
     } else {
         glDrawer_->attachPickingPoint(pickingPoint, hotSpots);

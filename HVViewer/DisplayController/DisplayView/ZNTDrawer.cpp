@@ -92,6 +92,12 @@ void ZNTDrawer::attachPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>
     updateHotSpots(hotSpots);
 }
 
+void ZNTDrawer::setPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>& point) {
+    pickingPoint_ = point;
+    if (hotSpotGLDrawer_)
+        hotSpotGLDrawer_->setPickingPoint(point);
+}
+
 void ZNTDrawer::updateHotSpots(const HotSpots& hotSpots) {
     givenHotSpots_ = hotSpots;
     if (hotSpotGLDrawer_)
