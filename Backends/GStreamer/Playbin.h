@@ -47,7 +47,7 @@ public:
 
     void close();
 
-    Playbin(const URL& url, MediaPacing pacing, PipelineEventSink events);
+    Playbin(URL url, MediaPacing pacing, PipelineEventSink events);
     ~Playbin() override = default;
     Playbin(const Playbin&) = delete;
     Playbin& operator=(const Playbin&) = delete;
