@@ -34,8 +34,10 @@ struct UnitBuffers {
 
 UnitBuffers unitBuffers;
 
+/// Without an error the context has gone, and the picture is on its way into another.
 void logTextureError(std::uint32_t glError) {
-    platform::log(platform::LogLevel::Error, "GL Error = " + std::to_string(glError));
+    if (glError != GL_NO_ERROR)
+        platform::log(platform::LogLevel::Error, "GL Error = " + std::to_string(glError));
 }
 
 void setColorConversion(const UniformTable& uniforms) {

@@ -157,7 +157,7 @@ TEST_F(WholePlayer, TellsEveryPlayerOfTheProcessWhatIsPickedInOneOfThem) {
     player().setDisplayMode(DisplayMode::Sphere);
     scene_.appear();
     other->take();
-    player().displayView()->objectPickTestForPixelAt(128, 64);
+    player().displayView()->objectPickTestForPixelAtX(128, 64);
     scene_.host->settle();
     EXPECT_THAT(player().take(), ElementsAre("picked door 0 tap"));
     EXPECT_THAT(other->take(), ElementsAre("picked door 0 tap"));
