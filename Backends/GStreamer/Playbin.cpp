@@ -272,7 +272,7 @@ Error Playbin::inWordsOf(const GError& error) {
     if (hasStreams_ && !hasVideo_)
         return noVideoError();
     const std::scoped_lock lock(mutex_);
-    return missingDecoder_.empty() ? pipelineError(error, {httpStatus_, isRemote()})
+    return missingDecoder_.empty() ? pipelineError(error, {httpStatus_, isRemote(), isOpen_})
                                    : missingDecoderError(missingDecoder_);
 }
 
