@@ -32,7 +32,7 @@ bool isNear(const Attitude& a, const Attitude& b) {
 
 void append(std::string& text, double number, char separator) {
     std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+    char* const end = std::to_chars(digits.begin(), digits.end(), number).ptr;
     text.append(digits.begin(), end);
     text += separator;
 }
