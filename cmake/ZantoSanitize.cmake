@@ -3,3 +3,8 @@ if(ZANTO_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()
+
+# A fuzzer goes by which code an input has reached, and by what it is compared with on the way.
+if(ZANTO_BUILD_FUZZERS)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
