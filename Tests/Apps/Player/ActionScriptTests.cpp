@@ -228,3 +228,14 @@ TEST(ActionScript, ReadsEveryExampleOfItsManual) {
     }
     EXPECT_GT(examples, 4);
 }
+
+TEST(ActionScript, RefusesGesturesThatOnlyAHugeMemoryCouldHold) {
+    std::string script;
+    for (int line = 0; line < 40; ++line)
+        script += R"({"at":)" + std::to_string(line) +
+                  R"(,"pinch":2,"center":[10,10],"over":600})" + "\n";
+    const auto result = read(script);
+    ASSERT_FALSE(result);
+    EXPECT_NE(result.error().detail.find("the script is too long"), std::string::npos)
+        << result.error().detail;
+}
