@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -21,7 +23,7 @@ struct EmbeddedResource {
 /// replacement shows instead of being passed over.
 ///
 /// Thread: main.
-class Bundle {
+class ZANTO_EXPORT Bundle {
 public:
     Bundle() = default;
     explicit Bundle(std::vector<EmbeddedResource> embedded);
