@@ -17,10 +17,10 @@ file(
 INPUT = ${pages}
 OUTPUT_DIRECTORY = ${PROJECT_BINARY_DIR}/docs
 ")
+set(ZANTO_REFERENCE_COMMAND ${CMAKE_COMMAND} -E env ZANTO_SOURCE=${PROJECT_SOURCE_DIR} ${DOXYGEN}
+                            ${PROJECT_BINARY_DIR}/Doxyfile)
 add_custom_target(
     zanto-docs
-    COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/docs
-    COMMAND ${CMAKE_COMMAND} -E env ZANTO_SOURCE=${PROJECT_SOURCE_DIR} ${DOXYGEN}
-            ${PROJECT_BINARY_DIR}/Doxyfile
+    COMMAND ${ZANTO_REFERENCE_COMMAND}
     COMMENT "Writing the reference"
     VERBATIM)
