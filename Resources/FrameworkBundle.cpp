@@ -1,4 +1,5 @@
 #include "Platform/Foundation/Bundle.h"
+#include "Resources/InstalledFolder.h"
 
 #include <string_view>
 
@@ -16,7 +17,8 @@ Bundle& Bundle::framework() {
                           {"FragmentPhotoShader.fsh", kFragmentPhotoShader},
                           {"FragmentVideoShader.fsh", kFragmentVideoShader},
                           {"Shader.vsh", kMarkerVertexShader},
-                          {"Shader.fsh", kMarkerFragmentShader}});
+                          {"Shader.fsh", kMarkerFragmentShader}},
+                         installedResourceFolder());
     return bundle;
 }
 

@@ -14,4 +14,9 @@ function(zanto_warnings target)
                 -Woverloaded-virtual
                 -Wold-style-cast
                 $<$<BOOL:${ZANTO_WERROR}>:-Werror>)
+    # A shared library that lacks something says so here, not to its users; under the sanitizers their
+    # own symbols are found later.
+    if(NOT ZANTO_SANITIZE)
+        target_link_options(${target} PRIVATE LINKER:--no-undefined)
+    endif()
 endfunction()

@@ -3,6 +3,7 @@
 #include "HVViewer/Model/ContentType.h"
 #include "HVViewer/Model/DisplayMode.h"
 #include "HVViewer/Model/Streamer/StreamerDelegate.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Foundation/URL.h"
 #include "Platform/Imaging/Image.h"
@@ -40,7 +41,8 @@ struct Notification;
 ///
 /// Owner:  the host application, as a `std::shared_ptr`; release it before its host goes.
 /// Thread: main, hooks included.
-class ZNTDisplayViewController : public platform::ViewController, public StreamerDelegate {
+class ZANTO_EXPORT ZNTDisplayViewController : public platform::ViewController,
+                                              public StreamerDelegate {
 public:
     ZNTDisplayViewController() = default;
     explicit ZNTDisplayViewController(const platform::Coder& coder);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/DataTask.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Foundation/URL.h"
 #include "Platform/Imaging/Image.h"
@@ -12,7 +13,7 @@
 /// What the player needs of the network and of the system.
 ///
 /// Thread: main.
-class ZNTUtilities {
+class ZANTO_EXPORT ZNTUtilities {
 public:
     /// A picture, or an error, or neither for bytes that are no picture.
     using ImageCompletion = std::function<void(const platform::ImagePtr& image,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Graphics/GLDevice.h"
@@ -51,8 +52,9 @@ struct EmbeddedHostStatus {
 /// library owns no loop and never waits.
 ///
 /// Owner:  the application; one at a time. Controllers are released before it, it before the
-/// context. Thread: one, the context's.
-class EmbeddedHost {
+///         context.
+/// Thread: one, the context's.
+class ZANTO_EXPORT EmbeddedHost {
 public:
     /// Errors: Unavailable when another host is alive or the context is not what is needed.
     [[nodiscard]] static platform::Result<std::unique_ptr<EmbeddedHost>>

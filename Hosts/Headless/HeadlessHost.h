@@ -2,6 +2,7 @@
 
 #include "Hosts/Embedded/EmbeddedHost.h"
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Result.h"
 
@@ -33,7 +34,7 @@ struct HeadlessHostOptions {
 ///
 /// Owner:  the application; one host at a time.
 /// Thread: one.
-class HeadlessHost {
+class ZANTO_EXPORT HeadlessHost {
 public:
     /// Errors: Unavailable without a driver that can do it.
     [[nodiscard]] static platform::Result<std::unique_ptr<HeadlessHost>>

@@ -3,6 +3,7 @@
 #include "Hosts/Embedded/EmbeddedHost.h"
 #include "Hosts/SDL/KeyPress.h"
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Interface/Touch.h"
@@ -38,7 +39,7 @@ struct SDLHostOptions {
 ///
 /// Owner:  the application; one host at a time.
 /// Thread: one, the process's first on some systems; SDL's video and events are used from no other.
-class SDLHost {
+class ZANTO_EXPORT SDLHost {
 public:
     using KeyListener = std::function<void(const KeyPress&)>;
     using TouchListener = std::function<void(const platform::TouchEvent&)>;

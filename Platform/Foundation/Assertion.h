@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <stdexcept>
 #include <string>
 
@@ -8,7 +10,7 @@ namespace platform {
 /// A broken set-up: a programming error or missing resources, never bad content.
 ///
 /// The only exception that leaves the library.
-class AssertionFailure : public std::logic_error {
+class ZANTO_EXPORT AssertionFailure : public std::logic_error {
 public:
     AssertionFailure(std::string file, int line, std::string description);
 
@@ -24,6 +26,6 @@ private:
 };
 
 /// Logs the failure as an error and throws `AssertionFailure`.
-[[noreturn]] void failAssertion(std::string file, int line, std::string description);
+[[noreturn]] ZANTO_EXPORT void failAssertion(std::string file, int line, std::string description);
 
 } // namespace platform

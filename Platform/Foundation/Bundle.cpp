@@ -19,9 +19,18 @@ std::optional<std::vector<std::uint8_t>> readFile(const std::filesystem::path& p
     return std::vector<std::uint8_t>(std::istreambuf_iterator<char>(file), {});
 }
 
+std::optional<std::filesystem::path> pathIn(const std::string& folder, std::string_view fileName) {
+    auto path = std::filesystem::path(folder) / fileName;
+    std::error_code ignored;
+    if (!std::filesystem::exists(path, ignored))
+        return std::nullopt;
+    return path;
+}
+
 } // namespace
 
-Bundle::Bundle(std::vector<EmbeddedResource> embedded) : embedded_(std::move(embedded)) {}
+Bundle::Bundle(std::vector<EmbeddedResource> embedded, std::string installedFolder)
+    : embedded_(std::move(embedded)), installedFolder_(std::move(installedFolder)) {}
 
 void Bundle::addFolder(std::string path) {
     folders_.push_back(std::move(path));
@@ -43,11 +52,12 @@ std::optional<std::vector<std::uint8_t>> Bundle::data(std::string_view name,
 
 std::optional<std::vector<std::uint8_t>> Bundle::data(std::string_view fileName) const {
     for (const std::string& folder : folders_) {
-        const auto path = std::filesystem::path(folder) / fileName;
-        std::error_code ignored;
-        if (std::filesystem::exists(path, ignored))
-            return readFile(path);
+        if (const auto path = pathIn(folder, fileName))
+            return readFile(*path);
     }
+    if (const auto path =
+            installedFolder_.empty() ? std::nullopt : pathIn(installedFolder_, fileName))
+        return readFile(*path);
     for (const EmbeddedResource& resource : embedded_) {
         if (resource.name == fileName)
             return decodeBase64(resource.base64);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -15,18 +17,21 @@ struct EmbeddedResource {
     std::string_view base64;
 };
 
-/// A set of named resources: those in registered folders first, then those built in.
+/// A set of named resources: those in registered folders first, then those that were installed, then
+/// those built in.
 ///
-/// A file in a folder shadows the built-in one even when it cannot be read, so that a broken
+/// A file in a folder shadows the later ones even when it cannot be read, so that a broken
 /// replacement shows instead of being passed over.
 ///
 /// Thread: main.
-class Bundle {
+class ZANTO_EXPORT Bundle {
 public:
     Bundle() = default;
-    explicit Bundle(std::vector<EmbeddedResource> embedded);
+    /// The folder of installed copies need not exist; empty: there is none.
+    explicit Bundle(std::vector<EmbeddedResource> embedded, std::string installedFolder = {});
 
-    /// The library's own resources: its shaders.
+    /// The library's own resources: its shaders. Installed copies are looked for where they stand
+    /// beside the library, wherever that has been moved to.
     [[nodiscard]] static Bundle& framework();
 
     /// The host application's own: the pictures that it refers to by name. Empty until it adds a
@@ -49,6 +54,7 @@ public:
 private:
     std::vector<EmbeddedResource> embedded_;
     std::vector<std::string> folders_;
+    std::string installedFolder_;
 };
 
 } // namespace platform

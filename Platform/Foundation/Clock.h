@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -11,13 +13,13 @@ namespace platform {
 using Instant = std::chrono::nanoseconds;
 
 /// Turns seconds into an instant or a span, rounded to the nearest nanosecond.
-[[nodiscard]] Instant fromSeconds(double seconds);
-[[nodiscard]] double toSeconds(Instant instant);
+[[nodiscard]] ZANTO_EXPORT Instant fromSeconds(double seconds);
+[[nodiscard]] ZANTO_EXPORT double toSeconds(Instant instant);
 
 /// Where the library's time comes from; nothing in it reads another.
 ///
 /// Thread: any.
-class Clock {
+class ZANTO_EXPORT Clock {
 public:
     virtual ~Clock() = default;
     [[nodiscard]] virtual Instant now() const = 0;
@@ -26,7 +28,7 @@ public:
 };
 
 /// The machine's steady clock, zero at its creation.
-class SystemClock final : public Clock {
+class ZANTO_EXPORT SystemClock final : public Clock {
 public:
     [[nodiscard]] Instant now() const override;
 
@@ -37,7 +39,7 @@ private:
 /// A clock that moves only when told, for rendering and tests.
 ///
 /// Thread: one moves it; any reads it.
-class VirtualClock final : public Clock {
+class ZANTO_EXPORT VirtualClock final : public Clock {
 public:
     [[nodiscard]] Instant now() const override { return Instant(now_.load()); }
     [[nodiscard]] bool isVirtual() const override { return true; }
@@ -50,7 +52,7 @@ private:
 };
 
 /// The display's refreshes: instants at whole multiples of an interval.
-class FrameGrid {
+class ZANTO_EXPORT FrameGrid {
 public:
     /// `framesPerSecond`: above 0.
     explicit FrameGrid(double framesPerSecond = 60.0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Object.h"
 #include "Platform/Foundation/Transfer.h"
 
@@ -21,7 +22,7 @@ class URLSession;
 /// Owner:  its session from `resume()` until it has ended; others keep it weakly. A task that is
 ///         dropped before it is resumed, and one whose session has gone, completes never.
 /// Thread: main, completion and listener included.
-class DataTask final : public Object {
+class ZANTO_EXPORT DataTask final : public Object {
 public:
     /// One of them: the data may be empty, the error's detail is the cause.
     using Completion = std::function<void(std::optional<Data> data, std::optional<Error> error)>;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <string>
 
 namespace platform {
@@ -7,7 +9,7 @@ namespace platform {
 /// The machine that the library runs on, as far as its behaviour depends on it.
 ///
 /// Thread: main.
-class Device {
+class ZANTO_EXPORT Device {
 public:
     [[nodiscard]] static Device& currentDevice();
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <functional>
 #include <string_view>
 
@@ -14,12 +16,12 @@ using LogSink = std::function<void(LogLevel, std::string_view)>;
 /// Writes one line to the sink.
 ///
 /// Thread: any; the sink must stand calls from any thread.
-void log(LogLevel level, std::string_view text);
+ZANTO_EXPORT void log(LogLevel level, std::string_view text);
 
 /// Replaces the sink and gives back the earlier one. An empty sink silences the library. The first
 /// sink writes everything but `Debug` to standard error.
 ///
 /// Thread: any.
-LogSink setLogSink(LogSink sink);
+ZANTO_EXPORT LogSink setLogSink(LogSink sink);
 
 } // namespace platform

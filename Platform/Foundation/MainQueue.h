@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Export.h"
 
 #include <cstdint>
 #include <functional>
@@ -19,7 +20,7 @@ namespace platform {
 ///
 /// Thread: `async`, `asyncAfter`, `beginWork` and `wakeUp` any; the rest main.
 /// Errors: an `AssertionFailure` that a block throws leaves `runDue()`; later blocks stay queued.
-class MainQueue {
+class ZANTO_EXPORT MainQueue {
 public:
     using Block = std::function<void()>;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 
 #include <cstdint>
@@ -38,7 +39,7 @@ struct Notification {
 ///
 /// Owner:  observers are held weakly; one that has gone receives nothing.
 /// Thread: main. Handlers run inside `post`; they may add and remove observers.
-class NotificationCenter {
+class ZANTO_EXPORT NotificationCenter {
 public:
     using Handler = std::function<void(const Notification&)>;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <concepts>
 #include <memory>
 #include <string>
@@ -11,7 +13,7 @@ namespace platform {
 ///
 /// Objects are made with `make<T>(…)`, which runs `init()` once the object can hand out itself;
 /// a host's subclasses are made the same way.
-class Object : public std::enable_shared_from_this<Object> {
+class ZANTO_EXPORT Object : public std::enable_shared_from_this<Object> {
 public:
     Object() = default;
     Object(const Object&) = delete;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Foundation/URL.h"
 
@@ -51,7 +52,7 @@ struct TransferRequest {
 
 /// A transfer under way. Its end stops it without waiting, so that a call which has begun by then
 /// may still be running.
-class Transfer {
+class ZANTO_EXPORT Transfer {
 public:
     virtual ~Transfer() = default;
 };
@@ -67,13 +68,13 @@ public:
 ///         Missing (no such file or host), Unreadable (refused, cut short, certificate, timed out,
 ///         too many redirects, not a file that can be read), Unsupported (another scheme),
 ///         Corrupt (the answer is not HTTP), TooLarge (over `maxBytes`, or over the memory).
-class TransferService {
+class ZANTO_EXPORT TransferService {
 public:
     virtual ~TransferService() = default;
     [[nodiscard]] virtual std::unique_ptr<Transfer> start(TransferRequest request) = 0;
 };
 
 /// The definition is the backend's, chosen by linking. Nothing runs until the first start.
-[[nodiscard]] std::unique_ptr<TransferService> makeTransferService();
+[[nodiscard]] ZANTO_EXPORT std::unique_ptr<TransferService> makeTransferService();
 
 } // namespace platform

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,7 +11,7 @@ namespace platform {
 /// The address of a file or of something on the network.
 ///
 /// Thread: any, it never changes.
-class URL {
+class ZANTO_EXPORT URL {
 public:
     /// A file by its path; a relative one is taken from the current folder at this moment.
     [[nodiscard]] static URL fileURLWithPath(const std::string& path);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/DataTask.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Object.h"
 #include "Platform/Foundation/Transfer.h"
 
@@ -23,7 +24,7 @@ namespace platform {
 ///
 /// Owner:  whoever made it; the end of a session stops its tasks, and they complete never.
 /// Thread: main; the work is done elsewhere, and no call waits for it.
-class URLSession final : public Object {
+class ZANTO_EXPORT URLSession final : public Object {
 public:
     /// The session of the process, ended with it.
     [[nodiscard]] static const std::shared_ptr<URLSession>& sharedSession();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -24,7 +26,7 @@ inline constexpr const char* kGLContextWasReplaced = "GLContextWasReplacedNotifi
 /// Installed by the host before the first view is shown and removed after the last is gone.
 ///
 /// Thread: main.
-class GLDevice {
+class ZANTO_EXPORT GLDevice {
 public:
     [[nodiscard]] static GLDevice& main();
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 // Vectors, quaternions and matrices of the scene, as plain C structs so that functions with C
 // linkage can take them by value. Single precision throughout; angles in radians.
 //
@@ -28,37 +30,39 @@ struct GLKMatrix4 {
     float m[16];
 };
 
-extern const GLKMatrix4 GLKMatrix4Identity;
+ZANTO_EXPORT extern const GLKMatrix4 GLKMatrix4Identity;
 
-GLKVector3 GLKVector3Make(float x, float y, float z);
-GLKVector4 GLKVector4Make(float x, float y, float z, float w);
-GLKQuaternion GLKQuaternionMake(float x, float y, float z, float w);
+ZANTO_EXPORT GLKVector3 GLKVector3Make(float x, float y, float z);
+ZANTO_EXPORT GLKVector4 GLKVector4Make(float x, float y, float z, float w);
+ZANTO_EXPORT GLKQuaternion GLKQuaternionMake(float x, float y, float z, float w);
 
 /// A turn about the axis (x, y, z), counter-clockwise seen against it; the axis need not be of unit
 /// length.
-GLKMatrix4 GLKMatrix4MakeRotation(float radians, float x, float y, float z);
-GLKMatrix4 GLKMatrix4MakeTranslation(float x, float y, float z);
-GLKMatrix4 GLKMatrix4MakeScale(float x, float y, float z);
+ZANTO_EXPORT GLKMatrix4 GLKMatrix4MakeRotation(float radians, float x, float y, float z);
+ZANTO_EXPORT GLKMatrix4 GLKMatrix4MakeTranslation(float x, float y, float z);
+ZANTO_EXPORT GLKMatrix4 GLKMatrix4MakeScale(float x, float y, float z);
 
 /// The right-handed perspective that looks along -z and maps depth to -1…1.
 ///
 /// `fovyRadians` is the vertical field of view, `aspect` width over height; both clipping distances
 /// are positive.
-GLKMatrix4 GLKMatrix4MakePerspective(float fovyRadians, float aspect, float nearZ, float farZ);
+ZANTO_EXPORT GLKMatrix4 GLKMatrix4MakePerspective(float fovyRadians, float aspect, float nearZ,
+                                                  float farZ);
 
 /// The rotation that the quaternion stands for. It is normalised first, so that a quaternion of
 /// zeros gives a matrix of NaNs.
-GLKMatrix4 GLKMatrix4MakeWithQuaternion(GLKQuaternion quaternion);
+ZANTO_EXPORT GLKMatrix4 GLKMatrix4MakeWithQuaternion(GLKQuaternion quaternion);
 
-GLKMatrix4 GLKMatrix4Multiply(GLKMatrix4 left, GLKMatrix4 right);
-GLKVector4 GLKMatrix4MultiplyVector4(GLKMatrix4 matrix, GLKVector4 vector);
+ZANTO_EXPORT GLKMatrix4 GLKMatrix4Multiply(GLKMatrix4 left, GLKMatrix4 right);
+ZANTO_EXPORT GLKVector4 GLKMatrix4MultiplyVector4(GLKMatrix4 matrix, GLKVector4 vector);
 
 /// The matrix times a rotation, a translation, a scaling.
-GLKMatrix4 GLKMatrix4Rotate(GLKMatrix4 matrix, float radians, float x, float y, float z);
-GLKMatrix4 GLKMatrix4Translate(GLKMatrix4 matrix, float x, float y, float z);
-GLKMatrix4 GLKMatrix4Scale(GLKMatrix4 matrix, float x, float y, float z);
+ZANTO_EXPORT GLKMatrix4 GLKMatrix4Rotate(GLKMatrix4 matrix, float radians, float x, float y,
+                                         float z);
+ZANTO_EXPORT GLKMatrix4 GLKMatrix4Translate(GLKMatrix4 matrix, float x, float y, float z);
+ZANTO_EXPORT GLKMatrix4 GLKMatrix4Scale(GLKMatrix4 matrix, float x, float y, float z);
 
 /// `column`: 0 to 3.
-GLKVector4 GLKMatrix4GetColumn(GLKMatrix4 matrix, int column);
+ZANTO_EXPORT GLKVector4 GLKMatrix4GetColumn(GLKMatrix4 matrix, int column);
 
 } // extern "C"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Imaging/Image.h"
@@ -17,7 +18,7 @@ namespace platform {
 /// the viewport with it.
 ///
 /// Thread: main, with the GL context current.
-class OffscreenTarget {
+class ZANTO_EXPORT OffscreenTarget {
 public:
     /// Errors: TooLarge (a side is 0 or over the context's limit), Unavailable (GL refused it).
     [[nodiscard]] static Result<std::unique_ptr<OffscreenTarget>> create(SizePx size);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 
 #include <array>
@@ -14,7 +15,7 @@ namespace platform {
 /// Shape:  rows from the top; a row may be longer than the picture is wide.
 /// Owner:  shared by whoever holds it; it never changes once it has been handed on.
 /// Thread: any.
-class PixelBuffer {
+class ZANTO_EXPORT PixelBuffer {
 public:
     /// The four-character code '420v'.
     static constexpr std::uint32_t kBiPlanarVideoRange = 0x34323076;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Result.h"
 
@@ -62,7 +63,7 @@ using PixelSource = std::function<std::optional<PixelStorage>()>;
 /// Units:  pixels, but for `size()`, which is in points (pixels / `scale`).
 /// Owner:  the image owns its pixels; it is shared and never copied.
 /// Thread: any for a picture without a source, which never gives anything back; else main.
-class Image {
+class ZANTO_EXPORT Image {
 public:
     explicit Image(PixelStorage pixels, double scale = 1.0);
     /// `source` gives the same pixels once more.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Imaging/Image.h"
 
@@ -12,6 +13,6 @@ namespace platform {
 ///
 /// Thread: any, reentrant. The definition is the backends', chosen by linking.
 /// Errors: Unavailable (out of memory inside the library).
-[[nodiscard]] Result<std::vector<std::uint8_t>> encodePng(const Image& image);
+[[nodiscard]] ZANTO_EXPORT Result<std::vector<std::uint8_t>> encodePng(const Image& image);
 
 } // namespace platform

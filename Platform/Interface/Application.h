@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 
 #include <memory>
@@ -41,7 +42,7 @@ inline constexpr const char* kStatusBarFrameUserInfoKey = "ApplicationStatusBarF
 /// The running program as the views see it: its window and how the screen is held.
 ///
 /// Thread: main.
-class Application {
+class ZANTO_EXPORT Application {
 public:
     [[nodiscard]] static Application& sharedApplication();
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 
 namespace platform {
@@ -7,7 +8,7 @@ namespace platform {
 /// The rectangle that the host gives: a window's content area or a device's whole screen.
 ///
 /// Thread: main.
-class Screen {
+class ZANTO_EXPORT Screen {
 public:
     [[nodiscard]] static Screen& mainScreen();
 

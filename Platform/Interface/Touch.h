@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 
 #include <cstdint>
@@ -32,7 +33,7 @@ struct TouchSlop {
 };
 
 /// One finger from down to up: where it has been. Locations are in the window's points.
-class Touch {
+class ZANTO_EXPORT Touch {
 public:
     struct Report {
         Instant time;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Object.h"
 #include "Platform/Imaging/Color.h"
@@ -34,7 +35,7 @@ struct DrawTarget {
 /// Units:  points, origin at the top left; a frame is in the superview's coordinates.
 /// Owner:  a view holds its subviews; the superview is held weakly. Made with `make`.
 /// Thread: main.
-class View : public Object {
+class ZANTO_EXPORT View : public Object {
 public:
     explicit View(Rect frame);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Object.h"
 
@@ -25,7 +26,7 @@ struct TransitionCoordinator {
 /// Made with `make`; subclasses override the `view…` operations and call their base class first.
 ///
 /// Thread: main.
-class ViewController : public Object {
+class ZANTO_EXPORT ViewController : public Object {
 public:
     ViewController() = default;
     explicit ViewController(const Coder& coder);

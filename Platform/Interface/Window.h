@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Object.h"
 #include "Platform/Imaging/Image.h"
@@ -16,7 +17,7 @@ class ViewController;
 /// The one rectangle that a host shows: a view controller's view, and the passes that draw it.
 ///
 /// Thread: main.
-class Window : public Object {
+class ZANTO_EXPORT Window : public Object {
 public:
     /// Loads the controller's view and gives it the screen's size; it appears with the window.
     void setRootViewController(const std::shared_ptr<ViewController>& controller);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Result.h"
 
 #include <memory>
@@ -13,7 +14,7 @@ namespace platform {
 inline constexpr const char* kAudioSessionCategoryPlayback = "AudioSessionCategoryPlayback";
 
 /// Whoever arbitrates sound between the applications of a machine, such as a phone's.
-class AudioArbiter {
+class ZANTO_EXPORT AudioArbiter {
 public:
     virtual ~AudioArbiter() = default;
     /// Errors: the reason why the category cannot be had; none for success.
@@ -25,7 +26,7 @@ public:
 /// The application's claim to the machine's sound. Where nobody arbitrates it is always granted.
 ///
 /// Thread: main.
-class AudioSession {
+class ZANTO_EXPORT AudioSession {
 public:
     enum class ActiveOptions : unsigned { None = 0, NotifyOthersOnDeactivation = 1 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Motion/AttitudeSource.h"
 #include "Platform/Motion/Vector3.h"
 
@@ -26,7 +27,7 @@ namespace platform {
 ///     fusion.addRotationRate({0, 0.1, 0}, 0.01);
 ///     if (const auto attitude = fusion.attitude())
 ///         AttitudeSource::shared().publish(*attitude);
-class AttitudeFusion {
+class ZANTO_EXPORT AttitudeFusion {
 public:
     AttitudeFusion();
     ~AttitudeFusion();

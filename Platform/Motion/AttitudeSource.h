@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -22,7 +24,7 @@ struct Attitude {
 /// fills it in, it stays unavailable.
 ///
 /// Thread: main.
-class AttitudeSource {
+class ZANTO_EXPORT AttitudeSource {
 public:
     /// A listener's token: the listener is told until its last holder lets go.
     class Subscription;

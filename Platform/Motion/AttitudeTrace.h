@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Motion/AttitudeSource.h"
 
@@ -17,7 +18,7 @@ namespace platform {
 /// Numbers have a point, whatever the locale.
 ///
 /// Thread: any; it does not change.
-class AttitudeTrace {
+class ZANTO_EXPORT AttitudeTrace {
 public:
     struct Sample {
         /// Since the trace's own zero; never before the sample before.

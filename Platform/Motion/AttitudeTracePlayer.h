@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Motion/AttitudeTrace.h"
 
 #include <memory>
@@ -10,7 +11,7 @@ namespace platform {
 ///
 /// Owner:  whoever plays it; its end stops it. The source keeps the last sample.
 /// Thread: main.
-class AttitudeTracePlayer {
+class ZANTO_EXPORT AttitudeTracePlayer {
 public:
     explicit AttitudeTracePlayer(AttitudeTrace trace);
     ~AttitudeTracePlayer();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Interface/Application.h"
 #include "Platform/Motion/AttitudeSource.h"
 
@@ -9,7 +10,7 @@ namespace platform {
 /// vertical, and looks out of its back, straight ahead at first.
 ///
 /// Thread: none of its own; one at a time.
-class EmulatedAttitude {
+class ZANTO_EXPORT EmulatedAttitude {
 public:
     /// Turns the device by radians: positive yaw looks further to the right, positive pitch further
     /// up. Pitch ends at the zenith and at the nadir, a quarter turn from level. Angles that are

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Motion/AttitudeSource.h"
 
 #include <functional>
@@ -19,7 +20,7 @@ struct DeviceMotion {
 ///
 /// Owner:  whoever turns motion on; its end stops the updates.
 /// Thread: main.
-class MotionManager {
+class ZANTO_EXPORT MotionManager {
 public:
     using Handler = std::function<void(const DeviceMotion&)>;
 

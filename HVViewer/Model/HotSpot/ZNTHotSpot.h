@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Object.h"
 #include "Platform/Graphics/GLKMath.h"
 #include "Platform/Imaging/Image.h"
@@ -20,10 +21,9 @@ class TextureInfo;
 /// shape of the screen, 0.4 of the radius times the screen's shorter side over its longer one high.
 ///
 /// Owner:  the host application, and the controller that it gives the hot spot to. A hot spot has
-/// one
-///         texture; it may be shown by both views of side by side.
+///         one texture; it may be shown by both views of side by side.
 /// Thread: main.
-class ZNTHotSpot : public platform::Object {
+class ZANTO_EXPORT ZNTHotSpot : public platform::Object {
 public:
     /// With a picture of the application's bundle: `platform::imageNamed`.
     [[nodiscard]] static std::shared_ptr<ZNTHotSpot>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Object.h"
 
 #include <cstdint>
@@ -10,7 +11,7 @@
 ///
 /// Owner:  the host application and the controller.
 /// Thread: main.
-class ZNTHotSpotPickingPoint : public platform::Object {
+class ZANTO_EXPORT ZNTHotSpotPickingPoint : public platform::Object {
 public:
     /// Fractions of the screen as it is held: 0, 0 is the top left corner, 1, 1 the bottom right.
     [[nodiscard]] static std::shared_ptr<ZNTHotSpotPickingPoint>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Graphics/PixelBuffer.h"
 
@@ -8,7 +9,7 @@ class ZNTStreamer;
 /// Hears what a streamer plays.
 ///
 /// Thread: main.
-class StreamerDelegate {
+class ZANTO_EXPORT StreamerDelegate {
 public:
     virtual ~StreamerDelegate() = default;
 

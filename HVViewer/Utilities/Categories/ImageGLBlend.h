@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Graphics/GLKMath.h"
 #include "Platform/Imaging/Image.h"
 
@@ -14,8 +15,8 @@
 /// The column just right of the picture is the first of the row below.
 ///
 /// Errors: opaque black outside the picture, and for one whose pixels cannot be had again.
-[[nodiscard]] GLKVector4 pickPixelAtX(const platform::Image& image, std::uint64_t x,
-                                      std::uint64_t y);
+[[nodiscard]] ZANTO_EXPORT GLKVector4 pickPixelAtX(const platform::Image& image, std::uint64_t x,
+                                                   std::uint64_t y);
 
 /// What the framebuffer shows that is bound now: the square from its bottom left corner whose sides
 /// are as many pixels as the screen is points wide. Opaque, its top row first.
@@ -23,4 +24,4 @@
 /// Thread: the one on which the GL context is current.
 /// Errors: null, and a log line, without a context and for a screen without a width. What lies
 ///         outside the framebuffer is black.
-[[nodiscard]] platform::ImagePtr screenShotFromGl();
+[[nodiscard]] ZANTO_EXPORT platform::ImagePtr screenShotFromGl();

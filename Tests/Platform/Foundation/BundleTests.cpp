@@ -118,6 +118,28 @@ TEST(Bundle, ReadsEveryByteOfAFile) {
     EXPECT_EQ(bundle.data("all", "bin"), bytes);
 }
 
+TEST(Bundle, PrefersInstalledFilesToWhatIsBuiltIn) {
+    const tests::TemporaryFolder installed;
+    write(installed, "Shader.vsh", "installed");
+    const Bundle bundle({{"Shader.vsh", "YnVpbHQgaW4="}}, installed.path());
+    EXPECT_EQ(bundle.string("Shader", "vsh"), "installed");
+}
+
+TEST(Bundle, PrefersRegisteredFoldersToInstalledFiles) {
+    const tests::TemporaryFolder installed;
+    const tests::TemporaryFolder registered;
+    write(installed, "Shader.vsh", "installed");
+    write(registered, "Shader.vsh", "registered");
+    Bundle bundle({}, installed.path());
+    bundle.addFolder(registered.path());
+    EXPECT_EQ(bundle.string("Shader", "vsh"), "registered");
+}
+
+TEST(Bundle, HasWhatIsBuiltInWhereNothingIsInstalled) {
+    const Bundle bundle({{"Shader.vsh", "YnVpbHQgaW4="}}, "/no/such/folder");
+    EXPECT_EQ(bundle.string("Shader", "vsh"), "built in");
+}
+
 TEST(FrameworkBundle, HoldsTheShadersAsTheyAreInTheSources) {
     Bundle sources;
     sources.addFolder(std::string(ZANTO_SOURCE_DIR) + "/Resources");

@@ -1,0 +1,23 @@
+# An edited shader is used from where the tree stands now. One that no compiler takes shows that it was
+# read, and that the failure reaches the application as the class that it is.
+include(${CMAKE_CURRENT_LIST_DIR}/Steps.cmake)
+file(REMOVE_RECURSE ${WORK}/edited)
+file(COPY ${TREE}/ DESTINATION ${WORK}/edited)
+set(resources ${WORK}/edited/share/ZantoPlayerFramework)
+file(WRITE ${resources}/FragmentPhotoShader.fsh "no shader")
+
+function(expect_exit code)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_QUIET ERROR_VARIABLE said)
+    if(NOT result EQUAL code)
+        message(FATAL_ERROR "${ARGN}\nleft with ${result}, not ${code}:\n${said}")
+    endif()
+endfunction()
+
+build_against(${CMAKE_CURRENT_LIST_DIR}/Host ${WORK}/edited-host)
+set(host ${WORK}/edited-host/host ${resources}/panorama.jpg)
+expect_exit(0 ${host})
+set(ENV{LD_PRELOAD} ${WORK}/edited/${LIBDIR}/libZantoPlayerFramework.so.1)
+expect_exit(7 ${host})
+# Without any, the library has its own.
+file(REMOVE_RECURSE ${WORK}/edited/share/ZantoPlayerFramework)
+expect_exit(0 ${WORK}/edited-host/host ${TREE}/share/ZantoPlayerFramework/panorama.jpg)
