@@ -3,7 +3,7 @@ if(ZANTO_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
     if(CMAKE_CXX_COMPILER_ID STREQUAL GNU) # instrumented, the standard library's own code looks odd
-        add_compile_options(-Wno-maybe-uninitialized -Wno-stringop-overflow)
+        add_compile_options(-Wno-array-bounds -Wno-maybe-uninitialized -Wno-stringop-overflow)
     endif()
 endif()
 
