@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Interface/Touch.h"
 
 #include <cstdint>
@@ -14,7 +15,7 @@ class View;
 ///
 /// Owner:  the window.
 /// Thread: main.
-class TouchRouter {
+class ZANTO_EXPORT TouchRouter {
 public:
     void setSlop(TouchSlop slop) { slop_ = slop; }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Export.h"
 
 #include <cstdint>
 
@@ -8,7 +9,7 @@ namespace platform {
 
 /// A time in media: `value` / `timescale` seconds. A timescale of 0 is no time at all: invalid, or,
 /// as the duration of a live stream or of media that has not been opened yet, indefinite.
-struct MediaTime {
+struct ZANTO_EXPORT MediaTime {
     std::int64_t value = 0;
     std::int32_t timescale = 0;
 

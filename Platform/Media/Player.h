@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/KeyValueObserving.h"
 #include "Platform/Media/MediaTime.h"
 
@@ -30,7 +31,7 @@ inline constexpr const char* kPlayerTimeControlStatusKeyPath = "timeControlStatu
 ///
 /// Owner:  whoever made it, with `playerWithPlayerItem`; its end stops everything.
 /// Thread: main. No call waits for anything.
-class Player final : public ObservableObject {
+class ZANTO_EXPORT Player final : public ObservableObject {
 public:
     [[nodiscard]] static std::shared_ptr<Player>
     playerWithPlayerItem(const std::shared_ptr<PlayerItem>& item);

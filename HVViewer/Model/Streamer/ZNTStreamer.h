@@ -1,6 +1,7 @@
 #pragma once
 
 #include "HVViewer/Model/Streamer/StreamerDelegate.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/KeyValueObserving.h"
 #include "Platform/Foundation/URL.h"
 #include "Platform/Media/MediaTime.h"
@@ -20,7 +21,7 @@ class PlayerItemVideoOutput;
 ///
 /// Owner:  the controller; the delegate is held weakly. Made with `streamerWithUrl`.
 /// Thread: main.
-class ZNTStreamer : public platform::Object, public platform::KeyValueObserver {
+class ZANTO_EXPORT ZNTStreamer : public platform::Object, public platform::KeyValueObserver {
 public:
     /// Errors: an assertion failure without an address.
     [[nodiscard]] static std::shared_ptr<ZNTStreamer>
