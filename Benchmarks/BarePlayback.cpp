@@ -63,8 +63,10 @@ GstBusSyncReply onMessage(GstBus* /*bus*/, GstMessage* message, gpointer handove
 
 GstElement* makeSink(Handover& handover) {
     GError* error = nullptr;
-    GstElement* const bin = gst_parse_bin_from_description(
-        "capsfilter caps=video/x-raw,format=NV12 ! fakesink name=end sync=true signal-handoffs=true", TRUE, &error);
+    GstElement* const bin =
+        gst_parse_bin_from_description("capsfilter caps=video/x-raw,format=NV12 ! fakesink "
+                                       "name=end sync=true signal-handoffs=true",
+                                       TRUE, &error);
     if (!bin)
         throw std::runtime_error("no sink for bare playback");
     const platform::GStreamerPtr<GstElement> end(gst_bin_get_by_name(GST_BIN(bin), "end"));

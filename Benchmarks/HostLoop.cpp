@@ -6,8 +6,6 @@
 #include <GLES2/gl2.h>
 
 #include <algorithm>
-#include <chrono>
-#include <ctime>
 #include <stdexcept>
 #include <utility>
 
@@ -15,32 +13,17 @@ using platform::Instant;
 
 namespace {
 
-double threadMilliseconds() {
-    std::timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
-}
-
 std::unique_ptr<HeadlessHost> makeHost(platform::SizePx size) {
-    auto host = HeadlessHost::create({{static_cast<double>(size.width),
-                                       static_cast<double>(size.height)},
-                                      1,
-                                      HeadlessHostOptions::Time::Real});
+    auto host =
+        HeadlessHost::create({{static_cast<double>(size.width), static_cast<double>(size.height)},
+                              1,
+                              HeadlessHostOptions::Time::Real});
     if (!host)
         throw std::runtime_error(host.error().detail);
     return std::move(host).value();
 }
 
 } // namespace
-
-void LongestCall::time(const std::function<void()>& call) {
-    const auto start = std::chrono::steady_clock::now();
-    const double cpuBefore = threadMilliseconds();
-    call();
-    const double cpu = threadMilliseconds() - cpuBefore;
-    const std::chrono::duration<double, std::milli> wall = std::chrono::steady_clock::now() - start;
-    longest_ = {std::max(longest_.wallMs, wall.count()), std::max(longest_.cpuMs, cpu)};
-}
 
 HostLoop::HostLoop(platform::SizePx size)
     : host_(makeHost(size)), target_(std::move(platform::OffscreenTarget::create(size)).value()) {

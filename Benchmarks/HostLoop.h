@@ -1,30 +1,15 @@
 #pragma once
 
+#include "Benchmarks/LongestCall.h"
 #include "Hosts/Headless/HeadlessHost.h"
 #include "Platform/Graphics/OffscreenTarget.h"
 
 #include <condition_variable>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <vector>
-
-/// The time that something took: on the clock, and of the processor's time that the thread had.
-struct CallTime {
-    double wallMs = 0;
-    double cpuMs = 0;
-};
-
-/// Times a call, and keeps the longest of several, by each of the two.
-class LongestCall {
-public:
-    void time(const std::function<void()>& call);
-    void reset() { longest_ = {}; }
-    [[nodiscard]] const CallTime& value() const { return longest_; }
-
-private:
-    CallTime longest_;
-};
 
 /// A loop as a host application has it, in real time: turns of the library, drawing when it says
 /// so, and sleep until its deadline or its wake-up.

@@ -2,8 +2,8 @@
 
 #include "Benchmarks/BarePlayback.h"
 #include "Benchmarks/HostLoop.h"
+#include "Benchmarks/Spectator.h"
 #include "Benchmarks/VideoClips.h"
-#include "HVViewer/DisplayController/ZNTDisplayViewController.h"
 
 #include <algorithm>
 #include <chrono>
@@ -21,16 +21,6 @@ namespace {
 constexpr platform::SizePx kVideo{3840, 1920};
 constexpr platform::SizePx kView{1280, 720};
 constexpr int kFramesPerSecond = 30;
-
-/// Knows when its video is over.
-class Spectator final : public ZNTDisplayViewController {
-public:
-    void videoDidEndPlaying() override { hasEnded = true; }
-    void downloadVideoFailedWithError(const platform::Error& error) override {
-        throw std::runtime_error(error.detail);
-    }
-    bool hasEnded = false;
-};
 
 /// What some work takes.
 struct Cost {
@@ -59,9 +49,9 @@ int fewestInASecond(const std::vector<Instant>& frames) {
 }
 
 void playToEnd(HostLoop& loop, Spectator& player, const std::string& path, int seconds) {
-    player.hasEnded = false;
+    player.ends = 0;
     player.prepareVideoWithUrl(platform::URL::fileURLWithPath(path));
-    if (!loop.runUntil([&] { return player.hasEnded; }, 30s + 10s * seconds))
+    if (!loop.runUntil([&] { return player.ends > 0; }, 30s + 10s * seconds))
         throw std::runtime_error(path + " does not come to its end");
 }
 
@@ -71,8 +61,8 @@ ordered_json measurePlayer(HostLoop& loop, Spectator& player, const std::string&
     const Cost cost;
     playToEnd(loop, player, path, seconds);
     // The end leads back to the start, whose frame comes later and is not counted.
-    const auto shown = std::min(static_cast<int>(loop.newFrames().size()),
-                                seconds * kFramesPerSecond);
+    const auto shown =
+        std::min(static_cast<int>(loop.newFrames().size()), seconds * kFramesPerSecond);
     return {{"frames", seconds * kFramesPerSecond},
             {"shown", shown},
             {"dropped", seconds * kFramesPerSecond - shown},

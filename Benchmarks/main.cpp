@@ -3,7 +3,9 @@
 #include "Benchmarks/HotSpotBenchmark.h"
 #include "Benchmarks/Panoramas.h"
 #include "Benchmarks/VideoFrameBenchmark.h"
+#include "Benchmarks/VideoLatency.h"
 #include "Benchmarks/VideoPlayback.h"
+#include "Benchmarks/VideoSoak.h"
 #include "Platform/Foundation/Log.h"
 
 #include <turbojpeg.h>
@@ -108,13 +110,18 @@ ordered_json measure(int argc, char** argv) {
         return {{"hot_spots", measureHotSpots()}};
     if (first == "--video-playback")
         return {{"video_playback", measureVideoPlayback(numberAt(argc, argv, 10))}};
+    if (first == "--video-latency")
+        return {{"video_latency", measureVideoLatency()}};
+    if (first == "--video-soak")
+        return {{"video_soak", measureVideoSoak(numberAt(argc, argv, 10))}};
     return measureAll(argv[0], first);
 }
 
 } // namespace
 
 /// `zanto-benchmark [IDLE-WINDOW-PROGRAM]` prints everything that is measured as one JSON object,
-/// `zanto-benchmark --frames`, `--video-frames` and `--hot-spots` one part alone.
+/// `zanto-benchmark --frames`, `--video-frames` and `--hot-spots` one part alone. Only when asked
+/// for: `--video-playback [SECONDS]`, `--video-latency`, `--video-soak [MINUTES]`.
 int main(int argc, char** argv) {
     try {
         const ordered_json report = measure(argc, argv);
