@@ -108,7 +108,7 @@ public:
         bindTarget();
         quads_.draw(spots_);
     }
-    void tap() { player_->displayView()->objectPickTestForPixelAt(960, 540); }
+    void tap() { player_->displayView()->objectPickTestForPixelAtX(960, 540); }
     void look() { drawer().objecPickTestForPickingPoint(); }
 
 private:

@@ -9,11 +9,10 @@ namespace {
 constexpr double kLatestSecond = 1e6;
 constexpr int kMostOwnTouches = 2;
 
-nlohmann::json parsed(const std::string& text) {
-    auto object = nlohmann::json::parse(text, nullptr, false);
-    if (object.is_discarded())
-        throw LineRefused("this is not JSON");
-    return object;
+nlohmann::json parsed(const std::string& text) try {
+    return parsedJson(text);
+} catch (const nlohmann::json::exception&) {
+    throw LineRefused("this is not JSON");
 }
 
 } // namespace

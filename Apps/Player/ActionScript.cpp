@@ -13,6 +13,10 @@ using platform::TouchPhase;
 
 namespace {
 
+/// Nine hours of a finger that moves at every frame. A line of a few bytes can stand for tens of
+/// thousands.
+constexpr std::size_t kMostActions = 2'000'000;
+
 /// Collects what lines stand for and refuses what does not fit what came before.
 class Script {
 public:
@@ -21,6 +25,9 @@ public:
         if (line.at() < latestLine_)
             throw LineRefused("\"at\" is earlier than the line before");
         latestLine_ = line.at();
+        if (actions_.size() + actions.size() > kMostActions)
+            throw LineRefused("the script is too long: over " + std::to_string(kMostActions) +
+                              " actions and touches of gestures");
         for (Action& action : actions) {
             if (const auto* snapshot = std::get_if<SnapshotAction>(&action.what))
                 checkName(*snapshot);

@@ -36,17 +36,17 @@ std::string lineOf(const std::string& text, std::size_t byte) {
     return std::to_string(1 + std::count(text.begin(), end, '\n'));
 }
 
-Read readText(const std::string& text, const std::string& path) {
-    const std::string folder = std::filesystem::path(path).parent_path().string();
+Read readText(const std::string& text, const std::string& name) {
+    const std::string folder = std::filesystem::path(name).parent_path().string();
     try {
-        return std::make_shared<const HotSpotFile>(readMembers(Members(json::parse(text)), folder));
+        return std::make_shared<const HotSpotFile>(readMembers(Members(parsedJson(text)), folder));
     } catch (const json::parse_error& wrong) {
         return Error{ErrorCode::Corrupt,
-                     path + ":" + lineOf(text, wrong.byte) + ": this is not JSON"};
+                     name + ":" + lineOf(text, wrong.byte) + ": this is not JSON"};
     } catch (const json::out_of_range&) {
-        return Error{ErrorCode::Corrupt, path + ": a number in it is too large"};
+        return Error{ErrorCode::Corrupt, name + ": a number in it is too large"};
     } catch (const LineRefused& refused) {
-        return Error{ErrorCode::Corrupt, path + ": " + refused.what()};
+        return Error{ErrorCode::Corrupt, name + ": " + refused.what()};
     }
 }
 
@@ -67,6 +67,9 @@ Read readHotSpotFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file || std::filesystem::is_directory(path, ignored))
         return Error{ErrorCode::Unreadable, path + ": cannot be read"};
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
-    return readText(text, path);
+    return readHotSpotFile(file, path);
+}
+
+Read readHotSpotFile(std::istream& stream, const std::string& name) {
+    return readText({std::istreambuf_iterator<char>(stream), {}}, name);
 }

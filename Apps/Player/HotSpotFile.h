@@ -3,6 +3,7 @@
 #include "Apps/Player/Action.h"
 #include "Platform/Foundation/Result.h"
 
+#include <istream>
 #include <memory>
 #include <string>
 
@@ -25,3 +26,7 @@ struct HotSpotFile {
 ///         is not JSON, else the member.
 [[nodiscard]] platform::Result<std::shared_ptr<const HotSpotFile>>
 readHotSpotFile(const std::string& path);
+
+/// The same from a stream; `name` stands for the file in messages.
+[[nodiscard]] platform::Result<std::shared_ptr<const HotSpotFile>>
+readHotSpotFile(std::istream& stream, const std::string& name);

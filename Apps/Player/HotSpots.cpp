@@ -95,3 +95,16 @@ void addHotSpots(ZNTDisplayViewController& controller, const HotSpotsAction& act
     point->markSBSModeActive(controller.currentMode() == DisplayMode::SideBySide);
     controller.addHotSpots(made, point);
 }
+
+void refreshHotSpots(ZNTDisplayViewController& controller) {
+    controller.prepareDisplayView();
+    const auto point = controller.hotSpotPickingPoint();
+    if (controller.contentType() != ContentType::Video || !point)
+        return;
+    // Another point is another list.
+    const auto same =
+        ZNTHotSpotPickingPoint::pickingPointForXPosition(point->hKoef(), point->vKoef());
+    same->setRejectRate(point->rejectRate());
+    same->markSBSModeActive(point->sbsModeActive());
+    controller.addHotSpots(controller.hotSpots(), same);
+}

@@ -17,3 +17,7 @@ class ZNTDisplayViewController;
 /// broken is null, and has been named in the log. Says once when there are more than can be told
 /// apart.
 void addHotSpots(ZNTDisplayViewController& controller, const HotSpotsAction& action);
+
+/// Has hot spots and the switch of automatic picking take effect on what is shown. By themselves a
+/// picture takes them at its next appearance, and a video takes the switch with the next list only.
+void refreshHotSpots(ZNTDisplayViewController& controller);

@@ -10,12 +10,38 @@ namespace {
 
 /// JSON's numbers are exact in every program up to here.
 constexpr double kIntegersEnd = 9007199254740992.0;
+/// Lists and objects in each other; all that is read has four.
+constexpr int kDeepest = 16;
 
 bool isFinite(const json& value) {
     return value.is_number() && std::isfinite(value.get<double>());
 }
 
+/// Control characters are one byte, or two of UTF-8 that begin with 0xC2.
+std::string withoutControls(std::string text) {
+    unsigned char before = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        if (byte < 0x20 || byte == 0x7F)
+            text[i] = '?';
+        else if (before == 0xC2 && byte < 0xA0)
+            text[i - 1] = text[i] = '?';
+        before = byte;
+    }
+    return text;
+}
+
 } // namespace
+
+LineRefused::LineRefused(std::string why) : std::runtime_error(withoutControls(std::move(why))) {}
+
+json parsedJson(const std::string& text) {
+    return json::parse(text, [](int depth, json::parse_event_t, const json&) {
+        if (depth > kDeepest)
+            throw LineRefused("this is nested too deeply");
+        return true;
+    });
+}
 
 Members::Members(json object, std::string place)
     : object_(std::move(object)), place_(std::move(place)) {

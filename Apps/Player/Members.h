@@ -13,8 +13,16 @@
 /// Why a text that people write is not what it should be. Stays among its readers.
 class LineRefused : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    /// `why` may quote the text: what a terminal would act on is replaced by question marks.
+    explicit LineRefused(std::string why);
 };
+
+/// The JSON of a text.
+///
+/// Errors: the parser's own exceptions; `LineRefused` where lists and objects are nested deeper
+/// than
+///         anything that is read, because copying them could overflow the stack.
+[[nodiscard]] nlohmann::json parsedJson(const std::string& text);
 
 /// A JSON object that people write: its members, each of the type that it should have.
 ///

@@ -142,10 +142,9 @@ private:
         addHotSpots(*controller_, action);
         showHotSpots();
     }
-    /// What a still picture would show at its next appearance only.
     void showHotSpots() {
         if (hasAppeared_)
-            controller_->prepareDisplayView();
+            refreshHotSpots(*controller_);
     }
     void applyKind(const SphericalOffsetAction& action) {
         controller_->setSphericalOffset(action.radians);

@@ -1,5 +1,6 @@
 #include "Apps/Player/WindowPlayer.h"
 
+#include "Apps/Player/HotSpots.h"
 #include "Apps/Player/KeyLook.h"
 #include "Apps/Player/Message.h"
 #include "Apps/Player/PictureOutput.h"
@@ -128,7 +129,7 @@ void WindowPlayer::toggleAutoPicking() {
         return;
     const bool on = !controller_.enableHotSpotAutoPicking();
     controller_.setEnableHotSpotAutoPicking(on);
-    controller_.prepareDisplayView(); // which is when it takes effect
+    refreshHotSpots(controller_);
     tellListener(SwitchAction{SwitchAction::Switch::AutoPicking, on});
 }
 

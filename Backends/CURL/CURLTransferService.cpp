@@ -9,7 +9,10 @@ namespace platform {
 namespace {
 
 /// With nothing under way there is nothing to look after; orders wake the thread up.
-constexpr Instant kLongestWait = std::chrono::hours(1);
+constexpr Instant kIdleWait = std::chrono::hours(1);
+/// libcurl sometimes forgets the time limit of a connection that a redirect makes, until it is
+/// called for another reason.
+constexpr Instant kBusyWait = std::chrono::milliseconds(250);
 
 /// The caller's end of a transfer.
 class Handle final : public Transfer {
@@ -146,7 +149,7 @@ void CURLTransferService::remove(EasyTransfer* transfer) {
 }
 
 void CURLTransferService::waitForSomething() {
-    Instant longest = kLongestWait;
+    Instant longest = running_.empty() ? kIdleWait : kBusyWait;
     for (const auto& transfer : running_)
         longest = std::min(longest, transfer->timeLeft());
     const auto wait = std::chrono::ceil<std::chrono::milliseconds>(longest);

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -26,14 +27,15 @@ bool hasSoundServer() {
 }
 
 /// Of ALSA, for playing: its name ends with a p.
+bool isForPlaying(const fs::directory_entry& device) {
+    const std::string name = device.path().filename().string();
+    return name.starts_with("pcm") && name.ends_with('p');
+}
+
 bool hasSoundDevice() {
     std::error_code failure;
-    for (const auto& entry : fs::directory_iterator("/dev/snd", failure)) {
-        const std::string name = entry.path().filename().string();
-        if (name.starts_with("pcm") && name.ends_with('p'))
-            return true;
-    }
-    return false;
+    const fs::directory_iterator devices("/dev/snd", failure);
+    return std::any_of(begin(devices), end(devices), isForPlaying);
 }
 
 } // namespace

@@ -14,6 +14,13 @@ void passError(GstMessage* message, BusListener& listener) {
     listener.failed(*owned);
 }
 
+/// Such as "video/x-h264"; empty where they say nothing.
+std::string_view kindOf(const GstCaps* caps) {
+    if (gst_caps_get_size(caps) == 0)
+        return {};
+    return gst_structure_get_name(gst_caps_get_structure(caps, 0));
+}
+
 void passStreams(GstMessage* message, BusListener& listener) {
     GstStreamCollection* found = nullptr;
     gst_message_parse_stream_collection(message, &found);
@@ -27,13 +34,9 @@ void passStreams(GstMessage* message, BusListener& listener) {
         GstStream* const stream = gst_stream_collection_get_stream(found, i);
         const GstStreamType type = gst_stream_get_stream_type(stream);
         hasSound |= (type & GST_STREAM_TYPE_AUDIO) != 0;
-        if ((type & GST_STREAM_TYPE_VIDEO) == 0)
-            continue;
-        hasVideo = true;
+        hasVideo |= (type & GST_STREAM_TYPE_VIDEO) != 0;
         const GStreamerPtr<GstCaps> caps(gst_stream_get_caps(stream));
-        isStill |= caps && !gst_caps_is_empty(caps.get()) && !gst_caps_is_any(caps.get()) &&
-                   std::string_view(gst_structure_get_name(gst_caps_get_structure(caps.get(), 0)))
-                       .starts_with("image/");
+        isStill |= caps && kindOf(caps.get()).starts_with("image/");
     }
     if (hasSound || hasVideo)
         listener.foundStreams(hasVideo, isStill);
@@ -62,10 +65,9 @@ void passAnswer(const GstStructure* headers, BusListener& listener) {
 /// its sound alone.
 bool isOfPictures(const GstStructure* missing) {
     const GValue* const detail = gst_structure_get_value(missing, "detail");
-    if (!detail || !GST_VALUE_HOLDS_CAPS(detail) || gst_caps_is_empty(gst_value_get_caps(detail)))
+    if (!detail || !GST_VALUE_HOLDS_CAPS(detail))
         return true;
-    const std::string_view kind =
-        gst_structure_get_name(gst_caps_get_structure(gst_value_get_caps(detail), 0));
+    const std::string_view kind = kindOf(gst_value_get_caps(detail));
     return !kind.starts_with("text/") && !kind.starts_with("audio/");
 }
 

@@ -127,6 +127,11 @@ Error pipelineError(const GError& error, const FailureContext& context) {
         return statusError(context.httpStatus);
     if (error.domain == GST_STREAM_ERROR && error.code != GST_STREAM_ERROR_FAILED)
         return streamError(error.code);
+    // A cut connection is made again from there, which not every server allows. Seeks that fail so
+    // are not even begun.
+    const bool isSeek = g_error_matches(&error, GST_RESOURCE_ERROR, GST_RESOURCE_ERROR_SEEK) != 0;
+    if (context.isRemote && context.isOpen && isSeek)
+        return {ErrorCode::Unreadable, "the connection was cut"};
     if (error.domain == GST_RESOURCE_ERROR)
         return resourceError(error.code, error.message);
     if (error.domain == GST_CORE_ERROR && error.code == GST_CORE_ERROR_MISSING_PLUGIN)

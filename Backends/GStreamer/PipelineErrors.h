@@ -15,6 +15,8 @@ struct FailureContext {
     /// Of the last answer; 0: none came.
     int httpStatus = 0;
     bool isRemote = false;
+    /// Its first picture has been seen.
+    bool isOpen = false;
 };
 
 /// Why a file cannot be media, before anybody tries to play it; none where it may be.

@@ -12,7 +12,8 @@ Playback::Playback(std::weak_ptr<MediaPipelineListener> listener)
     : listener_(std::move(listener)) {}
 
 Playback::~Playback() {
-    close();
+    if (playbin_)
+        playbin_->close();
 }
 
 void Playback::open(const URL& url, MediaPacing pacing) {

@@ -1,10 +1,11 @@
 #include "Backends/GStreamer/Playbin.h"
 
 #include "Backends/GStreamer/AudioOutput.h"
+#include "Backends/GStreamer/OpenPlaybins.h"
 #include "Backends/GStreamer/PipelineErrors.h"
+#include "Backends/GStreamer/PipelineParts.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 namespace platform {
@@ -29,82 +30,9 @@ GStreamerPtr<gchar> addressOf(const URL& url) {
     return GStreamerPtr<gchar>(gst_filename_to_uri(url.path().c_str(), nullptr));
 }
 
-/// Whether any thread of the pipeline still does something. It happens that none does and that the
-/// error has been lost on its way out of the pipeline's parts.
-bool isAtWork(GstElement* pipeline) {
-    const auto hasRunningTask = +[](GstElement*, GstPad* pad, gpointer found) -> gboolean {
-        GST_OBJECT_LOCK(pad);
-        GstTask* const task = GST_PAD_TASK(pad);
-        const bool runs = task && GST_TASK_STATE(task) == GST_TASK_STARTED;
-        GST_OBJECT_UNLOCK(pad);
-        *static_cast<bool*>(found) |= runs;
-        return TRUE;
-    };
-    bool found = false;
-    const GStreamerPtr<GstIterator> parts(gst_bin_iterate_recurse(GST_BIN(pipeline)));
-    GValue item = G_VALUE_INIT;
-    while (gst_iterator_next(parts.get(), &item) == GST_ITERATOR_OK) {
-        auto* const element = GST_ELEMENT(g_value_get_object(&item));
-        gst_element_foreach_pad(element, hasRunningTask, &found);
-        g_value_reset(&item);
-    }
-    g_value_unset(&item);
-    return found;
-}
-
-/// The source starts before the decoder can take data; what arrives too early ends the stream for
-/// good, without a word. So the decoder is made ready first.
-void startDecoding(GstElement* pipeline) {
-    const GStreamerPtr<GstIterator> decoders(
-        gst_bin_iterate_all_by_element_factory_name(GST_BIN(pipeline), "decodebin3"));
-    const auto start = +[](const GValue* item, gpointer) {
-        gst_element_set_state(GST_ELEMENT(g_value_get_object(item)), GST_STATE_PAUSED);
-    };
-    gst_iterator_foreach(decoders.get(), start, nullptr);
-}
-
 bool isKnownScheme(const URL& url) {
     return url.isFileURL() || url.scheme() == "http" || url.scheme() == "https";
 }
-
-/// Those that nobody has closed yet. A process that ends closes them: their threads must not find
-/// the main queue gone.
-class OpenPlaybins {
-public:
-    static OpenPlaybins& shared() {
-        // Never destroyed: threads that outlast the process's end still use it.
-        static auto* const open = new OpenPlaybins;
-        struct CloseAtExit {
-            ~CloseAtExit() { open->closeAll(); }
-        };
-        static const CloseAtExit closeAtExit;
-        return *open;
-    }
-
-    void add(const std::shared_ptr<Playbin>& playbin) {
-        const std::scoped_lock lock(mutex_);
-        playbins_.emplace(playbin.get(), playbin);
-    }
-    void remove(const Playbin* playbin) {
-        const std::scoped_lock lock(mutex_);
-        playbins_.erase(playbin);
-    }
-
-private:
-    void closeAll() {
-        std::map<const Playbin*, std::weak_ptr<Playbin>> open;
-        {
-            const std::scoped_lock lock(mutex_);
-            open.swap(playbins_);
-        }
-        for (const auto& one : open)
-            if (const auto playbin = one.second.lock())
-                playbin->close();
-    }
-
-    std::mutex mutex_; // guards playbins_
-    std::map<const Playbin*, std::weak_ptr<Playbin>> playbins_;
-};
 
 } // namespace
 
@@ -122,8 +50,9 @@ std::shared_ptr<Playbin> Playbin::open(const URL& url, MediaPacing pacing,
     return playbin;
 }
 
-Playbin::Playbin(const URL& url, MediaPacing pacing, PipelineEventSink events)
-    : url_(url), pacing_(pacing), limits_(pipelineLimits()), events_(std::move(events)) {}
+Playbin::Playbin(URL url, MediaPacing pacing, PipelineEventSink events)
+    : url_(std::move(url)), pacing_(pacing), limits_(pipelineLimits()), events_(std::move(events)) {
+}
 
 void Playbin::close() {
     isClosed_ = true;
@@ -175,7 +104,7 @@ bool Playbin::build() {
 }
 
 void Playbin::setUpSource(GstElement* source) {
-    startDecoding(pipeline_.get());
+    startDecoder(pipeline_.get());
     setIfThere(source, "user-agent", kUserAgent);
     setIfThere(source, "timeout", static_cast<guint>(limits_.request.count()));
     setIfThere(source, "retries", limits_.retries);
@@ -300,8 +229,8 @@ std::optional<ClockReading> Playbin::reading() const {
 void Playbin::explain(const Error& error, bool mayBeUnreachable) {
     if (hasFailed_.exchange(true))
         return;
-    auto cause = mayBeUnreachable && httpStatus_ == 0 ? connectionError(url_) : std::nullopt;
-    post(pipeline_event::Failed{cause ? std::move(*cause) : error});
+    const auto cause = mayBeUnreachable ? connectionError(url_) : std::nullopt;
+    post(pipeline_event::Failed{cause.value_or(error)});
 }
 
 void Playbin::shutDown() {
@@ -343,7 +272,7 @@ Error Playbin::inWordsOf(const GError& error) {
     if (hasStreams_ && !hasVideo_)
         return noVideoError();
     const std::scoped_lock lock(mutex_);
-    return missingDecoder_.empty() ? pipelineError(error, {httpStatus_, isRemote()})
+    return missingDecoder_.empty() ? pipelineError(error, {httpStatus_, isRemote(), isOpen_})
                                    : missingDecoderError(missingDecoder_);
 }
 

@@ -47,7 +47,7 @@ public:
 
     void close();
 
-    Playbin(const URL& url, MediaPacing pacing, PipelineEventSink events);
+    Playbin(URL url, MediaPacing pacing, PipelineEventSink events);
     ~Playbin() override = default;
     Playbin(const Playbin&) = delete;
     Playbin& operator=(const Playbin&) = delete;
@@ -90,6 +90,7 @@ private:
 
     std::atomic<bool> isClosed_{false};
     std::atomic<bool> hasFailed_{false};
+    std::atomic<bool> isOpen_{false}; // its first picture has been seen
     std::atomic<bool> isPictureReported_{false};
     std::atomic<bool> hasStreams_{false};
     std::atomic<bool> hasVideo_{false};
@@ -105,7 +106,6 @@ private:
     std::string missingDecoder_;
 
     // On the worker only.
-    bool isOpen_ = false;
     bool isIdle_ = false;
     unsigned lastLife_ = 0;
     std::chrono::steady_clock::time_point lastLifeAt_;

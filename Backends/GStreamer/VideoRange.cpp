@@ -39,8 +39,9 @@ bool isFullRange(const GstCaps* caps) {
     const gchar* const text =
         gst_structure_get_string(gst_caps_get_structure(caps, 0), "colorimetry");
     GstVideoColorimetry colours{};
-    return text && gst_video_colorimetry_from_string(&colours, text) &&
-           colours.range == GST_VIDEO_COLOR_RANGE_0_255;
+    if (!text || !gst_video_colorimetry_from_string(&colours, text))
+        return false;
+    return colours.range == GST_VIDEO_COLOR_RANGE_0_255;
 }
 
 GstBuffer* inVideoRange(GstBuffer* buffer, const GstVideoInfo& info) {

@@ -37,11 +37,12 @@ void VideoSink::build() {
     converter_ = makeElement("videoconvert");
     auto sink = makeElement("appsink");
     const gboolean paced = pacing_ == MediaPacing::Machine ? TRUE : FALSE;
-    // Paced by the machine, a picture that nobody took gives way to the next one; paced by the
-    // host, it holds the decoder back.
+    // Paced by the machine, a picture that nobody took gives way to the next one, and a decoder
+    // that is too slow is told to leave some out, else it falls behind the sound for ever. Paced by
+    // the host, a full sink holds the decoder back.
     const GStreamerPtr<GstCaps> caps(
         gst_caps_new_simple("video/x-raw", "format", G_TYPE_STRING, "NV12", nullptr));
-    g_object_set(sink.get(), "caps", caps.get(), "sync", paced, "drop", paced, "qos", FALSE,
+    g_object_set(sink.get(), "caps", caps.get(), "sync", paced, "drop", paced, "qos", paced,
                  "max-buffers", 3U, "wait-on-eos", FALSE, "enable-last-sample", FALSE, nullptr);
     bin_ = gst_bin_new(nullptr);
     gst_bin_add_many(GST_BIN(bin_), converter_.get(), sink.get(), nullptr);

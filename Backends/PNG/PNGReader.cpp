@@ -8,6 +8,24 @@
 #include <string>
 
 namespace platform {
+namespace {
+
+/// Whether a chunk claims more bytes than the file has left: the library would set memory aside for
+/// all of them. Pixels are not among them, as it takes those little by little.
+bool claimsTooMuch(std::span<const std::uint8_t> file) {
+    constexpr std::size_t signatureBytes = 8;
+    constexpr std::size_t frameBytes = 12; // length, name and checksum
+    std::size_t at = signatureBytes;
+    while (file.size() >= at + frameBytes) {
+        const std::size_t length = png_get_uint_32(&file[at]);
+        if (length > file.size() - at - frameBytes)
+            return std::memcmp(&file[at + 4], "IDAT", 4) != 0;
+        at += frameBytes + length;
+    }
+    return false;
+}
+
+} // namespace
 
 PNGReader::PNGReader(std::span<const std::uint8_t> encoded) : encoded_(encoded) {
     png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, this, onError, onWarning);
@@ -22,7 +40,8 @@ PNGReader::~PNGReader() {
 bool PNGReader::readHeader() {
     if (info_ == nullptr)
         return false;
-    if (setjmp(png_jmpbuf(png_)) != 0)
+    isCutShort_ = claimsTooMuch(encoded_);
+    if (isCutShort_ || setjmp(png_jmpbuf(png_)) != 0)
         return false;
     png_set_read_fn(png_, this, onRead);
     // The decoder has its own limit, and a text for it.

@@ -109,7 +109,8 @@ void ZNTDisplayViewController::loadRemoteImage() {
             if (error)
                 return self->downloadImageFailedWithError(*error);
             self->srcImage_ = image;
-            self->isReadyForDisplay_ = image != nullptr;
+            // A video that came meanwhile is shown whatever has become of the picture.
+            self->isReadyForDisplay_ = image || self->contentType_ == ContentType::Video;
             self->isLocalResource_ = image != nullptr;
             self->prepareDisplayView();
             self->downloadImageFinished();

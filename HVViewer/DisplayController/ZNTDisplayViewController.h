@@ -132,6 +132,14 @@ public:
     [[nodiscard]] std::shared_ptr<ZNTDisplayView> virtualDisplayView() const {
         return virtualDisplayView_;
     }
+    /// How the views lie, in one half and in two; empty until the view has loaded.
+    using Constraints = std::vector<std::shared_ptr<platform::LayoutConstraint>>;
+    [[nodiscard]] const Constraints& singleModeConstraints() const {
+        return singleModeConstraints_;
+    }
+    [[nodiscard]] const Constraints& virtualModeConstraints() const {
+        return virtualModeConstraints_;
+    }
     [[nodiscard]] platform::ImagePtr srcImage() const { return srcImage_; }
     [[nodiscard]] const std::optional<platform::URL>& srcImageUrl() const { return srcImageUrl_; }
     [[nodiscard]] const std::optional<platform::URL>& srcVideoUrl() const { return srcVideoUrl_; }
@@ -200,8 +208,6 @@ private:
     void didDetectObjectPickingEvent(const platform::Notification& notification);
     [[nodiscard]] bool hasData() const;
     [[nodiscard]] bool isLocked() const;
-
-    using Constraints = std::vector<std::shared_ptr<platform::LayoutConstraint>>;
 
     std::shared_ptr<ZNTDisplayView> displayView_;
     std::shared_ptr<ZNTDisplayView> virtualDisplayView_;

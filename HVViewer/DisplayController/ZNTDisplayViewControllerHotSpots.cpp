@@ -44,7 +44,7 @@ void ZNTDisplayViewController::displayViewDidDetectHotSpotTapGesture(
     // In the main view's points also for a tap on the other one.
     const platform::Point point = recognizer.locationInView(*displayView_);
     const auto whole = [](double value) { return static_cast<int>(std::max(value, 0.0)); };
-    displayView_->objectPickTestForPixelAt(whole(point.x), whole(point.y));
+    displayView_->objectPickTestForPixelAtX(whole(point.x), whole(point.y));
 }
 
 void ZNTDisplayViewController::didDetectObjectPickingEvent(

@@ -140,7 +140,7 @@ bool ZNTDisplayViewController::scaleIsOn() const {
 
 void ZNTDisplayViewController::setEnableTransparentBackground(bool enable) {
     enableTransparentBackground_ = enable;
-    if (!isViewLoaded())
+    if (!displayView_)
         return;
     const platform::Color color = enable ? platform::kClearColor : platform::kBlackColor;
     view()->setBackgroundColor(color);

@@ -58,6 +58,11 @@ double nativeWidth() {
     return platform::Screen::mainScreen().nativeBounds().size.width;
 }
 
+/// Of no size there is nothing to turn or to hold, and a division by it would stay in the matrices.
+bool hasScreen() {
+    return nativeWidth() > 0;
+}
+
 /// Between -limit and limit. An exact zero stays; of a limit that is no number all else becomes
 /// one.
 void clampElement(float& element, double limit) {
@@ -202,6 +207,8 @@ void ZNTInterractor::handlePan(const platform::PanGestureRecognizer& recognizer)
 }
 
 void ZNTInterractor::rotateMatrixToPoint(Point point) {
+    if (!hasScreen())
+        return;
     const double dx = (panLocation_.x - point.x) / scale_;
     const double dy = (panLocation_.y - point.y) / scale_;
     // Points over pixels: a denser screen turns more slowly.
@@ -226,7 +233,8 @@ void ZNTInterractor::coast(double share) {
     if (currentVO_ == DisplayMode::SideBySide)
         return;
     const Point v = panVelocity_;
-    if (std::abs(v.x) <= VelocityMinValue && std::abs(v.y) <= VelocityMinValue)
+    const bool isMoving = std::abs(v.x) > VelocityMinValue || std::abs(v.y) > VelocityMinValue;
+    if (!isMoving)
         return;
     rotateMatrixToPoint({panLocation_.x + v.x * share, panLocation_.y + v.y * share});
     panVelocity_ = {v.x * (1 - share), v.y * (1 - share)};
@@ -237,6 +245,8 @@ void ZNTInterractor::coast(double share) {
 // The flat picture
 
 void ZNTInterractor::translateMatrixToPoint(Point point) {
+    if (!hasScreen())
+        return;
     const double tx = (point.x - panLocation_.x) / scale_;
     const double ty = (panLocation_.y - point.y) / scale_;
     GLKMatrix4 moved =
@@ -248,6 +258,8 @@ void ZNTInterractor::translateMatrixToPoint(Point point) {
 }
 
 void ZNTInterractor::normalizeX(GLKMatrix4& matrix) const {
+    if (!hasScreen())
+        return;
     const auto view = view_.lock();
     const platform::Size size = view ? view->frame().size : platform::Size{};
     double planeWidth = size.width * scale_;
@@ -261,6 +273,8 @@ void ZNTInterractor::normalizeX(GLKMatrix4& matrix) const {
 }
 
 void ZNTInterractor::normalizeY(GLKMatrix4& matrix) const {
+    if (!hasScreen())
+        return;
     const auto view = view_.lock();
     const double height = view ? view->frame().size.height : 0;
     const double planeHeight = height * scale_;
@@ -339,10 +353,11 @@ bool ZNTInterractor::isDeviceMotionOn() const {
 }
 
 void ZNTInterractor::turnDeviceMotionOn(bool on) {
-    if (on == isDeviceMotionOn())
-        return;
+    // Also of a source that has gone: it would steer again by coming back.
     if (!on)
         return motionManager_->stopDeviceMotionUpdates();
+    if (isDeviceMotionOn())
+        return;
     motionManager_->startDeviceMotionUpdates([weak = weak(this)](const auto& /*motion*/) {
         const auto self = weak.lock();
         const auto delegate = self ? self->delegate_.lock() : nullptr;

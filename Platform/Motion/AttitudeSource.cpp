@@ -35,7 +35,7 @@ private:
 
     void call() {
         waiting_.reset();
-        if (!cancelled_ && AttitudeSource::shared().latest())
+        if (!cancelled_ && AttitudeSource::shared().hasNews())
             handler_();
     }
 
@@ -73,6 +73,7 @@ AttitudeSource& AttitudeSource::shared() {
 void AttitudeSource::setAvailable(bool available) {
     const bool goesAway = available_ && !available;
     available_ = available;
+    hasGone_ = goesAway || (hasGone_ && !available);
     if (goesAway)
         tellListeners();
 }
@@ -80,6 +81,7 @@ void AttitudeSource::setAvailable(bool available) {
 void AttitudeSource::publish(const Attitude& attitude) {
     latest_ = attitude;
     available_ = true;
+    hasGone_ = false;
     tellListeners();
 }
 
@@ -118,6 +120,7 @@ void AttitudeSource::tellDemand() {
 
 void AttitudeSource::reset() {
     available_ = false;
+    hasGone_ = false;
     latest_.reset();
     demandListener_ = nullptr;
 }

@@ -47,6 +47,8 @@ public:
 
     /// The last sample; it is kept for those who begin to listen later.
     [[nodiscard]] const std::optional<Attitude>& latest() const { return latest_; }
+    /// Whether listeners have something to look at: a sample, or that there is no source any more.
+    [[nodiscard]] bool hasNews() const { return latest_ || hasGone_; }
 
     /// Calls the handler for every sample until the token goes, never afterwards; first in the next
     /// turn where a sample is there already. The handler reads `latest()`, and may drop its own
@@ -61,6 +63,7 @@ private:
     void tellListeners();
 
     bool available_ = false;
+    bool hasGone_ = false; // which is told like a sample
     std::optional<Attitude> latest_;
     std::vector<Subscription*> subscriptions_; // in the order of subscribing; each removes itself
     std::function<void(bool)> demandListener_;

@@ -99,11 +99,13 @@ bool ZNTDisplayView::prepareForVideo() {
 
 void ZNTDisplayView::showHotSpots(const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
                                   const HotSpots& hotSpots) {
-    const bool isAttached =
-        glDrawer_->hotSpotGLDrawer() && glDrawer_->pickingPoint() == pickingPoint;
-    if (isAttached && glDrawer_->givenHotSpots() == hotSpots)
+    const bool isAttached = glDrawer_->hotSpotGLDrawer() != nullptr;
+    const bool isSame =
+        glDrawer_->pickingPoint() == pickingPoint && glDrawer_->givenHotSpots() == hotSpots;
+    if (isAttached && isSame)
         return;
     if (isAttached) {
+        glDrawer_->setPickingPoint(pickingPoint);
         glDrawer_->updateHotSpots(hotSpots);
     } else {
         glDrawer_->attachPickingPoint(pickingPoint, hotSpots);
@@ -119,9 +121,9 @@ void ZNTDisplayView::showFrame(const platform::PixelBufferPtr& buffer) {
     setNeedsDisplay();
 }
 
-void ZNTDisplayView::objectPickTestForPixelAt(int x, int y) {
+void ZNTDisplayView::objectPickTestForPixelAtX(int x, int y) {
     if (const auto hotSpotDrawer = glDrawer_ ? glDrawer_->hotSpotGLDrawer() : nullptr)
-        hotSpotDrawer->objectPickTestForPixelAt(x, y);
+        hotSpotDrawer->objectPickTestForPixelAtX(x, y);
 }
 
 std::shared_ptr<ZNTHotSpotPickingPoint> ZNTDisplayView::shownPickingPoint() const {
@@ -211,11 +213,11 @@ void ZNTDisplayView::setMakeTransparent(bool transparent) {
 }
 
 void ZNTDisplayView::setHidden(bool hidden) {
+    const bool wasHidden = isHidden();
     GLView::setHidden(hidden);
-    // It is switched on again with the mode. Until then sensors would run for nobody, and the
-    // halves could part over it.
-    if (hidden && displayVO_ == DisplayMode::SideBySide)
-        interractor_->turnDeviceMotionOn(false);
+    // Sensors would run for nobody, and the halves could part over it.
+    if (hidden != wasHidden && displayVO_ == DisplayMode::SideBySide)
+        interractor_->turnDeviceMotionOn(!hidden && interractor_->isDeviceMotionAvailable());
 }
 
 void ZNTDisplayView::matrixUpdated() {

@@ -52,7 +52,7 @@ public:
                               const HotSpots& hotSpots);
 
     /// Has the hot spot under a point of the view reported, in whole points.
-    void objectPickTestForPixelAt(int x, int y);
+    void objectPickTestForPixelAtX(int x, int y);
     /// The point that came with the hot spots that are shown; may be null.
     [[nodiscard]] std::shared_ptr<ZNTHotSpotPickingPoint> shownPickingPoint() const;
     /// Automatic picking: stored, and handed on when hot spots are attached.

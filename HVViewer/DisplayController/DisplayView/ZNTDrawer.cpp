@@ -34,8 +34,10 @@ struct UnitBuffers {
 
 UnitBuffers unitBuffers;
 
+/// Without an error the context has gone, and the picture is on its way into another.
 void logTextureError(std::uint32_t glError) {
-    platform::log(platform::LogLevel::Error, "GL Error = " + std::to_string(glError));
+    if (glError != GL_NO_ERROR)
+        platform::log(platform::LogLevel::Error, "GL Error = " + std::to_string(glError));
 }
 
 void setColorConversion(const UniformTable& uniforms) {
@@ -90,6 +92,12 @@ void ZNTDrawer::attachPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>
     hotSpotGLDrawer_ =
         platform::make<ZNTHotSpotDrawer>(context_.lock(), glView_.lock(), pickingPoint);
     updateHotSpots(hotSpots);
+}
+
+void ZNTDrawer::setPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>& point) {
+    pickingPoint_ = point;
+    if (hotSpotGLDrawer_)
+        hotSpotGLDrawer_->setPickingPoint(point);
 }
 
 void ZNTDrawer::updateHotSpots(const HotSpots& hotSpots) {

@@ -90,6 +90,8 @@ public:
     [[nodiscard]] std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint() const {
         return pickingPoint_;
     }
+    /// Where automatic picking looks from the next list or switch on.
+    void setPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>& point);
 
     void prepareObservers();
     void removeObservers();

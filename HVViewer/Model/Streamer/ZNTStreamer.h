@@ -59,6 +59,9 @@ public:
         return output_;
     }
 
+    /// What stands for the ticks that the player is asked for; null while nothing is observed.
+    [[nodiscard]] platform::Player::TimeObserver timeObserver() const { return timeObserver_; }
+
     void observeValueForKeyPath(std::string_view keyPath,
                                 const platform::Object& ofObject) override;
 
@@ -79,5 +82,5 @@ private:
     std::shared_ptr<platform::Player> player_;
     std::shared_ptr<platform::PlayerItem> playerItem_;
     std::shared_ptr<platform::PlayerItemVideoOutput> output_;
-    platform::Player::TimeObserver timeObserver_; // null while nothing is observed
+    platform::Player::TimeObserver timeObserver_;
 };

@@ -32,7 +32,7 @@ private:
 
 } // namespace
 
-GLKVector4 pickPixelAt(const platform::Image& image, std::uint64_t x, std::uint64_t y) {
+GLKVector4 pickPixelAtX(const platform::Image& image, std::uint64_t x, std::uint64_t y) {
     const double scale = platform::Screen::mainScreen().scale();
     const double px = std::trunc(static_cast<double>(x) * scale);
     const double py = std::trunc(static_cast<double>(y) * scale);

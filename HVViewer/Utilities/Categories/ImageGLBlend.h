@@ -14,8 +14,8 @@
 /// The column just right of the picture is the first of the row below.
 ///
 /// Errors: opaque black outside the picture, and for one whose pixels cannot be had again.
-[[nodiscard]] GLKVector4 pickPixelAt(const platform::Image& image, std::uint64_t x,
-                                     std::uint64_t y);
+[[nodiscard]] GLKVector4 pickPixelAtX(const platform::Image& image, std::uint64_t x,
+                                      std::uint64_t y);
 
 /// What the framebuffer shows that is bound now: the square from its bottom left corner whose sides
 /// are as many pixels as the screen is points wide. Opaque, its top row first.

@@ -177,6 +177,18 @@ TEST(ActionScript, RefusesWithFileLineAndReason) {
         EXPECT_EQ(refusal(line), "script:2: " + reason) << line;
 }
 
+TEST(ActionScript, IsRefusedOnOneLineWhateverItQuotes) {
+    EXPECT_EQ(refusal(R"({"at":1,"\u001b[2J\n\u007f":1})"), "script:2: unknown action \"?[2J??\"");
+    EXPECT_EQ(refusal(R"({"at":1,"mode":"\u009bcube é"})"), "script:2: unknown mode \"??cube é\"");
+}
+
+TEST(ActionScript, IsRefusedWhenItIsNestedWithoutEnd) {
+    constexpr std::size_t depth = 200'000; // more than a stack holds
+    const std::string lists = std::string(depth, '[') + std::string(depth, ']');
+    EXPECT_EQ(refusal(R"({"at":1,"hot_spots":[{"name":)" + lists + "}]}"),
+              "script:2: this is nested too deeply");
+}
+
 TEST(ActionScript, KeepsPicturesInsideTheOutputFolder) {
     for (const std::string name : {"/tmp/x.png", "../x.png", "a/../../x.png", "x.jpg", "x", ""}) {
         EXPECT_EQ(refusal(R"({"at":1,"snapshot":")" + name + "\"}"),
@@ -215,4 +227,15 @@ TEST(ActionScript, ReadsEveryExampleOfItsManual) {
         ++examples;
     }
     EXPECT_GT(examples, 4);
+}
+
+TEST(ActionScript, RefusesGesturesThatOnlyAHugeMemoryCouldHold) {
+    std::string script;
+    for (int line = 0; line < 40; ++line)
+        script += R"({"at":)" + std::to_string(line) +
+                  R"(,"pinch":2,"center":[10,10],"over":600})" + "\n";
+    const auto result = read(script);
+    ASSERT_FALSE(result);
+    EXPECT_NE(result.error().detail.find("the script is too long"), std::string::npos)
+        << result.error().detail;
 }

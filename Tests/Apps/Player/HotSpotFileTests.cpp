@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <fstream>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -90,6 +91,32 @@ TEST_F(HotSpotFileTest, NamesTheMemberThatIsWrong) {
          "a number in it is too large"}};
     for (const auto& [text, reason] : cases)
         EXPECT_EQ(refusal(text), ": " + reason) << text;
+}
+
+TEST_F(HotSpotFileTest, IsRefusedOnOneLineWhateverItQuotes) {
+    EXPECT_EQ(refusal(R"({"\u001b[2J\n":1})"), ": unknown member \"?[2J?\"");
+    EXPECT_EQ(refusal(R"({"\u0085é":1})"), ": unknown member \"??é\"");
+}
+
+TEST_F(HotSpotFileTest, IsRefusedWhenItIsNestedWithoutEnd) {
+    constexpr std::size_t depth = 200'000; // more than a stack holds
+    const std::string lists = std::string(depth, '[') + std::string(depth, ']');
+    EXPECT_EQ(refusal(R"({"hot_spots":[{"name":)" + lists + "}]}"), ": this is nested too deeply");
+}
+
+TEST_F(HotSpotFileTest, CanComeFromAStream) {
+    std::istringstream stream(R"({"hot_spots":[{"image":"a.png","vertical":0,"horizontal":0}]})");
+    const auto file = readHotSpotFile(stream, "rooms/spots.json");
+    ASSERT_TRUE(file);
+    ASSERT_EQ(file.value()->hotSpots.hotSpots.size(), 1U);
+    EXPECT_EQ(file.value()->hotSpots.hotSpots[0].image, "rooms/a.png");
+}
+
+TEST_F(HotSpotFileTest, IsCalledByTheNameOfItsStream) {
+    std::istringstream stream("{");
+    const auto file = readHotSpotFile(stream, "spots");
+    ASSERT_FALSE(file);
+    EXPECT_EQ(file.error().detail, "spots:1: this is not JSON");
 }
 
 TEST_F(HotSpotFileTest, IsWhatItsManualShows) {

@@ -145,6 +145,28 @@ TEST_F(RenderVideo, ReplacesAPictureByAVideoOfTheScript) {
     EXPECT_EQ(frameIn("appeared.png"), 6);
 }
 
+TEST_F(RenderVideo, PicksHotSpotsByTapAndByLook) {
+    const std::string icon = std::string(ZANTO_SOURCE_DIR) + "/Examples/hot-spots/north.png";
+    const std::string script = R"({"at":0,"tap_detection":true}
+{"at":0.1,"hot_spots":[{"name":"door","image":")" +
+                               icon +
+                               R"(","vertical":0,"horizontal":0}]}
+{"at":0.2,"tap":[128,64]}
+{"at":0.3,"auto_picking":true}
+{"at":1.1,"auto_picking":false}
+{"at":1.9,"snapshot":"a.png"}
+)";
+    RenderCommand command = commandFor(tests::testClip({.frames = 60}));
+    command.mode = DisplayMode::Sphere;
+    ASSERT_EQ(renderScript(script, command), ExitCode::Done);
+    std::vector<bool> taps;
+    for (const auto& record : trace()) {
+        if (record.value("hook", "") == "detectPickedHotSpotObjectWithName")
+            taps.push_back(record.at("tap"));
+    }
+    EXPECT_EQ(taps, (std::vector<bool>{true, false, false})) << "a tap, and two looks of 0.33 s";
+}
+
 TEST_F(RenderVideo, PlaysAnAddress) {
     tests::HttpServer server;
     server.serveFile("/clip.mp4", clip());

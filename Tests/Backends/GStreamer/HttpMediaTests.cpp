@@ -251,6 +251,18 @@ TEST_F(HttpMedia, ThatIsCutIsAskedForAgainFromThere) {
     EXPECT_EQ(opened.frameAtItemTime(fromSeconds(2.91)), 87);
 }
 
+TEST_F(HttpMedia, ThatIsCutForGoodFails) {
+    const std::size_t size = contentsOf(testClip(served(90))).size();
+    OpenedPipeline opened =
+        hostPaced(serve(served(90), {.takesRanges = false, .cutAfter = size / 2}));
+    ASSERT_TRUE(opened.open());
+    opened.pipeline->play();
+    ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(4)));
+    ASSERT_TRUE(opened.notes->error);
+    EXPECT_EQ(opened.notes->error->code, ErrorCode::Unreadable);
+    EXPECT_EQ(opened.notes->error->detail, "the connection was cut");
+}
+
 TEST_F(HttpMedia, EndsAtOnceHoweverItStalls) {
     OpenedPipeline opened = hostPaced(serve(served(30), {.isSilent = true}));
     ASSERT_TRUE(server.waitUntilStalled());

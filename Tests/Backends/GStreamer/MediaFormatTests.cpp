@@ -88,6 +88,29 @@ TEST(MediaFormats, OneFrameIsAVideo) {
     EXPECT_EQ(opened.frameAtItemTime(opened.position()), 0);
 }
 
+TEST(MediaFormats, SoundThatOutlastsThePicturesDoesNotHoldUpTheirEnd) {
+    OpenedPipeline opened(testClip(
+        {.frames = 15, .sound = tests::ClipSound::Tone, .more = {"-af", "apad=pad_dur=1"}}));
+    ASSERT_TRUE(opened.open());
+    EXPECT_GT(opened.notes->media->duration, fromSeconds(1.4));
+    opened.pipeline->play();
+    ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(2)));
+    EXPECT_EQ(opened.notes->count("end"), 1);
+    EXPECT_NEAR(platform::toSeconds(opened.position()), 0.5, 0.001);
+    EXPECT_EQ(opened.frameAtItemTime(opened.position()), 14);
+}
+
+TEST(MediaFormats, ASeekIntoSoundWithoutPicturesEndsAtOnceWhenPlayed) {
+    OpenedPipeline opened(testClip(
+        {.frames = 15, .sound = tests::ClipSound::Tone, .more = {"-af", "apad=pad_dur=1"}}));
+    ASSERT_TRUE(opened.open());
+    ASSERT_TRUE(opened.seekAndWait(fromSeconds(1.2)));
+    EXPECT_EQ(opened.position(), fromSeconds(1.2));
+    opened.pipeline->play();
+    ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(1)));
+    EXPECT_EQ(opened.notes->count("end"), 1);
+}
+
 TEST(MediaFormats, SquarePixelsAreWhatASizeCounts) {
     OpenedPipeline opened(testClip({.frames = 2, .more = {"-aspect", "4:1"}}));
     ASSERT_TRUE(opened.open());

@@ -127,6 +127,13 @@ TEST_F(MediaRefusal, OfSoundAlone) {
     EXPECT_EQ(error.detail, "it holds no video");
 }
 
+TEST_F(MediaRefusal, OfAVideoWithoutAFrame) {
+    const std::string clip =
+        tests::remuxedClip({}, {"-f", "hls", "-hls_segment_type", "fmp4", "list.m3u8"});
+    const auto error = refusalOf(clip + "/init.mp4");
+    EXPECT_EQ(error.code, ErrorCode::Corrupt);
+}
+
 TEST_F(MediaRefusal, OfAPlaylistInAFile) {
     const auto error = refusalOfBytes(bytesOf("#EXTM3U\n#EXTINF:1,\nsegment.ts\n"), "list.m3u8");
     EXPECT_EQ(error.code, ErrorCode::Unsupported);

@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <fstream>
 #include <string>
 #include <string_view>
@@ -251,6 +254,19 @@ TEST(PNGDecoder, UnpacksNoTexts) {
         GTEST_SKIP() << "this system does not let a process reset its peak of memory";
     const long before = peakKilobytesSinceReset();
     EXPECT_EQ(decodedBy(kDecoder, file), quadrants(8, 8));
+    EXPECT_LT(peakKilobytesSinceReset() - before, 16 * 1024);
+}
+
+TEST(PNGDecoder, SetsNoMemoryAsideForWhatAChunkOnlyClaims) {
+    constexpr std::array<std::uint8_t, 10> claim{0x7F, 0xFF, 0xFF, 0xF0, 'p',
+                                                 'C',  'A',  'L',  'a',  0};
+    constexpr std::ptrdiff_t headerEnd = 33;
+    Bytes file = pngFile(quadrants(8, 8));
+    file.insert(file.begin() + headerEnd, claim.begin(), claim.end());
+    if (peakKilobytesSinceReset() < 0)
+        GTEST_SKIP() << "this system does not let a process reset its peak of memory";
+    const long before = peakKilobytesSinceReset();
+    EXPECT_EQ(refusalBy(kDecoder, file), ErrorCode::Corrupt);
     EXPECT_LT(peakKilobytesSinceReset() - before, 16 * 1024);
 }
 

@@ -1,5 +1,6 @@
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/Model/ZNTInterractor.h"
+#include "HVViewer/Utilities/ZNTMath.h"
 #include "Platform/Graphics/OffscreenTarget.h"
 #include "Platform/Motion/AttitudeSource.h"
 #include "Tests/Support/DirectionPanorama.h"
@@ -199,6 +200,16 @@ TEST(DisplayMode, LetsTheHiddenHalfGoOfTheDevice) {
     EXPECT_TRUE(player.second().deviceMotionIsOn());
 }
 
+TEST(DisplayMode, FollowsTheDeviceAgainWhenAHalfIsShownAgain) {
+    Shown player;
+    player.embedded().setAttitude({0, 0, 0, 1});
+    player.controller().setDisplayMode(DisplayMode::SideBySide);
+    player.view().setHidden(true);
+    EXPECT_FALSE(player.view().deviceMotionIsOn());
+    player.view().setHidden(false);
+    EXPECT_TRUE(player.view().deviceMotionIsOn());
+}
+
 TEST(DisplayMode, GoesBackToTouchWhenTheSensorGoesAway) {
     Shown player;
     player.embedded().setAttitude({0, 0, 0, 1});
@@ -233,6 +244,29 @@ TEST(DisplayMode, SurvivesAViewWithoutASize) {
         player.advance(1s);
         EXPECT_NE(colourAt(*player.snapshot(), 80, 90), (std::array{0, 0, 0, 255}));
     }
+}
+
+TEST(DisplayMode, KeepsItsCameraWhileThereIsNoScreen) {
+    Shown player;
+    ZNTInterractor& camera = *player.view().interractor();
+    camera.setPanVelocity({20, 20});
+    player.embedded().touch({platform::TouchPhase::Down, 1, {160, 90}});
+    player.embedded().touch({platform::TouchPhase::Move, 1, {180, 90}});
+    player.embedded().touch({platform::TouchPhase::Move, 1, {220, 90}});
+    player.embedded().touch({platform::TouchPhase::Up, 1, {220, 90}});
+    player.embedded().resize({0, 0}, 1);
+    player.advance(1s);
+    player.embedded().resize(kLandscape, 1);
+    player.advance(1s);
+    EXPECT_FALSE(containsNaN(camera.rotationMatrix()));
+    EXPECT_FALSE(containsNaN(camera.viewMatrix()));
+    player.controller().setDisplayMode(DisplayMode::Plane);
+    player.embedded().resize({0, 0}, 1);
+    player.advance(1s);
+    player.embedded().resize(kLandscape, 1);
+    player.advance(1s);
+    EXPECT_FALSE(containsNaN(camera.translationMatrix()));
+    EXPECT_NE(colourAt(*player.snapshot(), 80, 90), (std::array{0, 0, 0, 255}));
 }
 
 TEST(DisplayMode, DrawsNothingBeforeTheFirstSample) {

@@ -5,6 +5,7 @@
 #include "Tests/Support/HttpServer.h"
 #include "Tests/Support/LogRecorder.h"
 #include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/TestClips.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -149,6 +150,54 @@ TEST_F(ControllerDownload, MayBeAskedForAgainAfterAFailure) {
                 ElementsAre("started", "failed: the connection was cut short after 3 bytes",
                             "started", "finished"));
     EXPECT_EQ(colourShown(), (Pixel{0, 200, 0, 255}));
+}
+
+TEST_F(ControllerDownload, IsTriedAgainByAReload) {
+    player_->reloadContent();
+    EXPECT_THAT(player_->hooks, IsEmpty()) << "there is no address yet";
+    server_.serve("/a.png", {.body = pngOf(0, 200, 0), .cutAfter = 3});
+    prepare("/a.png");
+    settle();
+    server_.serve("/a.png", {.body = pngOf(0, 200, 0)});
+    player_->reloadContent();
+    settle();
+    EXPECT_THAT(player_->hooks,
+                ElementsAre("started", "failed: the connection was cut short after 3 bytes",
+                            "started", "finished"));
+    player_->reloadContent();
+    EXPECT_EQ(player_->hooks.size(), 4U) << "the picture is there";
+}
+
+TEST_F(ControllerDownload, IsBegunOnceMoreByAReloadWhileItIsUnderWay) {
+    server_.serve("/a.png", {.body = pngOf(0, 200, 0)});
+    prepare("/a.png");
+    player_->reloadContent();
+    settle();
+    EXPECT_THAT(player_->hooks, ElementsAre("started", "started", "finished", "finished"));
+}
+
+TEST_F(ControllerDownload, IsNotBegunByReloadingAFileThatCannotBeRead) {
+    player_->prepareImageWithUrl(URL::fileURLWithPath("/nowhere/a.png"));
+    player_->reloadContent();
+    EXPECT_EQ(log_.count("Data is already displaying. You can not change data"), 1);
+    EXPECT_THAT(player_->hooks, IsEmpty());
+}
+
+TEST_F(ControllerDownload, DoesNotCoverAVideoThatCameMeanwhile) {
+    server_.serve("/a.png", {.body = pngOf(0, 200, 0)});
+    server_.serve("/page.png", {.body = bytesOf("no picture")});
+    for (const std::string path : {"/a.png", "/page.png"}) {
+        prepare(path);
+        player_->prepareVideoWithUrl(URL::fileURLWithPath(tests::testClip()));
+        settle();
+        EXPECT_TRUE(player_->isReadyForDisplay()) << path;
+        EXPECT_EQ(player_->contentType(), ContentType::Video);
+        EXPECT_NE(colourShown(), (Pixel{0, 200, 0, 255})) << path;
+        EXPECT_EQ(player_->hooks.back(), "finished");
+        player_ = platform::make<NotingPlayer>();
+        host_.embedded().setRootViewController(player_);
+        host_.embedded().appear();
+    }
 }
 
 TEST_F(ControllerDownload, ReplacesAPictureThatWasGivenMeanwhile) {

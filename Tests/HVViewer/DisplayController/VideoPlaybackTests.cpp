@@ -2,7 +2,7 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
 #include "HVViewer/Model/Streamer/ZNTStreamer.h"
 #include "Platform/Media/AudioSession.h"
-#include "Platform/Media/Player.h"
+#include "Platform/Media/PlayerItem.h"
 #include "Tests/HVViewer/DisplayController/PlaybackScene.h"
 #include "Tests/Support/LogRecorder.h"
 #include "Tests/Support/PictureCompare.h"
@@ -203,6 +203,58 @@ TEST(VideoContent, IsReplacedByAnotherVideoAfterOneLastPause) {
     EXPECT_NEAR(s.player->videoDuration(), 0.2, 1e-3);
 }
 
+TEST(VideoContent, OfNoAddressEndsTheOneThatPlays) {
+    PlaybackScene s;
+    s.play(clip());
+    s.advance(0.5);
+    s.player->take();
+    const LogRecorder log;
+    s.player->prepareVideoWithUrl(std::nullopt);
+    EXPECT_EQ(log.count("Url can not be nil"), 1);
+    s.advance(0.3);
+    EXPECT_THAT(s.player->take(), IsEmpty());
+    EXPECT_EQ(s.player->contentType(), ContentType::Video);
+    EXPECT_EQ(s.shownFrame(), 15) << "which stays on screen";
+}
+
+TEST(VideoContent, IsCalledLocalAsTheHostHasIt) {
+    PlaybackScene s;
+    s.player->prepareVideoWithUrl(urlOf(clip()), false);
+    s.appear();
+    EXPECT_FALSE(s.player->isLocalResource());
+    EXPECT_TRUE(s.player->isReadyForDisplay());
+    s.player->take();
+    s.player->prepareVideoWithUrl(urlOf(tests::testClip({.frames = 6})), true);
+    EXPECT_THAT(s.player->take(), ElementsAre("videoPaused"));
+    EXPECT_TRUE(s.player->isLocalResource());
+    s.player->prepareVideoWithUrl(platform::URL::URLWithString("http://127.0.0.1:1/a.mp4"));
+    EXPECT_FALSE(s.player->isLocalResource());
+}
+
+TEST(VideoContent, KeepsItsLastFrameUntilTheNextVideosFirst) {
+    PlaybackScene s;
+    s.play(clip());
+    s.advance(0.5);
+    s.player->prepareVideoWithUrl(urlOf("/nowhere/at-all.mp4"));
+    s.host->embedded().disappear();
+    s.appear();
+    EXPECT_EQ(s.shownFrame(), 15);
+}
+
+TEST(VideoContent, ThatFailsLaterIsNamedAndStands) {
+    PlaybackScene s;
+    s.play(clip());
+    s.player->take();
+    const auto item = s.player->streamer()->playerItem();
+    const LogRecorder log;
+    static_cast<platform::MediaPipelineListener&>(*item).mediaDidFail(
+        {platform::ErrorCode::Unreadable, "the connection was cut"});
+    s.host->settle();
+    EXPECT_THAT(s.player->take(), ElementsAre("downloadVideoFailedWithError", "videoPaused"));
+    EXPECT_EQ(s.player->failure, "the connection was cut");
+    EXPECT_EQ(log.count("Player failed to play"), 1);
+}
+
 TEST(VideoContent, IsReplacedWhileItLoads) {
     PlaybackScene s;
     s.player->prepareVideoWithUrl(urlOf(tests::testClip({.frames = 6})));
@@ -369,7 +421,7 @@ TEST(VideoHotSpots, ArePickedByTapAndByLook) {
     spot->setHotSpotName("door");
     s.player->addHotSpots({spot}, ZNTHotSpotPickingPoint::pickingPointForXPosition(0.5, 0.5));
     s.player->take();
-    s.player->displayView()->objectPickTestForPixelAt(128, 64);
+    s.player->displayView()->objectPickTestForPixelAtX(128, 64);
     s.host->settle();
     EXPECT_THAT(s.player->take(), ElementsAre("picked door 0 tap"));
     s.advance(0.7);

@@ -62,6 +62,18 @@ void expectEmpty(const ZNTDisplayViewController& player) {
     EXPECT_EQ(player.currentMode(), DisplayMode::Sphere);
     EXPECT_EQ(player.currentVO(), player.currentMode());
     EXPECT_FALSE(player.enableTransparentBackground());
+    EXPECT_FALSE(player.srcVideoUrl());
+    EXPECT_FALSE(player.streamer());
+    EXPECT_FALSE(player.imageDownloadTask());
+    EXPECT_TRUE(player.hotSpots().empty());
+    EXPECT_FALSE(player.hotSpotPickingPoint());
+    EXPECT_FALSE(player.enableHotSpotTapDetection());
+    EXPECT_FALSE(player.enableHotSpotAutoPicking());
+    EXPECT_EQ(player.sphericalOffset(), 0.0F);
+    EXPECT_FALSE(player.displayView());
+    EXPECT_FALSE(player.virtualDisplayView());
+    EXPECT_TRUE(player.singleModeConstraints().empty());
+    EXPECT_TRUE(player.virtualModeConstraints().empty());
 }
 
 } // namespace
@@ -316,6 +328,20 @@ TEST(DisplayModeSwitch, ReachesTheViewBeforeAndAfterItAppears) {
     EXPECT_EQ(player.controller().currentVO(), DisplayMode::LittlePlanet);
 }
 
+TEST(DisplayModeSwitch, LeadsElsewhereFromAModeThatWasOnlyNoted) {
+    HeadlessPlayer player(kLandscape);
+    const auto noted = platform::make<ZNTDisplayViewController>();
+    noted->setDisplayMode(DisplayMode::SideBySide);
+    noted->prepareImage(grey());
+    player.embedded().setRootViewController(noted);
+    player.embedded().appear();
+    noted->setDisplayMode(DisplayMode::Sphere);
+    player.host().settle();
+    EXPECT_TRUE(noted->virtualDisplayView()->isHidden());
+    EXPECT_EQ(noted->displayView()->frame(), (platform::Rect{{}, kLandscape}));
+    player.embedded().setRootViewController(nullptr);
+}
+
 TEST(DisplayModeSwitch, IsOnlyNotedBeforeTheViewLoads) {
     const auto host = makeHost(kLandscape);
     const auto player = platform::make<ZNTDisplayViewController>();
@@ -338,6 +364,21 @@ TEST(TransparentBackground, MakesEveryViewClearAndBlackAgain) {
     EXPECT_EQ(player.controller().view()->backgroundColor(), platform::kBlackColor);
     EXPECT_EQ(player.view().backgroundColor(), platform::kBlackColor);
     EXPECT_EQ(colourAt(*player.snapshot(), 0, 0), (std::array<int, 4>{0, 0, 0, 255}));
+}
+
+TEST(TransparentBackground, MayBeAskedForBeforeThereAreViews) {
+    class Eager final : public ZNTDisplayViewController {
+    public:
+        void viewDidLoad() override {
+            setEnableTransparentBackground(true);
+            ZNTDisplayViewController::viewDidLoad();
+        }
+    };
+    const auto host = makeHost(kLandscape);
+    const auto player = platform::make<Eager>();
+    (void)player->view();
+    EXPECT_TRUE(player->enableTransparentBackground());
+    EXPECT_FALSE(player->displayView()->makeTransparent()) << "stored, and given to no view";
 }
 
 TEST(Picture, LargerThanTheContextIsShownScaledDownWithOneLine) {

@@ -185,6 +185,15 @@ TEST(Coast, GoesOnInAnotherModeFromWhereThatStarts) {
     EXPECT_TRUE(areNear(scene.camera().rotationMatrix(), yawOf(-velocity * VelocityDeltaCoef)));
 }
 
+TEST(Coast, EndsForAVelocityThatIsNoNumber) {
+    InterractorScene scene;
+    scene.flick(600);
+    scene.camera().setPanVelocity({std::nan(""), std::nan("")});
+    const auto gone = scene.release();
+    scene.advanceFrames(3);
+    EXPECT_TRUE(gone.expired()) << "nothing holds it any longer";
+}
+
 TEST(Coast, EndsSideBySide) {
     InterractorScene scene;
     scene.flick(1500);

@@ -129,6 +129,18 @@ TEST(MotionManager, EndsWithACallWhenTheSourceGoesAway) {
     EXPECT_EQ(scene.seen.size(), 1U);
 }
 
+TEST(MotionManager, EndsWhenTheSourceGoesAwayBeforeItsFirstSample) {
+    ManagerScene scene;
+    scene.source.setAvailable(true);
+    scene.start();
+    EXPECT_TRUE(scene.manager->isDeviceMotionActive());
+    scene.source.setAvailable(false);
+    scene.turn();
+    scene.publish(kFirst);
+    EXPECT_FALSE(scene.manager->isDeviceMotionActive()) << "it is not switched on again";
+    EXPECT_TRUE(scene.seen.empty());
+}
+
 TEST(MotionManager, CallsNobodyAfterItWasStopped) {
     ManagerScene scene;
     scene.start();

@@ -148,6 +148,9 @@ void ZNTHotSpotDrawer::tearDownGL() {
 // The list
 
 void ZNTHotSpotDrawer::addHotSpot(const std::shared_ptr<ZNTHotSpot>& spot) {
+    if (!spot)
+        return platform::log(platform::LogLevel::Warning,
+                             "hot spots: one of the list is null; it is left out");
     spot->setIndexID(static_cast<std::uint32_t>(hotSpots_.size()));
     warnOfAngles(*spot);
     if (!platform::GLContext::setCurrentContext(context_.lock()) || !spot->setupTexture())
@@ -270,7 +273,7 @@ void ZNTHotSpotDrawer::pickAt(platform::Point point, bool tap) {
         detectSelectionFromTapColot(*color, tap);
 }
 
-void ZNTHotSpotDrawer::objectPickTestForPixelAt(int x, int y) {
+void ZNTHotSpotDrawer::objectPickTestForPixelAtX(int x, int y) {
     pickAt({static_cast<double>(x), static_cast<double>(y)}, true);
 }
 

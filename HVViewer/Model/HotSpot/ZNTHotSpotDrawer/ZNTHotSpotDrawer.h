@@ -52,7 +52,7 @@ public:
     /// Reports the hot spot under a point of the view, if there is one, by the selection
     /// notification. Indices above 205 cannot be told apart and are reported as 205 where that
     /// exists.
-    void objectPickTestForPixelAt(int x, int y);
+    void objectPickTestForPixelAtX(int x, int y);
     /// Looks at the picking point, as the timer does every 0.33 s.
     void objecPickTestForPickingPoint();
     /// Switches automatic picking; the timer starts or stops in a later turn.

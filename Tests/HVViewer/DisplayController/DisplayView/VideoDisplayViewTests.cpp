@@ -295,9 +295,9 @@ TEST_F(VideoSpots, ArePickedWhereTheyAre) {
     show();
     scene_.host().settle();
     SelectionListener listener;
-    scene_.view().objectPickTestForPixelAt(160, 90);
+    scene_.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_EQ(listener.take(), (std::vector<Selection>{{"ahead", 0, true}}));
-    scene_.view().objectPickTestForPixelAt(60, 60);
+    scene_.view().objectPickTestForPixelAtX(60, 60);
     EXPECT_TRUE(listener.take().empty()) << "a video in picking colours is black";
     show();
     EXPECT_LE(distance(colourAt(*scene_.snapshot(), 60, 60), shownColour(kGrey)), 1);

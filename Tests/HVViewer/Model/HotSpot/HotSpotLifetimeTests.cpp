@@ -55,7 +55,7 @@ TEST(HotSpotLifetime, LeavesNoGLObjectButOneBufferADrawer) {
     const auto point = ZNTHotSpotPickingPoint::pickingPointForXPosition(0.5, 0.5);
     const auto cycle = [&] {
         scene.showSpots({spotAt(0, 0), spotAt(0, 0.3F), spotAt(0.2F, 0)}, point);
-        scene.view().objectPickTestForPixelAt(160, 90);
+        scene.view().objectPickTestForPixelAtX(160, 90);
         scene.drawer().updateHotSpots({spotAt(0, 0.1F)});
         scene.advance(1);
         scene.showSpots({});
@@ -76,7 +76,7 @@ TEST(HotSpotLifetime, MayHaveItsListReplacedWhileAPickIsReported) {
     scene.showSpots({spotAt(0, 2), spotAt(0, 0, "door")});
     const auto meddler =
         platform::make<Meddler>([&scene] { scene.drawer().updateHotSpots({spotAt(0, 1)}); });
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_EQ(selections.take(), (std::vector<Selection>{{"door", 1, true}}));
     EXPECT_EQ(scene.drawer().hotSpots().size(), 1U);
 }

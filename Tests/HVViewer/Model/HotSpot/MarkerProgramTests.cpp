@@ -84,7 +84,7 @@ TEST(BrokenMarkerShaders, LeaveTheContentAsItIsAndPickNothing) {
     scene.showSpots({spotAt(0, 0)});
     EXPECT_TRUE(picturesAreEqual("broken-marker-shader", *scene.snapshot(), *before));
     SelectionListener selections;
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_TRUE(selections.take().empty());
     EXPECT_TRUE(picturesAreEqual("after-the-pick", *scene.snapshot(), *before));
 }

@@ -128,8 +128,8 @@ TEST_P(Picking, FindsWhatThereIsToSee) {
             const auto expected = clearlySeenAt(scene.drawer().hotSpots(), camera, size, pixel);
             if (!expected)
                 continue;
-            scene.view().objectPickTestForPixelAt(static_cast<int>(pixel.x),
-                                                  static_cast<int>(pixel.y));
+            scene.view().objectPickTestForPixelAtX(static_cast<int>(pixel.x),
+                                                   static_cast<int>(pixel.y));
             const auto found = selections.take();
             ASSERT_EQ(found.empty() ? -1 : found.front().index, *expected)
                 << "view " << view << " at " << pixel.x << ", " << pixel.y;

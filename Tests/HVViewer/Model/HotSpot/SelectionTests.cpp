@@ -67,8 +67,8 @@ TEST(Tap, ReportsTheHotSpotUnderItEveryTime) {
     HotSpotScene scene;
     SelectionListener selections;
     scene.showSpots({spotAt(0, 2), spotAt(0, 0, "door")});
-    scene.view().objectPickTestForPixelAt(160, 90);
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_THAT(selections.take(),
                 ElementsAre(Selection{"door", 1, true}, Selection{"door", 1, true}));
 }
@@ -77,11 +77,11 @@ TEST(Tap, OnEmptySkyReportsNothing) {
     HotSpotScene scene;
     SelectionListener selections;
     scene.showSpots({spotAt(0, 0)});
-    scene.view().objectPickTestForPixelAt(10, 10);
-    scene.view().objectPickTestForPixelAt(-5, 90);
-    scene.view().objectPickTestForPixelAt(320, 90);
+    scene.view().objectPickTestForPixelAtX(10, 10);
+    scene.view().objectPickTestForPixelAtX(-5, 90);
+    scene.view().objectPickTestForPixelAtX(320, 90);
     scene.showSpots({});
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_THAT(selections.take(), IsEmpty());
 }
 
@@ -89,7 +89,7 @@ TEST(Tap, ReportsAHotSpotWithoutANameByItsIndex) {
     HotSpotScene scene;
     SelectionListener selections;
     scene.showSpots({spotAt(0, 0)});
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_THAT(selections.take(), ElementsAre(Selection{"", 0, true}));
 }
 
@@ -97,7 +97,7 @@ TEST(Tap, TakesTheMarkerInFront) {
     HotSpotScene scene;
     SelectionListener selections;
     scene.showSpots({spotAt(0, 0, "below"), spotAt(0, 0.02F, "above")});
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_THAT(selections.take(), ElementsAre(Selection{"above", 1, true}));
 }
 
@@ -106,7 +106,7 @@ TEST(Tap, CountsTransparentPartsOfAMarker) {
     SelectionListener selections;
     scene.showSpots(
         {ZNTHotSpot::hotSpotWithTextureImage(flatPicture(4, 4, 255, 255, 255, 0), 0, 0)});
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_THAT(selections.take(), ElementsAre(Selection{"", 0, true}));
 }
 
@@ -127,7 +127,7 @@ TEST(Tap, TellsIndicesUpTo205ApartAndTakesHigherOnesForThat) {
     std::vector<Selection> seen;
     for (int x = 0; x < 320; x += 2) {
         for (int y = 0; y < 60; y += 6) {
-            scene.view().objectPickTestForPixelAt(x, y);
+            scene.view().objectPickTestForPixelAtX(x, y);
             for (const Selection& selection : selections.take())
                 seen.push_back(selection);
         }
@@ -253,7 +253,7 @@ TEST(HotSpotHook, IsCalledInALaterTurnOnEveryController) {
     HotSpotScene scene;
     const auto other = platform::make<PickedPlayer>();
     scene.showSpots({spotAt(0, 0, "door")});
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_THAT(other->picks, IsEmpty());
     scene.host().settle();
     EXPECT_THAT(other->picks, ElementsAre(Selection{"door", 0, true}));
@@ -279,6 +279,7 @@ TEST(HotSpotHook, IsCalledForATapOnceTapsAreDetectedAtAnAppearance) {
     player->setEnableHotSpotTapDetection(true);
     tap({160, 90});
     EXPECT_THAT(player->picks, IsEmpty()) << "from the next appearance on";
+    EXPECT_EQ(player->displayView()->gestureRecognizers().size(), 2U) << "a drag's and a pinch's";
     for (int appearance = 1; appearance <= 2; ++appearance) {
         host->embedded().disappear();
         host->embedded().appear();
@@ -312,7 +313,7 @@ TEST(HotSpotHook, HearsNothingOnceTheControllerHasGone) {
     HotSpotScene scene;
     scene.showSpots({spotAt(0, 0)});
     auto other = platform::make<PickedPlayer>();
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     const std::weak_ptr<PickedPlayer> gone = std::exchange(other, nullptr);
     EXPECT_TRUE(gone.expired()) << "what is queued does not hold it";
     scene.host().settle();

@@ -2,6 +2,7 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotDrawer.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
 #include "Platform/Foundation/Assertion.h"
+#include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Graphics/GLContext.h"
 #include "Platform/Graphics/GLView.h"
@@ -16,6 +17,8 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <string_view>
+#include <utility>
 
 namespace {
 
@@ -140,18 +143,45 @@ TEST(HotSpotDrawer, GivesTheIndexOfOneThatFailedToTheNext) {
     EXPECT_EQ(good->indexID(), 0U);
 }
 
+TEST(HotSpotDrawer, LeavesOutWhatIsNoHotSpot) {
+    HotSpotScene scene;
+    const LogRecorder log;
+    scene.showSpots({nullptr, spotAt(0, 0, "door"), nullptr});
+    ASSERT_EQ(scene.drawer().hotSpots().size(), 1U);
+    EXPECT_EQ(scene.drawer().hotSpots()[0]->indexID(), 0U);
+    EXPECT_EQ(log.count("hot spots: one of the list is null; it is left out"), 2);
+}
+
+TEST(HotSpotDrawer, KeepsTheListThatIsBeingMadeFromAnother) {
+    HotSpotScene scene;
+    scene.showSpots({});
+    const auto intruder = spotAt(0, 1, "intruder");
+    bool hasTried = false;
+    const auto previous = platform::setLogSink([&](platform::LogLevel, std::string_view) {
+        if (std::exchange(hasTried, true))
+            return;
+        EXPECT_TRUE(scene.drawer().updateInProgress());
+        scene.drawer().updateHotSpots({intruder});
+    });
+    scene.drawer().updateHotSpots({nullptr, spotAt(0, 0, "door")});
+    platform::setLogSink(previous);
+    EXPECT_TRUE(hasTried);
+    ASSERT_EQ(scene.drawer().hotSpots().size(), 1U);
+    EXPECT_EQ(scene.drawer().hotSpots()[0]->hotSpotName(), "door");
+}
+
 TEST(HotSpotDrawer, EndsAPickingPassOnce) {
     HotSpotScene scene;
     const auto counter = platform::make<PassCounter>();
     scene.showSpots({spotAt(0, 0), spotAt(0, 1)});
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_EQ(counter->ended, 1);
     EXPECT_EQ(scene.view().glDrawer()->enableColoring(), 0);
     scene.showSpots({});
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_EQ(counter->ended, 2) << "without markers too";
     EXPECT_EQ(scene.view().glDrawer()->enableColoring(), 0);
-    scene.view().objectPickTestForPixelAt(-1, 9999);
+    scene.view().objectPickTestForPixelAtX(-1, 9999);
     EXPECT_EQ(counter->ended, 3) << "and for a point outside";
     EXPECT_EQ(scene.view().glDrawer()->enableColoring(), 0);
 }
@@ -161,7 +191,7 @@ TEST(HotSpotDrawer, NeverShowsAPickingFrame) {
     scene.showSpots({spotAt(0, 0)});
     const auto before = scene.snapshot();
     const int frames = scene.host().framesPresented();
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     scene.advance(1);
     EXPECT_EQ(scene.host().framesPresented(), frames);
     EXPECT_TRUE(picturesAreEqual("after-a-pick", *scene.snapshot(), *before));
@@ -171,7 +201,7 @@ TEST(HotSpotDrawer, LeavesTheHostsViewportAfterAPick) {
     HotSpotScene scene;
     scene.showSpots({spotAt(0, 0)});
     glViewport(1, 2, 3, 4);
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     std::array<GLint, 4> viewport{};
     glGetIntegerv(GL_VIEWPORT, viewport.data());
     EXPECT_EQ(viewport, (std::array<GLint, 4>{1, 2, 3, 4}));
@@ -238,6 +268,6 @@ TEST(HotSpotDrawer, SurvivesAnglesThatAreNoNumbers) {
                   "hot spots: \"\", index 2, has an angle that is no number; it is not drawn"}));
     EXPECT_TRUE(picturesAreEqual("nan-hot-spots", *scene.snapshot(), *before));
     const SelectionListener selections;
-    scene.view().objectPickTestForPixelAt(160, 90);
+    scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }

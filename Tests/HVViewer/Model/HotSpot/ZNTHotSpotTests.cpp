@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 using platform::InterfaceOrientation;
 
@@ -136,6 +137,40 @@ TEST(HotSpot, ReplacesItsTextureAndForgetsItsName) {
     EXPECT_NE(hotSpot->textureName(), 0U);
     hotSpot->removeSpotTexture();
     EXPECT_EQ(hotSpot->textureName(), 0U);
+}
+
+TEST(HotSpot, GoesByItsNameAloneWhereItHasOne) {
+    const LogRecorder log;
+    const auto host = makeHost({320, 180});
+    ASSERT_TRUE(platform::GLContext::setCurrentContext(platform::GLContext::create()));
+    const auto spot = ZNTHotSpot::hotSpotWithTextureImage(flatPicture(8, 8, 255, 0, 0), 0.0F, 0.0F);
+    spot->setTextureImageName("no-such-picture");
+    EXPECT_FALSE(spot->setupTexture());
+    EXPECT_EQ(log.count("nill image"), 1);
+}
+
+TEST(HotSpot, FacesTheMiddleWhereverItStands) {
+    for (const auto& [vertical, horizontal] :
+         {std::pair(0.4F, 0.9F), std::pair(-1.1F, 2.5F), std::pair(1.5F, -3.0F)}) {
+        const auto spot = ZNTHotSpot::hotSpotWithTextureNamed("", vertical, horizontal);
+        spot->setXTransform(3);
+        spot->setYTransform(0.5F);
+        spot->updateWithModelViewProjection(GLKMatrix4Identity);
+        const GLKMatrix4 matrix = spot->hotSpotModelViewProjectionMatrix();
+        const auto column = [&matrix](int i) {
+            return std::array{matrix.m[4 * i], matrix.m[4 * i + 1], matrix.m[4 * i + 2]};
+        };
+        const auto dot = [](const auto& a, const auto& b) {
+            return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+        };
+        const auto middle = column(3);
+        EXPECT_NEAR(dot(middle, middle), 1, 1e-6) << "on the unit sphere";
+        EXPECT_NEAR(dot(column(0), middle), 0, 1e-6) << "across the line of sight";
+        EXPECT_NEAR(dot(column(1), middle), 0, 1e-6);
+        EXPECT_NEAR(std::sqrt(dot(column(0), column(0))), 0.6, 1e-6);
+        EXPECT_NEAR(std::sqrt(dot(column(1), column(1))), 0.1, 1e-6);
+        EXPECT_NEAR(std::sqrt(dot(column(2), column(2))), 0.2, 1e-6) << "unstretched in depth";
+    }
 }
 
 TEST(NamedPicture, IsFoundWithAndWithoutItsEnding) {

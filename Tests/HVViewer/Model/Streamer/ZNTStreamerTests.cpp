@@ -264,6 +264,33 @@ TEST(Streamer, NamesWhatCannotBePlayed) {
     EXPECT_EQ(s.listener->take(), "");
 }
 
+TEST(Streamer, NamesWhatCannotBePlayedOnOlderSystemsToo) {
+    const LogRecorder log;
+    StreamerScene s("9.3");
+    s.open("/nowhere/at-all.mp4");
+    EXPECT_EQ(s.listener->take(), "failed;");
+}
+
+TEST(Streamer, SaysThatItStartedAtEveryPlay) {
+    StreamerScene s;
+    s.open(clip());
+    s.advance(0.1);
+    s.listener->take();
+    s.streamer->play();
+    s.host->settle();
+    EXPECT_EQ(s.listener->take(), "started;") << "it plays already";
+}
+
+TEST(Streamer, IsHeardToPauseAndStartOverASeek) {
+    StreamerScene s;
+    s.open(clip());
+    s.advance(0.1);
+    s.listener->take();
+    s.streamer->seekToTime(0.5);
+    s.host->settle();
+    EXPECT_EQ(s.listener->take(), "paused;loading;loaded;");
+}
+
 TEST(Streamer, NeedsNoDelegate) {
     StreamerScene s;
     s.open(clip());

@@ -20,7 +20,7 @@ namespace {
 using Pixel = std::array<float, 4>;
 
 Pixel picked(const platform::Image& image, std::uint64_t x, std::uint64_t y) {
-    const GLKVector4 colour = pickPixelAt(image, x, y);
+    const GLKVector4 colour = pickPixelAtX(image, x, y);
     return {colour.v[0], colour.v[1], colour.v[2], colour.v[3]};
 }
 
