@@ -3,12 +3,16 @@
 #include "Benchmarks/HotSpotBenchmark.h"
 #include "Benchmarks/Panoramas.h"
 #include "Benchmarks/VideoFrameBenchmark.h"
+#include "Benchmarks/VideoLatency.h"
+#include "Benchmarks/VideoPlayback.h"
+#include "Benchmarks/VideoSoak.h"
 #include "Platform/Foundation/Log.h"
 
 #include <turbojpeg.h>
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
@@ -85,6 +89,14 @@ ordered_json measureAll(const std::string& self, const std::string& idleWindow) 
     return report;
 }
 
+/// The number after the option.
+int numberAt(int argc, char** argv, int otherwise) {
+    const int number = argc > 2 ? std::atoi(argv[2]) : otherwise;
+    if (number <= 0)
+        throw std::runtime_error(std::string("no number above 0: ") + argv[2]);
+    return number;
+}
+
 /// What the program's arguments ask for.
 ordered_json measure(int argc, char** argv) {
     const std::string first = argc > 1 ? argv[1] : "";
@@ -96,13 +108,20 @@ ordered_json measure(int argc, char** argv) {
         return {{"video_frames", measureVideoFrames()}};
     if (first == "--hot-spots")
         return {{"hot_spots", measureHotSpots()}};
+    if (first == "--video-playback")
+        return {{"video_playback", measureVideoPlayback(numberAt(argc, argv, 10))}};
+    if (first == "--video-latency")
+        return {{"video_latency", measureVideoLatency()}};
+    if (first == "--video-soak")
+        return {{"video_soak", measureVideoSoak(numberAt(argc, argv, 10))}};
     return measureAll(argv[0], first);
 }
 
 } // namespace
 
 /// `zanto-benchmark [IDLE-WINDOW-PROGRAM]` prints everything that is measured as one JSON object,
-/// `zanto-benchmark --frames`, `--video-frames` and `--hot-spots` one part alone.
+/// `zanto-benchmark --frames`, `--video-frames` and `--hot-spots` one part alone. Only when asked
+/// for: `--video-playback [SECONDS]`, `--video-latency`, `--video-soak [MINUTES]`.
 int main(int argc, char** argv) {
     try {
         const ordered_json report = measure(argc, argv);
