@@ -262,9 +262,11 @@ void Playbin::buffered(int percent) {
 
 void Playbin::failed(const GError& error) {
     const Error inWords = inWordsOf(error);
+    // Told before the pictures end, which they do next.
+    if (!isRemote() || httpStatus_ != 0)
+        return explain(inWords, false);
     // Why a server cannot be reached is a question to the network, which may take its time.
-    const bool mayBeUnreachable = isRemote() && httpStatus_ == 0;
-    worker_.async([this, inWords, mayBeUnreachable] { explain(inWords, mayBeUnreachable); });
+    worker_.async([this, inWords] { explain(inWords, true); });
 }
 
 /// What is known of the streams says more than the error that comes of it.

@@ -16,7 +16,7 @@ namespace tests {
 class QueueDriver {
 public:
     enum class Time { Virtual, Real };
-    static constexpr std::chrono::seconds kLimit{20};
+    static constexpr std::chrono::seconds kLimit{60};
 
     explicit QueueDriver(Time time);
     ~QueueDriver();
