@@ -17,8 +17,8 @@ struct EmbeddedResource {
     std::string_view base64;
 };
 
-/// A set of named resources: those in registered folders first, then those that were installed, then
-/// those built in.
+/// A set of named resources: those in registered folders first, then those that were installed,
+/// then those built in.
 ///
 /// A file in a folder shadows the later ones even when it cannot be read, so that a broken
 /// replacement shows instead of being passed over.

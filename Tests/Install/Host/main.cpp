@@ -1,5 +1,6 @@
 // A host application as another project would write it: a controller of its own, shown without a
-// window. It leaves with 0 if everything has happened, and with 7 if the library's set-up is broken.
+// window. It leaves with 0 if everything has happened, and with 7 if the library's set-up is
+// broken.
 #include <HVViewer/ZantoPlayerFramework.h>
 #include <Hosts/Headless/HeadlessHost.h>
 
