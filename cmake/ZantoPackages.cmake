@@ -28,23 +28,21 @@ set(same_version "(= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libzantoplayerframework1)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_MULTIARCH same)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_DEPENDS ${ZANTO_LOADED_MEDIA})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "ca-certificates, ${ZANTO_LOADED_GRAPHICS}")
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "player of spherical pictures and videos - libraries
- Shows equirectangular pictures and videos from inside the sphere, flat or as
- a little planet, drawn with OpenGL ES 2.0 into a host application's window.")
+Shows equirectangular pictures and videos from inside the sphere, flat or as
+a little planet, drawn with OpenGL ES 2.0 into a host application's window.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libzantoplayerframework-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libzantoplayerframework1 ${same_version}")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
     "player of spherical pictures and videos - headers
- What a host application is built with: headers, the CMake package and the
- pkg-config files.")
+What a host application is built with: headers, the CMake package and the
+pkg-config files.")
 
 set(CPACK_DEBIAN_PLAYER_PACKAGE_NAME zanto-player)
 set(CPACK_DEBIAN_PLAYER_PACKAGE_SECTION video)
@@ -53,9 +51,9 @@ set(CPACK_DEBIAN_PLAYER_PACKAGE_DEPENDS
     "libzantoplayerframework1 ${same_version}, ca-certificates, ${ZANTO_LOADED_GRAPHICS}")
 set(CPACK_COMPONENT_PLAYER_DESCRIPTION
     "player of spherical pictures and videos
- A window that shows equirectangular pictures and videos from inside the
- sphere, flat, as a little planet or side by side, and a command that renders
- them without a display.")
+A window that shows equirectangular pictures and videos from inside the
+sphere, flat, as a little planet or side by side, and a command that renders
+them without a display.")
 include(CPack)
 
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
