@@ -11,6 +11,7 @@
 #include <turbojpeg.h>
 
 #include <array>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -20,6 +21,8 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <system_error>
 
 using nlohmann::ordered_json;
 
@@ -91,9 +94,13 @@ ordered_json measureAll(const std::string& self, const std::string& idleWindow) 
 
 /// The number after the option.
 int numberAt(int argc, char** argv, int otherwise) {
-    const int number = argc > 2 ? std::atoi(argv[2]) : otherwise;
-    if (number <= 0)
-        throw std::runtime_error(std::string("no number above 0: ") + argv[2]);
+    if (argc <= 2)
+        return otherwise;
+    const std::string_view word = argv[2];
+    int number = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+    if (error != std::errc() || end != word.data() + word.size() || number <= 0)
+        throw std::runtime_error("no number above 0: " + std::string(word));
     return number;
 }
 

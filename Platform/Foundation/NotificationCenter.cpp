@@ -44,7 +44,7 @@ void NotificationCenter::post(std::string_view name, UserInfo userInfo, const Ob
     // By id, because a handler may add and remove entries while the walk goes on.
     std::vector<std::uint64_t> ids;
     for (const Entry& entry : entries_) {
-        const bool isWanted = !entry.sender || entry.sender == fromObject;
+        const bool isWanted = entry.sender == nullptr || entry.sender == fromObject;
         if (entry.name == name && isWanted)
             ids.push_back(entry.id);
     }

@@ -63,7 +63,7 @@ public:
 
 private:
     struct PeriodicBlock {
-        Instant interval;
+        Instant interval{};
         std::function<void(MediaTime)> block;
         int framesToGo = 0;
     };

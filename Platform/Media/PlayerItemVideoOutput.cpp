@@ -20,7 +20,7 @@ bool PlayerItemVideoOutput::hasNewPixelBufferForItemTime(MediaTime itemTime) {
 }
 
 PixelBufferPtr PlayerItemVideoOutput::copyPixelBufferForItemTime(MediaTime itemTime) {
-    const auto buffer = newBufferAt(itemTime);
+    auto buffer = newBufferAt(itemTime);
     if (buffer)
         copied_ = buffer->identity();
     return buffer;
