@@ -49,6 +49,8 @@ set(CPACK_DEBIAN_PLAYER_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PLAYER_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PLAYER_PACKAGE_DEPENDS
     "libzantoplayerframework1 ${same_version}, ca-certificates, ${ZANTO_LOADED_GRAPHICS}")
+# The controls' letters; without it they are coarse.
+set(CPACK_DEBIAN_PLAYER_PACKAGE_RECOMMENDS fonts-dejavu-core)
 set(CPACK_COMPONENT_PLAYER_DESCRIPTION
     "player of spherical pictures and videos
 A window that shows equirectangular pictures and videos from inside the

@@ -40,7 +40,9 @@ std::string readSize(const std::string& text, platform::Size& size) {
 }
 
 void addInput(CLI::App& app, std::string& input) {
-    app.add_option("INPUT", input, "A picture: a file or a URL (default: the built-in panorama)");
+    app.add_option("INPUT", input,
+                   "A picture or a video: a file or a URL (default: the built-in panorama). "
+                   "Example: https://example.org/tour.mp4");
 }
 
 /// A number between two others, both included. Not CLI::Range, which lets "nan" pass.
@@ -61,17 +63,21 @@ void addTouchSlop(CLI::App& app, platform::TouchSlop& slop) {
     addNumber(
         app, "--touch-slop", 0, kLargestSlop,
         [&slop](double points) { slop = {.finger = points, .mouse = points}; },
-        "How far a touch may wander before it drags, in points (default: 10, a mouse 3)");
+        "How far a touch may wander before it drags, in points (default: 10, a mouse 3). "
+        "Example: --touch-slop 5");
 }
 
 void addHotSpots(CLI::App& app, std::string& file) {
-    app.add_option("--hot-spots", file, "Markers to show and to pick, a JSON object");
+    app.add_option(
+        "--hot-spots", file,
+        "Markers to show and to pick, a JSON object. Example: --hot-spots hot-spots.json");
 }
 
 void addRenderOptions(CLI::App& app, RenderCommand& render) {
     addInput(app, render.input);
     app.add_option("--output", render.output,
-                   "The picture to write (a name ending in .png) or the folder for several")
+                   "The picture to write (a name ending in .png) or the folder for several. "
+                   "Example: --output picture.png")
         ->required();
     app.add_option_function<std::string>(
            "--size",
@@ -79,11 +85,11 @@ void addRenderOptions(CLI::App& app, RenderCommand& render) {
                if (const std::string wrong = readSize(text, render.size); !wrong.empty())
                    throw CLI::ValidationError("--size", wrong);
            },
-           "Size of the view in points, WxH")
+           "Size of the view in points, WxH. Example: --size 640x360")
         ->required();
     addNumber(
         app, "--scale", 0.1, 16, [&render](double scale) { render.scale = scale; },
-        "Pixels per point");
+        "Pixels per point. Example: --scale 2");
     app.add_option_function<std::string>(
            "--mode",
            [&render](const std::string& name) {
@@ -92,13 +98,15 @@ void addRenderOptions(CLI::App& app, RenderCommand& render) {
                    throw CLI::ValidationError("--mode", "unknown mode \"" + name + "\"");
                render.mode = *mode;
            },
-           "plane, sphere, little-planet or side-by-side")
+           "plane, sphere, little-planet or side-by-side. Example: --mode little-planet")
         ->default_str("sphere");
     addNumber(
         app, "--time", 0, 1e6, [&render](double seconds) { render.timeSeconds = seconds; },
-        "The second that the picture shows");
-    app.add_option("--actions", render.actionsFile, "A script of JSON lines to play");
-    app.add_option("--trace", render.traceFile, "Write what happened as JSON lines");
+        "The second that the picture shows. Example: --time 2.5");
+    app.add_option("--actions", render.actionsFile,
+                   "A script of JSON lines to play. Example: --actions tour.jsonl");
+    app.add_option("--trace", render.traceFile,
+                   "Write what happened as JSON lines. Example: --trace trace.jsonl");
     addTouchSlop(app, render.touchSlop);
     addHotSpots(app, render.hotSpotsFile);
 }
@@ -108,9 +116,11 @@ void addPlayOptions(CLI::App& app, PlayCommand& play) {
     addTouchSlop(app, play.touchSlop);
     addHotSpots(app, play.hotSpotsFile);
     app.add_option("--record", play.recordFile,
-                   "Write what is done in the window as a script for render --actions");
+                   "Write what is done in the window as a script for render --actions. "
+                   "Example: --record tour.jsonl");
     app.add_option("--attitude-trace", play.attitudeTraceFile,
-                   "A recording of a device's attitude to steer by");
+                   "A recording of a device's attitude to steer by. "
+                   "Example: --attitude-trace walk.csv");
 }
 
 /// What of the window's own stands on a command line that renders; empty: nothing.
@@ -133,11 +143,20 @@ bool fits(const RenderCommand& render) {
 Command parseCommandLine(int argc, const char* const* argv) {
     PlayCommand play;
     RenderCommand render;
-    CLI::App app("Shows a spherical picture.", "zanto-player");
+    CLI::App app("Shows a spherical picture or video in a window; h shows its keys.",
+                 "zanto-player");
     app.set_version_flag("--version", versionText());
     addPlayOptions(app, play);
     CLI::App* renderApp = app.add_subcommand("render", "Writes pictures of it without a display.");
     addRenderOptions(*renderApp, render);
+    app.footer("Examples:\n"
+               "  zanto-player panorama.jpg\n"
+               "  zanto-player https://example.org/tour.mp4\n"
+               "  zanto-player --hot-spots hot-spots.json --record tour.jsonl panorama.jpg\n"
+               "  zanto-player render panorama.jpg --output picture.png --size 1280x720");
+    renderApp->footer("Example:\n"
+                      "  zanto-player render panorama.jpg --output pictures --size 640x360 "
+                      "--actions tour.jsonl --trace trace.jsonl");
     try {
         app.parse(argc, argv);
     } catch (const CLI::Success& helpOrVersion) {

@@ -61,6 +61,14 @@ ContentAction::Kind kindOf(const std::string& input) {
     return isPicture ? Kind::Picture : Kind::Video;
 }
 
+std::string nameOfContent(const std::string& input) {
+    if (input.empty())
+        return "the built-in panorama";
+    const auto url = input.find("://") == std::string::npos ? std::nullopt : urlOf(input);
+    const std::filesystem::path path = url && !url->path().empty() ? url->path() : input;
+    return path.filename().empty() ? input : path.filename().string();
+}
+
 void prepareContent(TracedController& controller, const std::string& input) {
     if (input.empty())
         controller.prepareImage(builtInPanorama());

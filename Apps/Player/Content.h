@@ -15,6 +15,9 @@
 /// nothing by the first bytes of the file. An address without a telling ending is played.
 [[nodiscard]] ContentAction::Kind kindOf(const std::string& input);
 
+/// What people call it: the last part of its path.
+[[nodiscard]] std::string nameOfContent(const std::string& input);
+
 /// Hands a controller what the command line names: a file or an address, the built-in panorama when
 /// it is empty. What an address or a video leads to comes with later turns of the host.
 void prepareContent(TracedController& controller, const std::string& input);

@@ -9,46 +9,48 @@ namespace {
 enum class WhileHeld { Once, GoesOn };
 
 struct Binding {
-    char32_t character;
-    KeyAction action;
-    std::string_view help;
+    char32_t character{};
+    WindowAction action{};
+    KeyHelp help;
     WhileHeld whileHeld = WhileHeld::Once;
 };
 
 constexpr std::array<Binding, 17> kBindings{{
-    {U'1', KeyAction::ShowPlane, "1       flat on a plane"},
-    {U'2', KeyAction::ShowSphere, "2       from inside the sphere"},
-    {U'3', KeyAction::ShowLittlePlanet, "3       as a little planet"},
-    {U'4', KeyAction::ShowSideBySide, "4       side by side, for a viewer"},
-    {U'g', KeyAction::ToggleDeviceMotion,
-     "g       in the sphere: follow the device, or stop; without one the right mouse button turns "
-     "it"},
-    {U'l', KeyAction::ToggleVerticalLock, "l       drag sideways only, or freely again"},
-    {U'a', KeyAction::ToggleAutoPicking, "a       pick hot spots by looking at them, or stop"},
-    {U' ', KeyAction::TogglePlayback, "Space   pause the video, or go on"},
-    {U'[', KeyAction::SeekBack, "[       10 seconds back in the video", WhileHeld::GoesOn},
-    {U']', KeyAction::SeekForward, "]       10 seconds on in the video", WhileHeld::GoesOn},
-    {U'm', KeyAction::ToggleMute, "m       mute, or sound again"},
-    {U'9', KeyAction::VolumeDown, "9       less volume", WhileHeld::GoesOn},
-    {U'0', KeyAction::VolumeUp, "0       more volume", WhileHeld::GoesOn},
-    {U'f', KeyAction::ToggleFullScreen, "f       full screen, and back"},
-    {U's', KeyAction::TakeScreenshot, "s       write a screenshot into the current folder"},
-    {U'h', KeyAction::PrintHelp, "h       print this help"},
-    {U'q', KeyAction::Quit, "q       quit"},
+    {U'1', WindowAction::ShowPlane, {"1", "flat on a plane"}},
+    {U'2', WindowAction::ShowSphere, {"2", "from inside the sphere"}},
+    {U'3', WindowAction::ShowLittlePlanet, {"3", "as a little planet"}},
+    {U'4', WindowAction::ShowSideBySide, {"4", "side by side, for a viewer"}},
+    {U'g',
+     WindowAction::ToggleDeviceMotion,
+     {"g",
+      "in the sphere: follow the device, or stop; without one the right mouse button turns it"}},
+    {U'l', WindowAction::ToggleVerticalLock, {"l", "drag sideways only, or freely again"}},
+    {U'a', WindowAction::ToggleAutoPicking, {"a", "pick hot spots by looking at them, or stop"}},
+    {U' ', WindowAction::TogglePlayback, {"Space", "pause the video, or go on"}},
+    {U'[', WindowAction::SeekBack, {"[", "10 seconds back in the video"}, WhileHeld::GoesOn},
+    {U']', WindowAction::SeekForward, {"]", "10 seconds on in the video"}, WhileHeld::GoesOn},
+    {U'm', WindowAction::ToggleMute, {"m", "mute, or sound again"}},
+    {U'9', WindowAction::VolumeDown, {"9", "less volume"}, WhileHeld::GoesOn},
+    {U'0', WindowAction::VolumeUp, {"0", "more volume"}, WhileHeld::GoesOn},
+    {U'f', WindowAction::ToggleFullScreen, {"f", "full screen, and back"}},
+    {U's', WindowAction::TakeScreenshot, {"s", "write a screenshot into the current folder"}},
+    {U'h', WindowAction::ToggleHelp, {"h", "show these keys in the window and print them"}},
+    {U'q', WindowAction::Quit, {"q", "quit"}},
 }};
-constexpr std::string_view kArrowHelp = "Arrows  look around";
-constexpr std::string_view kEscapeHelp = "Escape  leave full screen, or quit";
+constexpr KeyHelp kArrowHelp{"Arrows", "look around"};
+constexpr KeyHelp kEscapeHelp{"Escape", "put the keys away, leave full screen, or quit"};
+constexpr std::size_t kKeyColumn = 8;
 
-std::optional<KeyAction> lookOf(KeyPress::Key key) {
+std::optional<WindowAction> lookOf(KeyPress::Key key) {
     switch (key) {
     case KeyPress::Key::Left:
-        return KeyAction::LookLeft;
+        return WindowAction::LookLeft;
     case KeyPress::Key::Right:
-        return KeyAction::LookRight;
+        return WindowAction::LookRight;
     case KeyPress::Key::Up:
-        return KeyAction::LookUp;
+        return WindowAction::LookUp;
     case KeyPress::Key::Down:
-        return KeyAction::LookDown;
+        return WindowAction::LookDown;
     default:
         return std::nullopt;
     }
@@ -56,13 +58,13 @@ std::optional<KeyAction> lookOf(KeyPress::Key key) {
 
 } // namespace
 
-std::optional<KeyAction> keyActionOf(const KeyPress& press) {
+std::optional<WindowAction> windowActionOf(const KeyPress& press) {
     if (press.hasControl || press.hasAlt || press.hasCommand)
         return std::nullopt;
     if (const auto look = lookOf(press.key))
         return look;
     if (press.key == KeyPress::Key::Escape && !press.isRepeat)
-        return KeyAction::Leave;
+        return WindowAction::Leave;
     const auto* const found =
         std::find_if(kBindings.begin(), kBindings.end(), [&press](const Binding& binding) {
             return binding.character == press.character;
@@ -72,9 +74,21 @@ std::optional<KeyAction> keyActionOf(const KeyPress& press) {
     return found->action;
 }
 
+std::vector<KeyHelp> keyHelpLines() {
+    std::vector<KeyHelp> lines;
+    lines.reserve(kBindings.size() + 2);
+    for (const Binding& binding : kBindings)
+        lines.push_back(binding.help);
+    lines.push_back(kArrowHelp);
+    lines.push_back(kEscapeHelp);
+    return lines;
+}
+
 std::string keyHelp() {
     std::string text;
-    for (const Binding& binding : kBindings)
-        text += std::string(binding.help) + "\n";
-    return text + std::string(kArrowHelp) + "\n" + std::string(kEscapeHelp) + "\n";
+    for (const auto& [key, what] : keyHelpLines()) {
+        text += key;
+        text.append(kKeyColumn - key.size(), ' ').append(what).append("\n");
+    }
+    return text;
 }

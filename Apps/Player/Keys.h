@@ -1,40 +1,24 @@
 #pragma once
 
+#include "Apps/Player/WindowAction.h"
 #include "Hosts/SDL/KeyPress.h"
 
 #include <optional>
 #include <string>
-
-/// What a key of the window does.
-enum class KeyAction {
-    ShowPlane,
-    ShowSphere,
-    ShowLittlePlanet,
-    ShowSideBySide,
-    ToggleDeviceMotion,
-    ToggleVerticalLock,
-    ToggleAutoPicking,
-    LookLeft,
-    LookRight,
-    LookUp,
-    LookDown,
-    TogglePlayback,
-    SeekBack,
-    SeekForward,
-    ToggleMute,
-    VolumeDown,
-    VolumeUp,
-    ToggleFullScreen,
-    TakeScreenshot,
-    PrintHelp,
-    Quit,
-    Leave, ///< full screen if it is on, else the program
-};
+#include <string_view>
+#include <vector>
 
 /// None: the key does nothing. A key that is held goes on looking, seeking and changing the volume;
 /// other keys act once. Keys that are pressed with Control, Alt or the system's key
 /// belong to somebody else.
-[[nodiscard]] std::optional<KeyAction> keyActionOf(const KeyPress& press);
+[[nodiscard]] std::optional<WindowAction> windowActionOf(const KeyPress& press);
 
-/// What all keys do, a line each.
+struct KeyHelp {
+    std::string_view key;
+    std::string_view text;
+};
+
+/// What all keys do.
+[[nodiscard]] std::vector<KeyHelp> keyHelpLines();
+/// The same as text, a line each.
 [[nodiscard]] std::string keyHelp();

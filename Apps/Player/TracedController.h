@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 /// A hot spot that was tapped or looked at.
@@ -26,11 +27,12 @@ public:
 
     explicit TracedController(Trace& trace) : trace_(trace) {}
 
-    void downloadImageStarted() override { trace_.hook("downloadImageStarted"); }
+    void downloadImageStarted() override { note("downloadImageStarted"); }
     void downloadImageFinished() override {
         trace_.hook("downloadImageFinished");
         if (!srcImage())
             fail({platform::ErrorCode::Unsupported, "holds no picture"});
+        tellChange();
     }
     void downloadImageFailedWithError(const platform::Error& error) override {
         trace_.hook("downloadImageFailedWithError", {{"error", error.detail}});
@@ -40,11 +42,11 @@ public:
         trace_.hook("downloadVideoFailedWithError", {{"error", error.detail}});
         fail(error);
     }
-    void videoPaused() override { trace_.hook("videoPaused"); }
-    void videoStartedPlaying() override { trace_.hook("videoStartedPlaying"); }
-    void videoDidEndPlaying() override { trace_.hook("videoDidEndPlaying"); }
-    void videoIsLoading() override { trace_.hook("videoIsLoading"); }
-    void videoDidEndLoading() override { trace_.hook("videoDidEndLoading"); }
+    void videoPaused() override { note("videoPaused"); }
+    void videoStartedPlaying() override { note("videoStartedPlaying"); }
+    void videoDidEndPlaying() override { note("videoDidEndPlaying"); }
+    void videoIsLoading() override { note("videoIsLoading"); }
+    void videoDidEndLoading() override { note("videoDidEndLoading"); }
     void videoPlayedToTime(double seconds) override {
         trace_.hook("videoPlayedToTime", {{"seconds", seconds}});
     }
@@ -59,20 +61,36 @@ public:
     /// Told after the trace. Empty: nobody listens.
     void setPickListener(PickListener listener) { pickListener_ = std::move(listener); }
 
+    /// Told after the trace and the failure's listener of every hook that says how the content is,
+    /// but for the seconds that a video plays.
+    void setChangeListener(std::function<void()> listener) {
+        changeListener_ = std::move(listener);
+    }
+
     void setFailureListener(FailureListener listener) { failureListener_ = std::move(listener); }
 
     /// Why the content could not be loaded, once the library has said so.
     [[nodiscard]] const std::optional<platform::Error>& failure() const { return failure_; }
 
 private:
+    void note(std::string_view hook) {
+        trace_.hook(hook);
+        tellChange();
+    }
+    void tellChange() const {
+        if (changeListener_)
+            changeListener_();
+    }
     void fail(const platform::Error& error) {
         failure_ = error;
         if (failureListener_)
             failureListener_(error);
+        tellChange();
     }
 
     Trace& trace_;
     PickListener pickListener_;
     FailureListener failureListener_;
+    std::function<void()> changeListener_;
     std::optional<platform::Error> failure_;
 };

@@ -2,6 +2,7 @@
 
 #include "Apps/Player/HotSpots.h"
 #include "Apps/Player/KeyLook.h"
+#include "Apps/Player/Keys.h"
 #include "Apps/Player/Message.h"
 #include "Apps/Player/PictureOutput.h"
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
@@ -34,10 +35,10 @@ std::string freeScreenshotName() {
 
 WindowPlayer::WindowPlayer(SDLHost& host, ZNTDisplayViewController& controller,
                            ActionListener listener)
-    : host_(host), controller_(controller), listener_(std::move(listener)),
+    : host_(host), controller_(&controller), listener_(std::move(listener)),
       keyLook_(platform::make<KeyLook>(host)) {
     host_.setKeyListener([this](const KeyPress& press) {
-        if (const auto action = keyActionOf(press))
+        if (const auto action = windowActionOf(press))
             perform(*action);
     });
 }
@@ -46,51 +47,63 @@ WindowPlayer::~WindowPlayer() {
     host_.setKeyListener({});
 }
 
-void WindowPlayer::perform(KeyAction action) {
+void WindowPlayer::setController(ZNTDisplayViewController& controller) {
+    controller_ = &controller;
+    host_.setEmulatesDevice(false); // nobody follows it
+}
+
+void WindowPlayer::perform(WindowAction action) {
+    act(action);
+    // A copy, because it may set another.
+    if (const auto listener = performedListener_)
+        listener(action);
+}
+
+void WindowPlayer::act(WindowAction action) {
     switch (action) {
-    case KeyAction::ShowPlane:
+    case WindowAction::ShowPlane:
         return show(DisplayMode::Plane);
-    case KeyAction::ShowSphere:
+    case WindowAction::ShowSphere:
         return show(DisplayMode::Sphere);
-    case KeyAction::ShowLittlePlanet:
+    case WindowAction::ShowLittlePlanet:
         return show(DisplayMode::LittlePlanet);
-    case KeyAction::ShowSideBySide:
+    case WindowAction::ShowSideBySide:
         return show(DisplayMode::SideBySide);
-    case KeyAction::ToggleDeviceMotion:
+    case WindowAction::ToggleDeviceMotion:
         return toggleDeviceMotion();
-    case KeyAction::ToggleVerticalLock:
+    case WindowAction::ToggleVerticalLock:
         return toggleVerticalLock();
-    case KeyAction::ToggleAutoPicking:
+    case WindowAction::ToggleAutoPicking:
         return toggleAutoPicking();
-    case KeyAction::LookLeft:
+    case WindowAction::LookLeft:
         return keyLook_->look({-1, 0});
-    case KeyAction::LookRight:
+    case WindowAction::LookRight:
         return keyLook_->look({1, 0});
-    case KeyAction::LookUp:
+    case WindowAction::LookUp:
         return keyLook_->look({0, -1});
-    case KeyAction::LookDown:
+    case WindowAction::LookDown:
         return keyLook_->look({0, 1});
-    case KeyAction::TogglePlayback:
+    case WindowAction::TogglePlayback:
         return togglePlayback();
-    case KeyAction::SeekBack:
+    case WindowAction::SeekBack:
         return seekBy(-kSeekSeconds);
-    case KeyAction::SeekForward:
+    case WindowAction::SeekForward:
         return seekBy(kSeekSeconds);
-    case KeyAction::ToggleMute:
+    case WindowAction::ToggleMute:
         return toggleMute();
-    case KeyAction::VolumeDown:
+    case WindowAction::VolumeDown:
         return changeVolumeBy(-kVolumeStep);
-    case KeyAction::VolumeUp:
+    case WindowAction::VolumeUp:
         return changeVolumeBy(kVolumeStep);
-    case KeyAction::ToggleFullScreen:
+    case WindowAction::ToggleFullScreen:
         return host_.setFullScreen(!host_.isFullScreen());
-    case KeyAction::TakeScreenshot:
+    case WindowAction::TakeScreenshot:
         return takeScreenshot();
-    case KeyAction::PrintHelp:
-        return print(keyHelp());
-    case KeyAction::Quit:
+    case WindowAction::ToggleHelp:
+        return toggleHelp();
+    case WindowAction::Quit:
         return host_.quit();
-    case KeyAction::Leave:
+    case WindowAction::Leave:
         return leave();
     }
 }
@@ -101,90 +114,101 @@ void WindowPlayer::tellListener(const decltype(Action::what)& what) const {
 }
 
 void WindowPlayer::show(DisplayMode mode) {
-    controller_.setDisplayMode(mode);
+    controller_->setDisplayMode(mode);
     tellListener(ModeAction{mode});
 }
 
 void WindowPlayer::toggleDeviceMotion() {
     // In the other modes it is not the person's choice.
-    if (controller_.currentMode() != DisplayMode::Sphere)
+    if (controller_->currentMode() != DisplayMode::Sphere)
         return;
-    const bool on = !controller_.deviceMotionIsOn();
+    const bool on = !controller_->deviceMotionIsOn();
     if (on && !platform::AttitudeSource::shared().isAvailable())
         host_.setEmulatesDevice(true);
-    controller_.turnOnDeviceMotionInterraction(on);
+    controller_->turnOnDeviceMotionInterraction(on);
     if (!on && host_.emulatesDevice())
         host_.setEmulatesDevice(false);
     tellListener(SwitchAction{SwitchAction::Switch::DeviceMotion, on});
 }
 
 void WindowPlayer::toggleVerticalLock() {
-    const bool lock = !controller_.lockVerticalRotation();
-    controller_.setLockVerticalRotation(lock);
+    const bool lock = !controller_->lockVerticalRotation();
+    controller_->setLockVerticalRotation(lock);
     tellListener(SwitchAction{SwitchAction::Switch::LockVertical, lock});
 }
 
 void WindowPlayer::toggleAutoPicking() {
-    if (controller_.hotSpots().empty())
+    if (controller_->hotSpots().empty())
         return;
-    const bool on = !controller_.enableHotSpotAutoPicking();
-    controller_.setEnableHotSpotAutoPicking(on);
-    refreshHotSpots(controller_);
+    const bool on = !controller_->enableHotSpotAutoPicking();
+    controller_->setEnableHotSpotAutoPicking(on);
+    refreshHotSpots(*controller_);
     tellListener(SwitchAction{SwitchAction::Switch::AutoPicking, on});
 }
 
 void WindowPlayer::togglePlayback() {
-    const auto streamer = controller_.streamer();
+    const auto streamer = controller_->streamer();
     if (!streamer)
         return;
     const auto player = streamer->player();
     const bool isStill =
         !player || player->timeControlStatus() == platform::TimeControlStatus::Paused;
     if (isStill)
-        controller_.play();
+        controller_->play();
     else
-        controller_.pause();
+        controller_->pause();
     tellListener(isStill ? CommandAction::Play : CommandAction::Pause);
 }
 
 void WindowPlayer::seekBy(double seconds) {
-    const double duration = controller_.videoDuration();
-    if (!controller_.streamer() || std::isnan(duration))
+    const auto player = controller_->streamer() ? controller_->streamer()->player() : nullptr;
+    seekTo((player ? player->currentTime().seconds() : 0) + seconds);
+}
+
+void WindowPlayer::seekTo(double seconds) {
+    const double duration = controller_->videoDuration();
+    if (!controller_->streamer() || std::isnan(duration) || std::isnan(seconds))
         return;
-    const auto player = controller_.streamer()->player();
-    const double now = player ? player->currentTime().seconds() : 0.0;
-    const double target = std::clamp(now + seconds, 0.0, duration);
-    controller_.seekToTime(target);
+    const double target = std::clamp(seconds, 0.0, duration);
+    controller_->seekToTime(target);
     tellListener(SeekAction{target});
 }
 
 void WindowPlayer::toggleMute() {
-    const double volume = volumeNow();
-    if (volume > 0)
-        volumeBeforeMute_ = volume;
-    setVolume(volume > 0 ? 0 : volumeBeforeMute_);
+    const double before = volume();
+    if (before > 0)
+        volumeBeforeMute_ = before;
+    setVolume(before > 0 ? 0 : volumeBeforeMute_);
 }
 
 void WindowPlayer::changeVolumeBy(double step) {
     // In whole steps, so that the same presses down and up again come back.
-    const double steps = std::round(volumeNow() / kVolumeStep) + std::round(step / kVolumeStep);
+    const double steps = std::round(volume() / kVolumeStep) + std::round(step / kVolumeStep);
     setVolume(std::clamp(steps * kVolumeStep, 0.0, 1.0));
 }
 
-double WindowPlayer::volumeNow() const {
-    const auto player = controller_.streamer() ? controller_.streamer()->player() : nullptr;
+double WindowPlayer::volume() const {
+    const auto player = controller_->streamer() ? controller_->streamer()->player() : nullptr;
     return player ? static_cast<double>(player->volume()) : 0;
 }
 
 void WindowPlayer::setVolume(double volume) {
-    if (!controller_.streamer())
+    if (!controller_->streamer())
         return;
-    controller_.setPlayerVolume(volume);
+    controller_->setPlayerVolume(volume);
     tellListener(VolumeAction{volume});
 }
 
+void WindowPlayer::toggleHelp() {
+    showsHelp_ = !showsHelp_;
+    if (showsHelp_)
+        print(keyHelp());
+}
+
 void WindowPlayer::leave() {
-    if (host_.isFullScreen())
+    if (showsHelp_)
+        toggleHelp();
+    else if (host_.isFullScreen())
         host_.setFullScreen(false);
     else
         host_.quit();
@@ -193,9 +217,20 @@ void WindowPlayer::leave() {
 void WindowPlayer::takeScreenshot() {
     const auto picture = host_.embedded().snapshot(platform::Screen::mainScreen().scale());
     if (!picture)
-        return tell("screenshot: " + picture.error().detail);
+        return complain("screenshot: " + picture.error().detail);
     const std::string name = freeScreenshotName();
     if (const auto failure = PictureOutput(name).write(name, *picture.value()))
-        return tell("screenshot: " + failure->detail);
+        return complain("screenshot: " + failure->detail);
     print(name + "\n");
+    notify("Saved as " + name, Lasting::Briefly);
+}
+
+void WindowPlayer::complain(const std::string& text) const {
+    tell(text);
+    notify(text, Lasting::UntilDismissed);
+}
+
+void WindowPlayer::notify(const std::string& text, Lasting lasting) const {
+    if (noticeListener_)
+        noticeListener_(text, lasting);
 }

@@ -55,6 +55,9 @@ public:
     [[nodiscard]] SDLInput& input() { return *input_; }
     void setKeyListener(KeyListener listener) { keyListener_ = std::move(listener); }
     void setSizeListener(SizeListener listener) { sizeListener_ = std::move(listener); }
+    void setDropListener(DropListener listener) { dropListener_ = std::move(listener); }
+    void setOverlay(Overlay overlay) { overlay_ = std::move(overlay); }
+    void setNeedsFrame();
     void setEmulatesDevice(bool on);
 
 private:
@@ -63,6 +66,7 @@ private:
     void dispatch(const SDL_Event& event);
     void dispatchWindowEvent(const SDL_WindowEvent& event);
     void dispatchKey(const SDL_KeyboardEvent& event);
+    void dispatchDrop(const SDL_DropEvent& event);
     void fitToWindow();
     std::optional<Instant> advance();
     void present();
@@ -77,8 +81,13 @@ private:
     double framesPerSecond_ = 0;
     KeyListener keyListener_;
     SizeListener sizeListener_;
+    DropListener dropListener_;
+    Overlay overlay_;
     bool isShown_ = false;
-    bool isExposed_ = false; // the window has lost what it showed
+    bool isExposed_ = false;    // the window has lost what it showed
+    bool hasDropped_ = false;   // what else is dropped with it does not count
+    bool isFrameAsked_ = false; // by the program, for the next frame instant
+    bool isFrameDue_ = false;   // that instant has come
     bool quitting_ = false;
     bool hasContext_ = true;
     int framesPresented_ = 0;
@@ -145,6 +154,11 @@ void SDLHost::Loop::dispatch(const SDL_Event& event) {
         return dispatchWindowEvent(event.window);
     case SDL_KEYDOWN:
         return dispatchKey(event.key);
+    case SDL_DROPBEGIN:
+    case SDL_DROPFILE:
+    case SDL_DROPTEXT:
+    case SDL_DROPCOMPLETE:
+        return dispatchDrop(event.drop);
     default:
         return;
     }
@@ -191,6 +205,30 @@ void SDLHost::Loop::dispatchKey(const SDL_KeyboardEvent& event) {
         listener(*press);
 }
 
+void SDLHost::Loop::dispatchDrop(const SDL_DropEvent& event) {
+    const std::unique_ptr<char, decltype(&SDL_free)> dropped(event.file, SDL_free);
+    // Not every system knows which window it was.
+    if (event.windowID != 0 && event.windowID != window_->id())
+        return;
+    if (!dropped) {
+        hasDropped_ = false; // the beginning or the end
+        return;
+    }
+    const DropListener listener = dropListener_;
+    if (!std::exchange(hasDropped_, true) && listener)
+        listener(dropped.get());
+}
+
+void SDLHost::Loop::setNeedsFrame() {
+    if (std::exchange(isFrameAsked_, true))
+        return;
+    // The queue is emptied before this goes.
+    MainQueue::main().asyncAfter(Instant(0), [this] {
+        isFrameAsked_ = false;
+        isFrameDue_ = true;
+    });
+}
+
 /// Runs what is due and draws; gives the instant of the next turn that is needed.
 std::optional<Instant> SDLHost::Loop::advance() {
     if (!hasContext_)
@@ -200,13 +238,14 @@ std::optional<Instant> SDLHost::Loop::advance() {
     // A pass that nobody would see is made when somebody does, and no reason to come back before.
     if (!window_->isVisible())
         return MainQueue::main().nextDeadline();
-    if (!status.drawNow && !isExposed_)
+    if (!status.drawNow && !isExposed_ && !isFrameDue_)
         return status.nextDeadline;
     present();
     return embedded_->runDueWork().nextDeadline;
 }
 
 void SDLHost::Loop::present() {
+    isFrameDue_ = false;
     if (std::exchange(isExposed_, false) || embedded_->isTransparent()) {
         // What the memory held before may be seen where no view covers it.
         glBindFramebuffer(GL_FRAMEBUFFER, window_->framebuffer());
@@ -214,6 +253,11 @@ void SDLHost::Loop::present() {
         glClear(GL_COLOR_BUFFER_BIT);
     }
     embedded_->draw(window_->framebuffer(), {0, 0, metrics_.pixels.width, metrics_.pixels.height});
+    // A copy, because it may set another.
+    if (const Overlay overlay = overlay_) {
+        glViewport(0, 0, metrics_.pixels.width, metrics_.pixels.height);
+        overlay(metrics_.points, metrics_.scale());
+    }
     window_->swap();
     ++framesPresented_;
 }
@@ -288,6 +332,30 @@ void SDLHost::touch(const platform::TouchEvent& event) {
 
 void SDLHost::setSizeListener(SizeListener listener) {
     loop_->setSizeListener(std::move(listener));
+}
+
+void SDLHost::setOverlay(Overlay overlay) {
+    loop_->setOverlay(std::move(overlay));
+}
+
+void SDLHost::setNeedsFrame() {
+    loop_->setNeedsFrame();
+}
+
+void SDLHost::setTouchFilter(TouchFilter filter) {
+    loop_->input().setTouchFilter(std::move(filter));
+}
+
+void SDLHost::setPointerListener(PointerListener listener) {
+    loop_->input().setPointerListener(std::move(listener));
+}
+
+void SDLHost::setDropListener(DropListener listener) {
+    loop_->setDropListener(std::move(listener));
+}
+
+void SDLHost::setPointerShown(bool shown) {
+    SDL_ShowCursor(shown ? SDL_ENABLE : SDL_DISABLE);
 }
 
 void SDLHost::setEmulatesDevice(bool on) {

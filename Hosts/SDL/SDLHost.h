@@ -44,6 +44,10 @@ public:
     using KeyListener = std::function<void(const KeyPress&)>;
     using TouchListener = std::function<void(const platform::TouchEvent&)>;
     using SizeListener = std::function<void(platform::Size, double scale)>;
+    using Overlay = std::function<void(platform::Size, double scale)>;
+    using TouchFilter = std::function<bool(const platform::TouchEvent&)>;
+    using PointerListener = std::function<void(std::optional<platform::Point>)>;
+    using DropListener = std::function<void(const std::string&)>;
 
     /// Opens the display and makes the window, not shown yet, and its OpenGL ES 2.0 context. On
     /// Linux the display is what DISPLAY or WAYLAND_DISPLAY name, unless SDL_VIDEODRIVER names a
@@ -85,6 +89,28 @@ public:
     /// Called after the window's content has another size in points or other pixels a point, and
     /// the library has been told. It may do anything but destroy the host.
     void setSizeListener(SizeListener listener);
+
+    /// Draws over every frame of the library's before it is presented, given the content's size in
+    /// points and the pixels per point. The window's framebuffer is bound and the viewport fills
+    /// it; docs/embedding.md says which GL state is found and is to be left. Snapshots are without
+    /// it. It may do anything but destroy the host. Empty: nothing is drawn over.
+    void setOverlay(Overlay overlay);
+    /// Asks for a frame at the next frame instant, whether the library has something new to show or
+    /// not: for an overlay that has changed.
+    void setNeedsFrame();
+    /// Asked for every touch of a finger or the left mouse button before anybody else hears of it.
+    /// With `true` for its Down the whole touch is the program's: neither the touch listener nor
+    /// the library is told. Its other answers count for nothing. It may do anything but destroy the
+    /// host. Empty: no touch is the program's.
+    void setTouchFilter(TouchFilter filter);
+    /// Told where the mouse points whenever it has moved over the window, buttons pressed or not;
+    /// none: it has left. It may do anything but destroy the host.
+    void setPointerListener(PointerListener listener);
+    /// Told of the file, by its path, or of the text that is dropped on the window; of several
+    /// things that are dropped together the first. It may do anything but destroy the host.
+    void setDropListener(DropListener listener);
+    /// Whether the mouse's arrow is to be seen over the window.
+    void setPointerShown(bool shown);
 
     /// For machines without sensors: with it on there is a source of attitudes, and dragging with
     /// the right mouse button turns the device that it stands for, by 90 degrees every 640 points.

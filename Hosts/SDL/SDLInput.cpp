@@ -25,7 +25,7 @@ double ticksOf(const SDL_MouseWheelEvent& event) {
 
 SDLInput::SDLInput(EmbeddedHost& host, std::uint32_t windowId, SDLFacts facts)
     : host_(host), windowId_(windowId), facts_(std::move(facts)),
-      touches_([this](const platform::TouchEvent& event) { deliver(event); }),
+      touches_([this](const platform::TouchEvent& event) { offer(event); }),
       wheel_([this](const platform::TouchEvent& event) { deliver(event); }) {
     SDLTouches::setHints();
 }
@@ -72,6 +72,7 @@ void SDLInput::dispatchWindowEvent(const SDL_WindowEvent& event) {
         wheel_.lift(instantOf(event.timestamp));
         device_.letGo();
         pointer_.reset();
+        tellPointer();
         break;
     case SDL_WINDOWEVENT_FOCUS_LOST:
     case SDL_WINDOWEVENT_HIDDEN:
@@ -94,6 +95,7 @@ void SDLInput::dispatchMotion(const SDL_MouseMotionEvent& event) {
     if (!isOurs(event.windowID) || event.which == SDL_TOUCH_MOUSEID)
         return;
     pointer_ = Point{static_cast<double>(event.x), static_cast<double>(event.y)};
+    tellPointer();
     touches_.take(event, instantOf(event.timestamp));
     if (device_.take(event))
         keeper_.noteTurn();
@@ -138,6 +140,23 @@ void SDLInput::zoom(double factor, std::uint32_t timestamp) {
         return;
     const Point middle{size_.width / 2, size_.height / 2};
     wheel_.spread(factor, pointer_.value_or(middle), size_, instantOf(timestamp));
+}
+
+void SDLInput::tellPointer() const {
+    if (const PointerListener listener = pointerListener_)
+        listener(pointer_);
+}
+
+void SDLInput::offer(const platform::TouchEvent& event) {
+    using platform::TouchPhase;
+    const TouchFilter filter = filter_;
+    const bool isWanted = filter && filter(event);
+    if (isWanted && event.phase == TouchPhase::Down)
+        taken_.insert(event.id);
+    if (!taken_.contains(event.id))
+        return deliver(event);
+    if (event.phase == TouchPhase::Up || event.phase == TouchPhase::Cancel)
+        taken_.erase(event.id);
 }
 
 void SDLInput::deliver(const platform::TouchEvent& event) {

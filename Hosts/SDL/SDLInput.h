@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 
 class EmbeddedHost;
 
@@ -29,6 +30,8 @@ struct SDLFacts {
 class SDLInput {
 public:
     using TouchListener = std::function<void(const platform::TouchEvent&)>;
+    using TouchFilter = std::function<bool(const platform::TouchEvent&)>;
+    using PointerListener = std::function<void(std::optional<platform::Point>)>;
 
     /// Owner: the host, which outlives this.
     SDLInput(EmbeddedHost& host, std::uint32_t windowId, SDLFacts facts = {});
@@ -37,6 +40,9 @@ public:
     void setWindowSize(platform::Size size);
     /// Told of every touch right before the host is.
     void setTouchListener(TouchListener listener) { listener_ = std::move(listener); }
+    /// See `SDLHost`.
+    void setTouchFilter(TouchFilter filter) { filter_ = std::move(filter); }
+    void setPointerListener(PointerListener listener) { pointerListener_ = std::move(listener); }
     [[nodiscard]] EmulatedDevice& emulatedDevice() { return device_; }
     void setEmulatesDevice(bool on);
 
@@ -55,6 +61,8 @@ private:
     void dispatchWheel(const SDL_MouseWheelEvent& event);
     void dispatchGesture(const SDL_MultiGestureEvent& event);
     void zoom(double factor, std::uint32_t timestamp);
+    void offer(const platform::TouchEvent& event);
+    void tellPointer() const;
     [[nodiscard]] bool isOurs(std::uint32_t windowId) const { return windowId == windowId_; }
     [[nodiscard]] bool isTrackPad(SDL_TouchID device) const;
     [[nodiscard]] platform::Instant instantOf(std::uint32_t timestamp);
@@ -66,6 +74,9 @@ private:
     std::optional<platform::Point> pointer_; // none until it has been seen
     EventTimes times_;
     TouchListener listener_;
+    TouchFilter filter_;
+    PointerListener pointerListener_;
+    std::set<std::int64_t> taken_; // touches that are the program's until they end
     SampleKeeper keeper_;
     EmulatedDevice device_;
     SDLTouches touches_;

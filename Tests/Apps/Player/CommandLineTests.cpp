@@ -111,6 +111,20 @@ TEST(CommandLine, AnswersHelpAndVersionOnStandardOutput) {
     EXPECT_NE(text.find("--size"), std::string::npos);
 }
 
+TEST(CommandLine, ShowsAnExampleOfEveryOptionInItsHelp) {
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(std::get<ExitCode>(parse({"--help"})), ExitCode::Done);
+    const std::string window = ::testing::internal::GetCapturedStdout();
+    for (const char* option : {"--touch-slop", "--hot-spots", "--record", "--attitude-trace"})
+        EXPECT_NE(window.find(std::string("Example: ") + option), std::string::npos) << option;
+    ::testing::internal::CaptureStdout();
+    EXPECT_EQ(std::get<ExitCode>(parse({"render", "--help"})), ExitCode::Done);
+    const std::string render = ::testing::internal::GetCapturedStdout();
+    for (const char* option : {"--output", "--size", "--scale", "--mode", "--time", "--actions",
+                               "--trace", "--touch-slop", "--hot-spots"})
+        EXPECT_NE(render.find(std::string("Example: ") + option), std::string::npos) << option;
+}
+
 TEST(CommandLine, NamesWhatIsWrongInOneLine) {
     EXPECT_EQ(complaint({"--bogus"}),
               "zanto-player: The following argument was not expected: --bogus\n");

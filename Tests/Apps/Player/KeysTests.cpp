@@ -26,33 +26,33 @@ KeyPress held(KeyPress press) {
 } // namespace
 
 TEST(Keys, StandForActions) {
-    EXPECT_EQ(keyActionOf(character(U'1')), KeyAction::ShowPlane);
-    EXPECT_EQ(keyActionOf(character(U'2')), KeyAction::ShowSphere);
-    EXPECT_EQ(keyActionOf(character(U'3')), KeyAction::ShowLittlePlanet);
-    EXPECT_EQ(keyActionOf(character(U'4')), KeyAction::ShowSideBySide);
-    EXPECT_EQ(keyActionOf(character(U'g')), KeyAction::ToggleDeviceMotion);
-    EXPECT_EQ(keyActionOf(character(U'l')), KeyAction::ToggleVerticalLock);
-    EXPECT_EQ(keyActionOf(character(U'a')), KeyAction::ToggleAutoPicking);
-    EXPECT_EQ(keyActionOf(character(U' ')), KeyAction::TogglePlayback);
-    EXPECT_EQ(keyActionOf(character(U'[')), KeyAction::SeekBack);
-    EXPECT_EQ(keyActionOf(character(U']')), KeyAction::SeekForward);
-    EXPECT_EQ(keyActionOf(character(U'm')), KeyAction::ToggleMute);
-    EXPECT_EQ(keyActionOf(character(U'9')), KeyAction::VolumeDown);
-    EXPECT_EQ(keyActionOf(character(U'0')), KeyAction::VolumeUp);
-    EXPECT_EQ(keyActionOf(character(U'f')), KeyAction::ToggleFullScreen);
-    EXPECT_EQ(keyActionOf(character(U's')), KeyAction::TakeScreenshot);
-    EXPECT_EQ(keyActionOf(character(U'h')), KeyAction::PrintHelp);
-    EXPECT_EQ(keyActionOf(character(U'q')), KeyAction::Quit);
-    EXPECT_EQ(keyActionOf(special(KeyPress::Key::Left)), KeyAction::LookLeft);
-    EXPECT_EQ(keyActionOf(special(KeyPress::Key::Right)), KeyAction::LookRight);
-    EXPECT_EQ(keyActionOf(special(KeyPress::Key::Up)), KeyAction::LookUp);
-    EXPECT_EQ(keyActionOf(special(KeyPress::Key::Down)), KeyAction::LookDown);
-    EXPECT_EQ(keyActionOf(special(KeyPress::Key::Escape)), KeyAction::Leave);
+    EXPECT_EQ(windowActionOf(character(U'1')), WindowAction::ShowPlane);
+    EXPECT_EQ(windowActionOf(character(U'2')), WindowAction::ShowSphere);
+    EXPECT_EQ(windowActionOf(character(U'3')), WindowAction::ShowLittlePlanet);
+    EXPECT_EQ(windowActionOf(character(U'4')), WindowAction::ShowSideBySide);
+    EXPECT_EQ(windowActionOf(character(U'g')), WindowAction::ToggleDeviceMotion);
+    EXPECT_EQ(windowActionOf(character(U'l')), WindowAction::ToggleVerticalLock);
+    EXPECT_EQ(windowActionOf(character(U'a')), WindowAction::ToggleAutoPicking);
+    EXPECT_EQ(windowActionOf(character(U' ')), WindowAction::TogglePlayback);
+    EXPECT_EQ(windowActionOf(character(U'[')), WindowAction::SeekBack);
+    EXPECT_EQ(windowActionOf(character(U']')), WindowAction::SeekForward);
+    EXPECT_EQ(windowActionOf(character(U'm')), WindowAction::ToggleMute);
+    EXPECT_EQ(windowActionOf(character(U'9')), WindowAction::VolumeDown);
+    EXPECT_EQ(windowActionOf(character(U'0')), WindowAction::VolumeUp);
+    EXPECT_EQ(windowActionOf(character(U'f')), WindowAction::ToggleFullScreen);
+    EXPECT_EQ(windowActionOf(character(U's')), WindowAction::TakeScreenshot);
+    EXPECT_EQ(windowActionOf(character(U'h')), WindowAction::ToggleHelp);
+    EXPECT_EQ(windowActionOf(character(U'q')), WindowAction::Quit);
+    EXPECT_EQ(windowActionOf(special(KeyPress::Key::Left)), WindowAction::LookLeft);
+    EXPECT_EQ(windowActionOf(special(KeyPress::Key::Right)), WindowAction::LookRight);
+    EXPECT_EQ(windowActionOf(special(KeyPress::Key::Up)), WindowAction::LookUp);
+    EXPECT_EQ(windowActionOf(special(KeyPress::Key::Down)), WindowAction::LookDown);
+    EXPECT_EQ(windowActionOf(special(KeyPress::Key::Escape)), WindowAction::Leave);
 }
 
 TEST(Keys, WithoutAnActionDoNothing) {
-    EXPECT_FALSE(keyActionOf(character(U'x')).has_value());
-    EXPECT_FALSE(keyActionOf(special(KeyPress::Key::Home)).has_value());
+    EXPECT_FALSE(windowActionOf(character(U'x')).has_value());
+    EXPECT_FALSE(windowActionOf(special(KeyPress::Key::Home)).has_value());
 }
 
 TEST(Keys, ThatAreHeldOrSomebodyElsesDoNothing) {
@@ -60,19 +60,19 @@ TEST(Keys, ThatAreHeldOrSomebodyElsesDoNothing) {
          {&KeyPress::isRepeat, &KeyPress::hasControl, &KeyPress::hasAlt, &KeyPress::hasCommand}) {
         KeyPress press = character(U's');
         press.*flag = true;
-        EXPECT_FALSE(keyActionOf(press).has_value());
+        EXPECT_FALSE(windowActionOf(press).has_value());
     }
     KeyPress shifted = character(U's');
     shifted.hasShift = true;
-    EXPECT_TRUE(keyActionOf(shifted).has_value());
+    EXPECT_TRUE(windowActionOf(shifted).has_value());
 }
 
 TEST(Keys, ThatAreHeldGoOnLookingSeekingAndChangingTheVolume) {
-    EXPECT_EQ(keyActionOf(held(special(KeyPress::Key::Left))), KeyAction::LookLeft);
-    EXPECT_EQ(keyActionOf(held(character(U']'))), KeyAction::SeekForward);
-    EXPECT_EQ(keyActionOf(held(character(U'9'))), KeyAction::VolumeDown);
-    EXPECT_FALSE(keyActionOf(held(character(U' '))).has_value());
-    EXPECT_FALSE(keyActionOf(held(special(KeyPress::Key::Escape))).has_value());
+    EXPECT_EQ(windowActionOf(held(special(KeyPress::Key::Left))), WindowAction::LookLeft);
+    EXPECT_EQ(windowActionOf(held(character(U']'))), WindowAction::SeekForward);
+    EXPECT_EQ(windowActionOf(held(character(U'9'))), WindowAction::VolumeDown);
+    EXPECT_FALSE(windowActionOf(held(character(U' '))).has_value());
+    EXPECT_FALSE(windowActionOf(held(special(KeyPress::Key::Escape))).has_value());
 }
 
 TEST(Keys, AreAllInTheHelp) {

@@ -16,6 +16,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -163,6 +164,45 @@ TEST_F(WindowKeys, QuitByEscapeOutsideFullScreen) {
 TEST_F(WindowKeys, PrintTheirHelp) {
     const WindowPlayer player(scene_.host(), scene_.controller());
     EXPECT_EQ(press(SDLK_h), keyHelp());
+}
+
+TEST_F(WindowKeys, PutTheirHelpAwayWithoutPrintingIt) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    press(SDLK_h);
+    EXPECT_TRUE(player.showsHelp());
+    EXPECT_EQ(press(SDLK_h), "");
+    EXPECT_FALSE(player.showsHelp());
+}
+
+TEST_F(WindowKeys, PutTheirHelpAwayByEscapeBeforeAnythingElse) {
+    const WindowPlayer player(scene_.host(), scene_.controller());
+    press(SDLK_f);
+    press(SDLK_h);
+    press(SDLK_ESCAPE);
+    EXPECT_FALSE(player.showsHelp());
+    EXPECT_TRUE(scene_.host().isFullScreen());
+}
+
+TEST_F(WindowKeys, ActOnAnotherControllerOnceItIsTheOne) {
+    WindowPlayer player(scene_.host(), scene_.controller());
+    const auto other = platform::make<ZNTDisplayViewController>();
+    scene_.embedded().setRootViewController(other);
+    player.setController(*other);
+    press(SDLK_3);
+    EXPECT_EQ(other->currentMode(), DisplayMode::LittlePlanet);
+    EXPECT_EQ(mode(), DisplayMode::Sphere);
+}
+
+TEST_F(WindowKeys, SayWhatBecameOfAScreenshot) {
+    WindowPlayer player(scene_.host(), scene_.controller());
+    std::vector<std::pair<std::string, WindowPlayer::Lasting>> said;
+    player.setNoticeListener([&said](const std::string& text, WindowPlayer::Lasting lasting) {
+        said.emplace_back(text, lasting);
+    });
+    press(SDLK_s);
+    ASSERT_EQ(said.size(), 1U);
+    EXPECT_EQ(said[0].first, "Saved as zanto-player-1.png");
+    EXPECT_EQ(said[0].second, WindowPlayer::Lasting::Briefly);
 }
 
 TEST_F(WindowKeys, WriteScreenshotsUnderTheNextFreeName) {
