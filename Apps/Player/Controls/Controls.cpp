@@ -111,7 +111,7 @@ void Controls::touchEnded(const TouchEvent& event, Instant now) {
                isNear(place->area, event.location, kPressSlop);
     };
     const auto* const area = layout.areaOf(*control);
-    const bool isThere = area && isNear(*area, event.location, kPressSlop);
+    const bool isThere = area != nullptr && isNear(*area, event.location, kPressSlop);
     if (state.showsHelp || isThere || isOn(layout.cancel) || isOn(layout.dismiss))
         activate(*control);
 }

@@ -181,7 +181,7 @@ void placePanel(ControlsLayout& layout, Size window, const ControlsState& state)
     if (inside < kLeastWidth)
         return;
     auto rows = rowsWithin(inside, state.video.has_value());
-    const auto heightOf = [&](std::size_t count) {
+    const auto heightOf = [padding = padding](std::size_t count) {
         return static_cast<double>(count) * kRowHeight + 2 * padding;
     };
     while (!rows.empty() && heightOf(rows.size()) > window.height - 2 * margin)
