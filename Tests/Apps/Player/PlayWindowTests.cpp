@@ -291,6 +291,40 @@ TEST(PlayWindowVideo, IsPausedSoughtAndMadeQuietByTheControls) {
     EXPECT_TRUE(scene.becomesTrue([&] { return player()->volume() == 0; }));
 }
 
+TEST(PlayWindowVideo, IsPausedSoughtAndMadeQuietByKeys) {
+    PlayScene scene(PlayScene::Time::Real);
+    scene.open(tests::testClip({.framesPerSecond = 5, .frames = 200}));
+    const auto player = [&] { return scene.controller().streamer()->player(); };
+    const auto isAt = [&](double seconds) {
+        return std::abs(player()->currentTime().seconds() - seconds) < 0.2;
+    };
+    ASSERT_TRUE(scene.becomesTrue(
+        [&] { return player()->timeControlStatus() == platform::TimeControlStatus::Playing; }));
+    scene.scene().pressKey(SDLK_SPACE);
+    ASSERT_TRUE(scene.becomesTrue(
+        [&] { return player()->timeControlStatus() == platform::TimeControlStatus::Paused; }));
+    const double pausedAt = player()->currentTime().seconds();
+    scene.scene().pressKey(SDLK_RIGHTBRACKET);
+    EXPECT_TRUE(scene.becomesTrue([&] { return isAt(pausedAt + 10); }));
+    scene.scene().pressKey(SDLK_LEFTBRACKET);
+    EXPECT_TRUE(scene.becomesTrue([&] { return isAt(pausedAt); }));
+    scene.scene().pressKey(SDLK_LEFTBRACKET);
+    EXPECT_TRUE(scene.becomesTrue([&] { return isAt(0); }));
+
+    const float volume = player()->volume();
+    scene.scene().pressKey(SDLK_9);
+    EXPECT_TRUE(scene.becomesTrue([&] { return player()->volume() < volume; }));
+    scene.scene().pressKey(SDLK_0);
+    EXPECT_TRUE(scene.becomesTrue([&] { return player()->volume() == volume; }));
+    scene.scene().pressKey(SDLK_m);
+    EXPECT_TRUE(scene.becomesTrue([&] { return player()->volume() == 0; }));
+    scene.scene().pressKey(SDLK_m);
+    EXPECT_TRUE(scene.becomesTrue([&] { return player()->volume() == volume; }));
+    scene.scene().pressKey(SDLK_SPACE);
+    EXPECT_TRUE(scene.becomesTrue(
+        [&] { return player()->timeControlStatus() == platform::TimeControlStatus::Playing; }));
+}
+
 TEST(PlayWindowVideo, TakesThePlaceOfAPicture) {
     PlayScene scene(PlayScene::Time::Real);
     scene.open(scene.greyFile("light.png", 240));
