@@ -241,7 +241,9 @@ std::optional<Instant> SDLHost::Loop::advance() {
     if (!status.drawNow && !isExposed_ && !isFrameDue_)
         return status.nextDeadline;
     present();
-    return embedded_->runDueWork().nextDeadline;
+    const auto deadline = embedded_->runDueWork().nextDeadline;
+    // The frame instant that the program waits for may have come while it was drawn.
+    return isFrameDue_ ? embedded_->now() : deadline;
 }
 
 void SDLHost::Loop::present() {

@@ -139,6 +139,29 @@ TEST(SDLHostOverlay, MayAskForTheNextFrameWhileItIsDrawn) {
     EXPECT_EQ(scene.host().framesPresented(), frames + 3);
 }
 
+TEST(SDLHostOverlay, IsGivenTheFrameWhoseInstantComesWhileItIsDrawn) {
+    OverlayScene scene;
+    int overlays = 0;
+    scene.host().setOverlay([&](platform::Size /*size*/, double /*scale*/) {
+        if (++overlays == 1) {
+            const auto late = scene.embedded().now() + 50ms;
+            while (scene.embedded().now() < late) {
+            }
+            return;
+        }
+        SDL_Event ending{}; // of the wait after the last frame
+        ending.type = SDL_USEREVENT;
+        SDL_PushEvent(&ending);
+    });
+    bool hasWaited = false;
+    platform::MainQueue::main().asyncAfter(10s, [&] { hasWaited = true; });
+    scene.host().setNeedsFrame();
+    scene.push(SDL_WINDOWEVENT_EXPOSED); // draws at once, before that frame
+    while (overlays < 2 && !hasWaited)
+        scene.host().turn(std::nullopt);
+    EXPECT_FALSE(hasWaited);
+}
+
 TEST(SDLHostTouchFilter, KeepsTheTouchesThatItTakesFromEverybodyElse) {
     OverlayScene scene;
     std::vector<TouchPhase> offered;
