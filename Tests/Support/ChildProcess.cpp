@@ -24,11 +24,19 @@ std::vector<char*> pointersTo(std::vector<std::string>& words) {
     return pointers;
 }
 
-/// A later entry of one name counts for nothing, so additions go first.
+/// Each name once, because of two a program may take either.
 std::vector<std::string> environmentWith(const std::vector<std::string>& additions) {
     std::vector<std::string> all = additions;
-    for (char** entry = environ; *entry; ++entry)
-        all.emplace_back(*entry);
+    for (char** entry = environ; *entry; ++entry) {
+        const std::string variable = *entry;
+        const std::string name = variable.substr(0, variable.find('=') + 1);
+        const bool isReplaced =
+            std::any_of(additions.begin(), additions.end(), [&name](const std::string& addition) {
+                return addition.starts_with(name);
+            });
+        if (!isReplaced)
+            all.push_back(variable);
+    }
     return all;
 }
 
