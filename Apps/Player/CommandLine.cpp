@@ -10,6 +10,7 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <system_error>
@@ -40,9 +41,33 @@ std::string readSize(const std::string& text, platform::Size& size) {
 }
 
 void addInput(CLI::App& app, std::string& input) {
-    app.add_option("INPUT", input,
-                   "A picture or a video: a file or a URL (default: the built-in panorama). "
-                   "Example: https://example.org/tour.mp4");
+    app.add_option_function<std::string>(
+        "INPUT",
+        [&input](const std::string& text) {
+            if (text.empty())
+                throw CLI::ValidationError("INPUT", "names nothing");
+            input = text;
+        },
+        "A picture or a video: a file or a URL (default: the built-in panorama). "
+        "Example: https://example.org/tour.mp4");
+}
+
+/// Of the names that look like one picture only those of PNG are kept.
+void addOutput(CLI::App& app, std::string& output) {
+    app.add_option_function<std::string>(
+           "--output",
+           [&output](const std::string& path) {
+               const std::string ending = std::filesystem::path(path).extension().string();
+               for (const char* other : {".jpg", ".jpeg", ".webp", ".PNG", ".JPG"}) {
+                   if (ending == other)
+                       throw CLI::ValidationError("--output",
+                                                  "pictures are written as .png, not " + ending);
+               }
+               output = path;
+           },
+           "The picture to write (a name ending in .png) or the folder for several. "
+           "Example: --output picture.png")
+        ->required();
 }
 
 /// A number between two others, both included. Not CLI::Range, which lets "nan" pass.
@@ -75,10 +100,7 @@ void addHotSpots(CLI::App& app, std::string& file) {
 
 void addRenderOptions(CLI::App& app, RenderCommand& render) {
     addInput(app, render.input);
-    app.add_option("--output", render.output,
-                   "The picture to write (a name ending in .png) or the folder for several. "
-                   "Example: --output picture.png")
-        ->required();
+    addOutput(app, render.output);
     app.add_option_function<std::string>(
            "--size",
            [&render](const std::string& text) {
@@ -89,7 +111,7 @@ void addRenderOptions(CLI::App& app, RenderCommand& render) {
         ->required();
     addNumber(
         app, "--scale", 0.1, 16, [&render](double scale) { render.scale = scale; },
-        "Pixels per point. Example: --scale 2");
+        "Pixels per point, 0.1 to 16 (default: 1). Example: --scale 2");
     app.add_option_function<std::string>(
            "--mode",
            [&render](const std::string& name) {
@@ -102,7 +124,7 @@ void addRenderOptions(CLI::App& app, RenderCommand& render) {
         ->default_str("sphere");
     addNumber(
         app, "--time", 0, 1e6, [&render](double seconds) { render.timeSeconds = seconds; },
-        "The second that the picture shows. Example: --time 2.5");
+        "The second that the picture shows (default: 0). Example: --time 2.5");
     app.add_option("--actions", render.actionsFile,
                    "A script of JSON lines to play. Example: --actions tour.jsonl");
     app.add_option("--trace", render.traceFile,
@@ -119,7 +141,7 @@ void addPlayOptions(CLI::App& app, PlayCommand& play) {
                    "Write what is done in the window as a script for render --actions. "
                    "Example: --record tour.jsonl");
     app.add_option("--attitude-trace", play.attitudeTraceFile,
-                   "A recording of a device's attitude to steer by. "
+                   "A recording of a device's attitude to steer by, lines of seconds,x,y,z,w. "
                    "Example: --attitude-trace walk.csv");
 }
 

@@ -36,6 +36,21 @@ bool beginsLikeAPicture(const std::string& path) {
            (start.starts_with("RIFF") && start.substr(8) == "WEBP");
 }
 
+/// What people paste may hold characters that an address writes in another way.
+std::string escaped(const std::string& address) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    constexpr std::string_view escapedToo = " \"<>\\^`{|}";
+    std::string text;
+    for (const char c : address) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80 && escapedToo.find(c) == std::string_view::npos)
+            text += c;
+        else
+            text.append({'%', digits[byte >> 4], digits[byte & 15]});
+    }
+    return text;
+}
+
 template <class Endings>
 bool contains(const Endings& endings, const std::string& ending) {
     return std::find(endings.begin(), endings.end(), ending) != endings.end();
@@ -45,7 +60,7 @@ bool contains(const Endings& endings, const std::string& ending) {
 
 std::optional<platform::URL> urlOf(const std::string& input) {
     if (input.find("://") != std::string::npos)
-        return platform::URL::URLWithString(input);
+        return platform::URL::URLWithString(escaped(input));
     return platform::URL::fileURLWithPath(input);
 }
 
@@ -72,6 +87,8 @@ std::string nameOfContent(const std::string& input) {
 void prepareContent(TracedController& controller, const std::string& input) {
     if (input.empty())
         controller.prepareImage(builtInPanorama());
+    else if (!urlOf(input))
+        controller.fail({platform::ErrorCode::Unsupported, "this is no address"});
     else if (kindOf(input) == ContentAction::Kind::Video)
         controller.prepareVideoWithUrl(urlOf(input));
     else

@@ -22,8 +22,8 @@ constexpr std::array<Binding, 17> kBindings{{
     {U'4', WindowAction::ShowSideBySide, {"4", "side by side, for a viewer"}},
     {U'g',
      WindowAction::ToggleDeviceMotion,
-     {"g",
-      "in the sphere: follow the device, or stop; without one the right mouse button turns it"}},
+     {"g", "in the sphere: follow the device, or stop; without a sensor the right mouse button "
+           "turns it"}},
     {U'l', WindowAction::ToggleVerticalLock, {"l", "drag sideways only, or freely again"}},
     {U'a', WindowAction::ToggleAutoPicking, {"a", "pick hot spots by looking at them, or stop"}},
     {U' ', WindowAction::TogglePlayback, {"Space", "pause the video, or go on"}},

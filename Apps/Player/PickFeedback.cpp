@@ -101,9 +101,7 @@ void PickFeedback::update() {
 }
 
 void PickFeedback::showTitle(const Pick& pick) {
-    const std::string name =
-        pick.name.empty() ? "hot spot " + std::to_string(pick.index) : pick.name;
-    host_.setTitle(name + " – zanto-player");
+    host_.setTitle(pick.title() + " – zanto-player");
     picksTitle_ = std::make_shared<int>();
     MainQueue::main().asyncAfter(kTitleTime,
                                  [weak = weak(this), own = std::weak_ptr<int>(picksTitle_)] {

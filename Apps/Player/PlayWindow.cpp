@@ -136,9 +136,12 @@ void PlayWindow::giveHotSpots() {
     const auto& controller = session_.controller();
     extras_.hotSpots->applyTo(*controller);
     feedback_ = platform::make<PickFeedback>(host_, *controller, title_);
-    controller->setPickListener([weak = std::weak_ptr(feedback_)](const Pick& pick) {
-        if (const auto alive = weak.lock())
+    controller->setPickListener([feedback = std::weak_ptr(feedback_),
+                                 controls = std::weak_ptr(controls_)](const Pick& pick) {
+        if (const auto alive = feedback.lock())
             alive->picked(pick);
+        if (const auto alive = controls.lock())
+            alive->say(pick.title(), WindowPlayer::Lasting::Briefly);
     });
 }
 

@@ -72,7 +72,8 @@ void Session::prepare(Opening& opening) {
         std::string heard;
         const LogEar ear(heard);
         prepareContent(*controller, opening.input);
-        opening.cause = std::move(heard);
+        if (!heard.empty())
+            opening.cause = std::move(heard);
     }
     const auto task = controller->imageDownloadTask();
     if (!task)
@@ -105,9 +106,7 @@ void Session::didFail(const TracedController& controller, const std::string& inp
                       const platform::Error& error) {
     if (opening_ && opening_->controller.get() == &controller) {
         opening_->cause = input + ": " + error.detail;
-        if (isFirst())
-            look(); // it stays, so that this is no bad moment
-        return;
+        return lookLater();
     }
     // What plays cannot go on; what has been shown stays.
     tell(input + ": " + error.detail);
@@ -138,11 +137,11 @@ void Session::adopt() {
 }
 
 void Session::cancel() {
-    if (!isFirst()) {
+    if (opening_ && !isFirst()) {
         opening_.reset();
         return tellChanged();
     }
-    // Its end is nobody's news.
+    // What becomes of it is nobody's news.
     current_->setFailureListener({});
     current_->setChangeListener({});
     open({});

@@ -48,7 +48,8 @@ public:
     /// The first is the window's at once, whatever becomes of it, and put into the window by the
     /// program.
     void open(const std::string& input);
-    /// Gives up what is being opened. In place of the first the built-in panorama is opened.
+    /// Gives up what is being opened. In place of the first, and when nothing is being opened of
+    /// what the window shows, the built-in panorama is opened.
     void cancel();
 
     /// After the first `open`.

@@ -15,6 +15,11 @@ struct Pick {
     std::string name;
     std::int64_t index = 0;
     bool isTap = false;
+
+    /// What people are told of it.
+    [[nodiscard]] std::string title() const {
+        return name.empty() ? "hot spot " + std::to_string(index) : name;
+    }
 };
 
 /// The player as the program uses it: every hook goes into the trace.
@@ -69,6 +74,14 @@ public:
 
     void setFailureListener(FailureListener listener) { failureListener_ = std::move(listener); }
 
+    /// What the content's hooks come to when it cannot be loaded; also for what never gets as far.
+    void fail(const platform::Error& error) {
+        failure_ = error;
+        if (failureListener_)
+            failureListener_(error);
+        tellChange();
+    }
+
     /// Why the content could not be loaded, once the library has said so.
     [[nodiscard]] const std::optional<platform::Error>& failure() const { return failure_; }
 
@@ -80,12 +93,6 @@ private:
     void tellChange() const {
         if (changeListener_)
             changeListener_();
-    }
-    void fail(const platform::Error& error) {
-        failure_ = error;
-        if (failureListener_)
-            failureListener_(error);
-        tellChange();
     }
 
     Trace& trace_;

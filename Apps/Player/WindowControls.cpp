@@ -68,14 +68,14 @@ std::optional<ControlsState::Video> WindowControls::video() const {
 /// Of what is being opened, else of a video that waits for more of itself.
 std::optional<ControlsState::Loading> WindowControls::loading() const {
     if (const auto progress = session_.progress())
-        return ControlsState::Loading{"Opening " + progress->name, progress->fraction, true};
+        return ControlsState::Loading{"Opening " + progress->name, progress->fraction};
     const auto& controller = *session_.controller();
     const auto player = controller.streamer() ? controller.streamer()->player() : nullptr;
     const bool waits = player && player->timeControlStatus() ==
                                      platform::TimeControlStatus::WaitingToPlayAtSpecifiedRate;
     if (!waits)
         return std::nullopt;
-    return ControlsState::Loading{"Waiting for the video", std::nullopt, false};
+    return ControlsState::Loading{"Waiting for the video", std::nullopt};
 }
 
 void WindowControls::perform(WindowAction action) {
@@ -90,6 +90,11 @@ void WindowControls::setVolume(double volume) {
     player_.setVolume(volume);
 }
 
+/// What has begun to play is kept and stands still: the person may want to wait for it later.
 void WindowControls::cancelLoading() {
-    session_.cancel();
+    const auto before = video();
+    if (!session_.progress() && before && before->seconds > 0)
+        player_.perform(WindowAction::TogglePlayback);
+    else
+        session_.cancel();
 }

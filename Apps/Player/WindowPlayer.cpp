@@ -21,6 +21,7 @@ namespace {
 
 constexpr double kSeekSeconds = 10;
 constexpr double kVolumeStep = 0.1;
+constexpr double kLeastAudible = 0.2;
 
 std::string freeScreenshotName() {
     for (int number = 1;; ++number) {
@@ -135,6 +136,7 @@ void WindowPlayer::toggleVerticalLock() {
     const bool lock = !controller_->lockVerticalRotation();
     controller_->setLockVerticalRotation(lock);
     tellListener(SwitchAction{SwitchAction::Switch::LockVertical, lock});
+    notify(lock ? "Drags go sideways only" : "Drags go everywhere", Lasting::Briefly);
 }
 
 void WindowPlayer::toggleAutoPicking() {
@@ -144,20 +146,23 @@ void WindowPlayer::toggleAutoPicking() {
     controller_->setEnableHotSpotAutoPicking(on);
     refreshHotSpots(*controller_);
     tellListener(SwitchAction{SwitchAction::Switch::AutoPicking, on});
+    notify(on ? "Looking at a hot spot picks it" : "Only taps pick hot spots", Lasting::Briefly);
+}
+
+bool WindowPlayer::isStill() const {
+    const auto player = controller_->streamer() ? controller_->streamer()->player() : nullptr;
+    return !player || player->timeControlStatus() == platform::TimeControlStatus::Paused;
 }
 
 void WindowPlayer::togglePlayback() {
-    const auto streamer = controller_->streamer();
-    if (!streamer)
+    if (!controller_->streamer())
         return;
-    const auto player = streamer->player();
-    const bool isStill =
-        !player || player->timeControlStatus() == platform::TimeControlStatus::Paused;
-    if (isStill)
+    const bool plays = isStill();
+    if (plays)
         controller_->play();
     else
         controller_->pause();
-    tellListener(isStill ? CommandAction::Play : CommandAction::Pause);
+    tellListener(plays ? CommandAction::Play : CommandAction::Pause);
 }
 
 void WindowPlayer::seekBy(double seconds) {
@@ -170,6 +175,11 @@ void WindowPlayer::seekTo(double seconds) {
     if (!controller_->streamer() || std::isnan(duration) || std::isnan(seconds))
         return;
     const double target = std::clamp(seconds, 0.0, duration);
+    // At its end a video stands still without having been paused, and would go on from there.
+    if (isStill() && !controller_->streamer()->isPaused()) {
+        controller_->pause();
+        tellListener(CommandAction::Pause);
+    }
     controller_->seekToTime(target);
     tellListener(SeekAction{target});
 }
@@ -195,6 +205,9 @@ double WindowPlayer::volume() const {
 void WindowPlayer::setVolume(double volume) {
     if (!controller_->streamer())
         return;
+    // A finger that goes to 0 passes all that is not worth coming back to.
+    if (volume >= kLeastAudible)
+        volumeBeforeMute_ = volume;
     controller_->setPlayerVolume(volume);
     tellListener(VolumeAction{volume});
 }

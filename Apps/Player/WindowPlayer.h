@@ -51,6 +51,7 @@ private:
     void toggleDeviceMotion();
     void toggleVerticalLock();
     void toggleAutoPicking();
+    [[nodiscard]] bool isStill() const;
     void togglePlayback();
     void seekBy(double seconds);
     void toggleMute();

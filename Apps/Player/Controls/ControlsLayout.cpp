@@ -210,20 +210,19 @@ Rect noticeBelow(double top, double height, Size window) {
     return {{std::floor((window.width - width) / 2), top}, {width, height}};
 }
 
-void placeLoading(ControlsLayout& layout, Size window, const ControlsState::Loading& loading) {
+void placeLoading(ControlsLayout& layout, Size window) {
     constexpr double height = 64;
     layout.loading = noticeBelow(spacingOf(window).margin, height, window);
     const auto& [origin, size] = layout.loading;
     if (size.width == 0)
         return;
     const double cancelWidth = size.width < 260 ? kLeastWidth : 92;
-    const double barEnd = loading.canBeCancelled ? cancelWidth : 0;
     constexpr double inset = 14;
-    layout.loadingBar = {{origin.x + inset, origin.y + 40}, {size.width - 2 * inset - barEnd, 8}};
-    if (loading.canBeCancelled)
-        layout.cancel = {
-            Control::CancelLoading,
-            {{origin.x + size.width - cancelWidth - 8, origin.y + 8}, {cancelWidth, kRowHeight}}};
+    layout.loadingBar = {{origin.x + inset, origin.y + 40},
+                         {size.width - 2 * inset - cancelWidth, 8}};
+    layout.cancel = {
+        Control::CancelLoading,
+        {{origin.x + size.width - cancelWidth - 8, origin.y + 8}, {cancelWidth, kRowHeight}}};
 }
 
 void placeMessage(ControlsLayout& layout, Size window, const std::string& message) {
@@ -292,7 +291,7 @@ ControlsLayout layOutControls(Size window, const ControlsState& state) {
     ControlsLayout layout;
     placePanel(layout, window, state);
     if (state.loading)
-        placeLoading(layout, window, *state.loading);
+        placeLoading(layout, window);
     if (!state.message.empty())
         placeMessage(layout, window, state.message);
     return layout;

@@ -60,6 +60,28 @@ ImVec2 extentOf(std::string_view text, float size, float wrapWidth = 0) {
                                            text.data() + text.size());
 }
 
+/// Where the letter begins that ends there.
+std::size_t letterBefore(std::string_view text, std::size_t end) {
+    std::size_t begin = end - 1;
+    while (begin > 0 && (static_cast<unsigned char>(text[begin]) & 0xC0U) == 0x80U)
+        --begin;
+    return begin;
+}
+
+/// As much of the text's beginning as there is room for.
+std::string shortened(std::string_view text, double width) {
+    if (extentOf(text, kTextSize).x <= width)
+        return std::string(text);
+    std::string shown;
+    for (std::size_t length = text.size(); length > 0;) {
+        length = letterBefore(text, length);
+        shown = std::string(text.substr(0, length)).append("…");
+        if (extentOf(shown, kTextSize).x <= width)
+            break;
+    }
+    return shown;
+}
+
 /// What is drawn at one moment, and into what.
 class Painting {
 public:
@@ -185,7 +207,7 @@ private:
         const double y = picture_.layout.loading.origin.y + 13;
         const Rect textArea{{bar.origin.x, y},
                             {bar.size.width - percentWidth - (percent.empty() ? 0 : 12), 22}};
-        writeClipped(textArea, loading.text);
+        writeShortened(textArea, loading.text);
         write(point(bar.origin.x + bar.size.width - percentWidth, y), percent, kTextSize);
         paintProgress(bar, loading.fraction);
         if (picture_.layout.cancel)
@@ -290,10 +312,8 @@ private:
         write({std::round(center.x - extent.x / 2), std::round(center.y - extent.y / 2)}, text,
               size, kInk, opacity);
     }
-    void writeClipped(const Rect& area, std::string_view text) {
-        list_.PushClipRect(topLeft(area), bottomRight(area), true);
-        write(topLeft(area), text, kTextSize);
-        list_.PopClipRect();
+    void writeShortened(const Rect& area, std::string_view text) {
+        write(topLeft(area), shortened(text, area.size.width), kTextSize);
     }
     /// In several lines, as small as it must be.
     void writeWithin(const Rect& area, std::string_view text) {

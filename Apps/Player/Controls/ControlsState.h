@@ -19,7 +19,6 @@ struct ControlsState {
         std::string text;
         /// 0 to 1; none: nobody knows.
         std::optional<double> fraction = {};
-        bool canBeCancelled = true;
     };
 
     DisplayMode mode = DisplayMode::Sphere;

@@ -143,6 +143,15 @@ TEST(CommandLine, NamesWhatIsWrongInOneLine) {
               "zanto-player: --size times --scale is over 16384 pixels a side\n");
 }
 
+TEST(CommandLine, RefusesAnInputThatNamesNothing) {
+    EXPECT_EQ(complaint({""}), "zanto-player: INPUT: names nothing\n");
+}
+
+TEST(CommandLine, KeepsPicturesAsPNGOnly) {
+    EXPECT_EQ(complaint({"render", "--output", "p.jpg", "--size", "1x1"}),
+              "zanto-player: --output: pictures are written as .png, not .jpg\n");
+}
+
 TEST(CommandLine, RefusesSizesThatAreNone) {
     for (const char* size :
          {"640", "640x", "x360", "0x10", "10x0", "-5x5", "640x360x2", "axb", ""}) {

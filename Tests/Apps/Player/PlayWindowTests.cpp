@@ -325,6 +325,35 @@ TEST(PlayWindowVideo, IsPausedSoughtAndMadeQuietByKeys) {
         [&] { return player()->timeControlStatus() == platform::TimeControlStatus::Playing; }));
 }
 
+TEST(PlayWindowVideo, StaysStillWhenItIsSoughtAfterItsEnd) {
+    PlayScene scene(PlayScene::Time::Real);
+    scene.open(tests::testClip({.framesPerSecond = 30, .frames = 60}));
+    const auto streamer = scene.controller().streamer();
+    bool hasPlayed = false;
+    ASSERT_TRUE(scene.becomesTrue([&] {
+        const auto status = streamer->player()->timeControlStatus();
+        hasPlayed = hasPlayed || status == platform::TimeControlStatus::Playing;
+        return hasPlayed && status == platform::TimeControlStatus::Paused;
+    }));
+    scene.click(scene.middleOf(Control::SeekBar));
+    EXPECT_TRUE(scene.becomesTrue(
+        [&] { return std::abs(streamer->player()->currentTime().seconds() - 1) < 0.1; }));
+    EXPECT_EQ(streamer->player()->timeControlStatus(), platform::TimeControlStatus::Paused);
+}
+
+TEST(PlayWindowVideo, ComesBackToTheVolumeFromBeforeASlideToNothing) {
+    PlayScene scene(PlayScene::Time::Real);
+    scene.open(tests::testClip({.frames = 150}));
+    const auto player = [&] { return scene.controller().streamer()->player(); };
+    ASSERT_TRUE(scene.becomesTrue(
+        [&] { return player()->timeControlStatus() == platform::TimeControlStatus::Playing; }));
+    WindowPlayer window(scene.host(), scene.controller());
+    for (const double volume : {0.3, 0.25, 0.1, 0.0})
+        window.setVolume(volume);
+    window.perform(WindowAction::ToggleMute);
+    EXPECT_EQ(player()->volume(), 0.25F);
+}
+
 TEST(PlayWindowVideo, TakesThePlaceOfAPicture) {
     PlayScene scene(PlayScene::Time::Real);
     scene.open(scene.greyFile("light.png", 240));

@@ -22,7 +22,7 @@ ControlsState video() {
 
 ControlsState everything() {
     ControlsState state = video();
-    state.loading = ControlsState::Loading{"Opening tour.mp4", 0.4, true};
+    state.loading = ControlsState::Loading{"Opening tour.mp4", 0.4};
     state.message = "tour.mp4: there is no such file";
     return state;
 }
@@ -192,14 +192,6 @@ TEST(ControlsLayout, PutsNoticesBelowOneAnotherAtTheTop) {
     EXPECT_FALSE(overlap(layout.loadingBar, layout.cancel->area));
     EXPECT_TRUE(isWithin(layout.dismiss->area, layout.message));
     EXPECT_GE(layout.message.origin.y, layout.loading.origin.y + layout.loading.size.height);
-}
-
-TEST(ControlsLayout, OffersNoCancelWhereThereIsNothingToGiveUp) {
-    ControlsState state = video();
-    state.loading = ControlsState::Loading{"Waiting", {}, false};
-    const auto layout = layOutControls(kLandscape, state);
-    EXPECT_FALSE(layout.cancel);
-    EXPECT_GT(layout.loading.size.width, 0);
 }
 
 TEST(ControlsLayout, GivesAMessageMoreRoomTheLongerItIs) {

@@ -222,7 +222,7 @@ TEST_F(ControlsTest, AreOutdatedByWhatChangesThem) {
 }
 
 TEST_F(ControlsTest, SpeakOfLoadingOnceItTakesLong) {
-    client_.now.loading = ControlsState::Loading{"Opening", 0.5, true};
+    client_.now.loading = ControlsState::Loading{"Opening", 0.5};
     EXPECT_EQ(controls_.nextChange(now_), now_ + 300ms);
     EXPECT_FALSE(controls_.picture(now_ + 299ms).showsLoading);
     EXPECT_TRUE(controls_.picture(now_ + 300ms).showsLoading);
@@ -234,7 +234,7 @@ TEST_F(ControlsTest, SpeakOfLoadingOnceItTakesLong) {
 }
 
 TEST_F(ControlsTest, MoveTheBarThatNobodyKnowsTheLengthOf) {
-    client_.now.loading = ControlsState::Loading{"Opening", {}, true};
+    client_.now.loading = ControlsState::Loading{"Opening", {}};
     (void)controls_.nextChange(now_);
     (void)controls_.picture(now_ + 300ms);
     EXPECT_EQ(controls_.nextChange(now_ + 300ms), now_ + 350ms);
@@ -243,7 +243,7 @@ TEST_F(ControlsTest, MoveTheBarThatNobodyKnowsTheLengthOf) {
 }
 
 TEST_F(ControlsTest, CancelLoadingOnceItIsSpokenOf) {
-    client_.now.loading = ControlsState::Loading{"Opening", 0.5, true};
+    client_.now.loading = ControlsState::Loading{"Opening", 0.5};
     const auto layout = layOutControls(kSize, client_.now);
     (void)controls_.picture(now_);
     EXPECT_FALSE(tap(middleOf(*layout.cancel)));
