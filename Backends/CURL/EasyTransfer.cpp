@@ -116,8 +116,8 @@ bool EasyTransfer::receiveHead(std::string_view line) {
     hear();
     headBytes_ += line.size();
     isInHead_ = line != "\r\n" && line != "\n";
-    if (!isInHead_ && answersWithoutBody())
-        curl_easy_setopt(easy_.get(), CURLOPT_FORBID_REUSE, 1L);
+    if (!isInHead_)
+        curl_easy_setopt(easy_.get(), CURLOPT_FORBID_REUSE, answersWithoutBody() ? 1L : 0L);
     return headBytes_ <= kMaxHeadBytes || refuse(headTooLarge());
 }
 
