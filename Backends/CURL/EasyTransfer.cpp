@@ -11,6 +11,15 @@ long inMilliseconds(Instant span) {
     return static_cast<long>(std::chrono::ceil<std::chrono::milliseconds>(span).count());
 }
 
+/// Of all the answers that a transfer gets, redirects and provisional ones too, of which a server
+/// may send any number.
+constexpr std::size_t kMaxHeadBytes = std::size_t{256} << 10U;
+
+Error headTooLarge() {
+    return {ErrorCode::TooLarge, "the head of the answer is too large (the limit is " +
+                                     std::to_string(kMaxHeadBytes) + " bytes)"};
+}
+
 bool isSupported(const URL& url) {
     return url.isFileURL() || url.scheme() == "http" || url.scheme() == "https";
 }
@@ -45,14 +54,14 @@ void EasyTransfer::setOptions() {
 void EasyTransfer::setCallbacks() {
     CURL* const easy = easy_.get();
     curl_easy_setopt(easy, CURLOPT_PRIVATE, this);
+    curl_easy_setopt(easy, CURLOPT_ERRORBUFFER, words_.data());
     using Take = std::size_t (*)(char*, std::size_t, std::size_t, void*);
     const Take body = [](char* bytes, std::size_t, std::size_t count, void* self) {
         return static_cast<EasyTransfer*>(self)->receive(bytes, count) ? count
                                                                        : CURL_WRITEFUNC_ERROR;
     };
-    const Take header = [](char*, std::size_t, std::size_t count, void* self) {
-        static_cast<EasyTransfer*>(self)->hear();
-        return count;
+    const Take header = [](char* line, std::size_t, std::size_t count, void* self) {
+        return static_cast<EasyTransfer*>(self)->receiveHead({line, count}) ? count : 0;
     };
     using Connected = int (*)(void*, char*, char*, int, int);
     const Connected connected = [](void* self, char*, char*, int, int) {
@@ -96,6 +105,22 @@ std::optional<std::uint64_t> EasyTransfer::bytesExpected() const {
     return static_cast<std::uint64_t>(length);
 }
 
+/// What follows all the same would be taken for the answer to the next request.
+bool EasyTransfer::answersWithoutBody() const {
+    long status = 0;
+    curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
+    return status == 204 || status == 304 || bytesExpected() == 0U;
+}
+
+bool EasyTransfer::receiveHead(std::string_view line) {
+    hear();
+    headBytes_ += line.size();
+    isInHead_ = line != "\r\n" && line != "\n";
+    if (!isInHead_)
+        curl_easy_setopt(easy_.get(), CURLOPT_FORBID_REUSE, answersWithoutBody() ? 1L : 0L);
+    return headBytes_ <= kMaxHeadBytes || refuse(headTooLarge());
+}
+
 bool EasyTransfer::receive(const char* bytes, std::size_t count) try {
     hear();
     const auto expected = bytesExpected();
@@ -122,10 +147,19 @@ Error EasyTransfer::tooLarge() const {
 }
 
 FailedTransfer EasyTransfer::failed() const {
-    return {.easy = easy_.get(), .limits = request_.limits, .bytesReceived = body_.size()};
+    return {.easy = easy_.get(),
+            .limits = request_.limits,
+            .bytesReceived = body_.size(),
+            .words = words_.data()};
 }
 
 void EasyTransfer::end(CURLcode code) {
+    // A line that is too long for libcurl never gets here, and it calls that a lack of memory.
+    if (code == CURLE_OUT_OF_MEMORY && !refusal_ && lastHeard_ && body_.empty())
+        refusal_ = headTooLarge();
+    // A server that leaves in the middle of a header has not sent an empty file.
+    if (code == CURLE_OK && isInHead_ && body_.empty() && !request_.url.isFileURL())
+        code = CURLE_PARTIAL_FILE;
     if (refusal_)
         request_.ended(*std::move(refusal_));
     else if (code != CURLE_OK)

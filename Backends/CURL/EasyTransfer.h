@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace platform {
 
@@ -40,6 +41,8 @@ private:
 
     void setOptions();
     void setCallbacks();
+    [[nodiscard]] bool receiveHead(std::string_view line);
+    [[nodiscard]] bool answersWithoutBody() const;
     [[nodiscard]] bool receive(const char* bytes, std::size_t count);
     [[nodiscard]] bool refuse(Error why);
     [[nodiscard]] FailedTransfer failed() const;
@@ -52,6 +55,9 @@ private:
     SystemClock clock_;                // of the network, which no virtual time stops
     std::optional<Instant> lastHeard_; // none until a connection stands
     std::optional<Error> refusal_;     // why we gave up, before libcurl did
+    std::size_t headBytes_ = 0;
+    bool isInHead_ = false; // a line of it has come, and the empty one has not
+    std::array<char, CURL_ERROR_SIZE> words_{};
     Data body_;
 };
 

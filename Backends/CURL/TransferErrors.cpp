@@ -55,6 +55,10 @@ Error cutShort(const FailedTransfer& transfer) {
 /// Only a redirect leads to another scheme; and what is not HTTP at all is taken for an old kind of
 /// it, which is not supported either.
 Error unsupported(const FailedTransfer& transfer) {
+    // Then the address is still that of the redirect.
+    if (transfer.words.find("redirect") != std::string_view::npos)
+        return {ErrorCode::Unsupported,
+                "it is redirected to a scheme that is neither http nor https"};
     const std::string scheme = partOf(transfer.easy, CURLUPART_SCHEME);
     if (scheme == "http" || scheme == "https")
         return {ErrorCode::Corrupt, "the answer is not HTTP"};
@@ -89,9 +93,12 @@ Error transferError(CURLcode code, const FailedTransfer& transfer) {
         return unsupported(transfer);
     case CURLE_URL_MALFORMAT:
         return {ErrorCode::Unsupported, "the address is malformed"};
+    case CURLE_RECV_ERROR:
+        if (transfer.words.find("chunked-encoding") != std::string_view::npos)
+            return {ErrorCode::Corrupt, "the chunks of the answer are damaged"};
+        return cutShort(transfer);
     case CURLE_PARTIAL_FILE:
     case CURLE_GOT_NOTHING:
-    case CURLE_RECV_ERROR:
     case CURLE_SEND_ERROR:
         return cutShort(transfer);
     case CURLE_WEIRD_SERVER_REPLY:

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace platform {
 
@@ -16,6 +17,7 @@ struct FailedTransfer {
     CURL* easy;
     const TransferLimits& limits;
     std::size_t bytesReceived;
+    std::string_view words; // of libcurl, for a cause that its code does not tell
 };
 
 /// Why it failed, in words.

@@ -15,11 +15,6 @@
 namespace platform {
 namespace {
 
-/// Playlists name their segments by addresses that only a web server can serve.
-bool isPlaylist(std::string_view beginning) {
-    return beginning.starts_with("#EXTM3U") || beginning.find("<MPD") != std::string_view::npos;
-}
-
 std::optional<Error> contentsRefusal(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file)
@@ -29,6 +24,7 @@ std::optional<Error> contentsRefusal(const std::string& path) {
     file.read(bytes.data(), bytes.size());
     if (file.gcount() == 0)
         return Error{ErrorCode::Corrupt, "the file is empty"};
+    // They name their segments by addresses that only a web server can serve.
     if (isPlaylist({bytes.data(), static_cast<std::size_t>(file.gcount())}))
         return Error{ErrorCode::Unsupported,
                      "a playlist of segments is played from a web server only"};
@@ -41,6 +37,9 @@ Error statusError(int status) {
         return {ErrorCode::Missing, "the server has no such file (status " + number + ")"};
     if (status == 401 || status == 403 || status == 407)
         return {ErrorCode::Unreadable, "the server refuses access (status " + number + ")"};
+    if (status < 400 && status != 304)
+        return {ErrorCode::Unreadable,
+                "the server's redirect leads nowhere (status " + number + ")"};
     return {ErrorCode::Unreadable, "the server answers with status " + number};
 }
 
@@ -91,6 +90,10 @@ Error reachError(const GError& error) {
 
 } // namespace
 
+bool isPlaylist(std::string_view beginning) {
+    return beginning.starts_with("#EXTM3U") || beginning.find("<MPD") != std::string_view::npos;
+}
+
 std::optional<Error> fileRefusal(const std::string& path) {
     namespace fs = std::filesystem;
     std::error_code failure;
@@ -123,7 +126,7 @@ Error missingDecoderError(const std::string& description) {
 }
 
 Error pipelineError(const GError& error, const FailureContext& context) {
-    if (context.isRemote && context.httpStatus >= 400)
+    if (context.isRemote && context.httpStatus >= 300)
         return statusError(context.httpStatus);
     if (error.domain == GST_STREAM_ERROR && error.code != GST_STREAM_ERROR_FAILED)
         return streamError(error.code);

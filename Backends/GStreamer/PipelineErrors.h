@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace platform {
 
@@ -18,6 +19,9 @@ struct FailureContext {
     /// Its first picture has been seen.
     bool isOpen = false;
 };
+
+/// Whether a file that begins so is a playlist of segments.
+[[nodiscard]] bool isPlaylist(std::string_view beginning);
 
 /// Why a file cannot be media, before anybody tries to play it; none where it may be.
 [[nodiscard]] std::optional<Error> fileRefusal(const std::string& path);

@@ -6,6 +6,9 @@
 #include "Backends/GStreamer/PipelineParts.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
 #include <utility>
 
 namespace platform {
@@ -23,6 +26,28 @@ void setIfThere(GstElement* element, const char* name, Value value) {
     if (g_object_class_find_property(G_OBJECT_GET_CLASS(element), name))
         g_object_set(element, name, value, nullptr);
 }
+
+/// What a source has brought. The library keeps a playlist whole, however long it grows.
+struct Feed {
+    Playbin* playbin;
+    std::string beginning = {};
+    std::uint64_t bytes = 0;
+
+    void take(GstBuffer* buffer) {
+        constexpr std::size_t kEnoughToTell = 1024;
+        const std::size_t known = beginning.size();
+        if (known < kEnoughToTell) {
+            beginning.resize(kEnoughToTell);
+            beginning.resize(known + gst_buffer_extract(buffer, 0, beginning.data() + known,
+                                                        kEnoughToTell - known));
+        }
+        bytes += gst_buffer_get_size(buffer);
+    }
+    [[nodiscard]] bool isEndlessPlaylist() const {
+        constexpr std::uint64_t kMostBytes = std::uint64_t{16} << 20U;
+        return bytes > kMostBytes && isPlaylist(beginning);
+    }
+};
 
 GStreamerPtr<gchar> addressOf(const URL& url) {
     if (!url.isFileURL())
@@ -111,11 +136,17 @@ void Playbin::setUpSource(GstElement* source) {
     const GStreamerPtr<GstPad> pad(gst_element_get_static_pad(source, "src"));
     if (!pad)
         return;
-    const auto onData = +[](GstPad*, GstPadProbeInfo*, gpointer self) {
-        static_cast<Playbin*>(self)->sawLife();
-        return GST_PAD_PROBE_OK;
+    const auto onData = +[](GstPad*, GstPadProbeInfo* info, gpointer data) {
+        auto* const feed = static_cast<Feed*>(data);
+        feed->playbin->sawLife();
+        feed->take(GST_PAD_PROBE_INFO_BUFFER(info));
+        if (!feed->isEndlessPlaylist())
+            return GST_PAD_PROBE_OK;
+        feed->playbin->explain({ErrorCode::TooLarge, "its playlist is too large"}, false);
+        return GST_PAD_PROBE_DROP;
     };
-    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, onData, this, nullptr);
+    gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, onData, new Feed{this},
+                      [](gpointer data) { delete static_cast<Feed*>(data); });
 }
 
 void Playbin::describe() {

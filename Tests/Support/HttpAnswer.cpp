@@ -113,6 +113,10 @@ std::string HttpAnswer::head() const {
 }
 
 bool HttpAnswer::send() {
+    if (reply_.script) {
+        reply_.script(connection_);
+        return false;
+    }
     if (reply_.isSilent && !stall_())
         return false;
     if (!connection_.send(head()))

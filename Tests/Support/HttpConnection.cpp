@@ -125,4 +125,9 @@ void HttpConnection::hangUp() const {
     ::shutdown(socket_, SHUT_RDWR);
 }
 
+void HttpConnection::resetAtEnd() const {
+    const linger atOnce{1, 0};
+    ::setsockopt(socket_, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+}
+
 } // namespace tests

@@ -49,6 +49,8 @@ public:
     void resume() const;
     /// Ends it in both directions; whatever waits comes back.
     void hangUp() const;
+    /// Its end tells the client that something went wrong, and drops what is still on its way.
+    void resetAtEnd() const;
 
 private:
     [[nodiscard]] std::optional<std::string> readHead();

@@ -3,12 +3,15 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace tests {
+
+class HttpConnection;
 
 /// What a server says to a request, and how badly it behaves meanwhile. Bytes are counted in the
 /// body, as it goes out.
@@ -41,6 +44,9 @@ struct HttpReply {
     std::chrono::milliseconds dripPause{1};
     /// Sends the body again and again until the client has gone; never with a length.
     bool isEndless = false;
+    /// Says all of it in place of the above, byte by byte, in the thread of the connection, which
+    /// ends with it.
+    std::function<void(HttpConnection&)> script = {};
 };
 
 /// A reply that sends the client somewhere else.

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -247,6 +248,23 @@ TEST(HttpServer, LeavesAClientThatSpeaksSomethingElse) {
     const Client client(server.port());
     client.ask("/a", {}, "\x16");
     EXPECT_THAT(client.readAll(), IsEmpty());
+}
+
+TEST(HttpServer, SaysWhatAScriptSaysAndCloses) {
+    HttpServer server;
+    server.serve("/a", {.script = [](tests::HttpConnection& out) { (void)out.send("anything"); }});
+    EXPECT_EQ(replyFrom(server, "/a"), "anything");
+    EXPECT_TRUE(server.waitForOpenConnections(0));
+}
+
+TEST(HttpServer, ResetsAConnection) {
+    HttpServer server;
+    server.serve("/a", {.script = [](tests::HttpConnection& out) { out.resetAtEnd(); }});
+    const Client client(server.port());
+    client.ask("/a");
+    const std::string text = client.readAll();
+    const int cause = errno;
+    EXPECT_EQ(cause, ECONNRESET) << text;
 }
 
 TEST(HttpServer, KeepsAConnectionForTheNextRequest) {
