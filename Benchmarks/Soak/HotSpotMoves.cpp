@@ -3,7 +3,10 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
 
+#include <chrono>
 #include <numbers>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -83,11 +86,31 @@ void switchTapDetection(Scene& scene) {
     scene.player().setEnableHotSpotTapDetection(!scene.dice().oneIn(4));
 }
 
+/// Long enough for automatic picking to make up its mind, and then by hand.
+void pick(Scene& scene) {
+    scene.replacePlayer();
+    Visitor& player = scene.player();
+    player.setEnableHotSpotAutoPicking(true);
+    player.setEnableHotSpotTapDetection(true);
+    surround(scene);
+    player.prepareImageWithUrl(
+        platform::URL::fileURLWithPath(scene.media().pathOf(scene.media().pictures.front())));
+    scene.appear();
+    scene.run(1200ms);
+    scene.touch(platform::TouchPhase::Down, 1, {0.5, 0.5});
+    scene.touch(platform::TouchPhase::Up, 1, {0.5, 0.5});
+}
+
 } // namespace
 
 Moves hotSpotMoves() {
-    return {{"some hot spots", 4, placeSome},       {"300 hot spots", 1, placeMany},
-            {"broken hot spots", 2, placeBroken},   {"hot spots around", 3, surround},
-            {"moved hot spots", 2, moveHotSpots},   {"no hot spots", 2, clear},
-            {"auto picking", 3, switchAutoPicking}, {"tap detection", 3, switchTapDetection}};
+    return {{"some hot spots", 4, placeSome},
+            {"300 hot spots", 1, placeMany},
+            {"broken hot spots", 2, placeBroken},
+            {"hot spots around", 3, surround},
+            {"picked hot spots", 1, pick},
+            {"moved hot spots", 2, moveHotSpots},
+            {"no hot spots", 2, clear},
+            {"auto picking", 3, switchAutoPicking},
+            {"tap detection", 3, switchTapDetection}};
 }

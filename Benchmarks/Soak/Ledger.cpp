@@ -42,6 +42,11 @@ void Ledger::count(const std::string& name, int count) {
     ++entry.looks;
 }
 
+std::optional<int> Ledger::mostOf(const std::string& name) const {
+    const auto entry = counts_.find(name);
+    return entry == counts_.end() ? std::nullopt : std::optional(entry->second.first);
+}
+
 void Ledger::measure(const std::string& name, double minute, double amount) {
     amounts_.at(name).samples.push_back({minute, amount});
 }
@@ -59,7 +64,7 @@ std::optional<Ledger::Slope> Ledger::slopeOf(const std::vector<Sample>& samples)
 }
 
 std::vector<std::string> Ledger::growths() const {
-    std::vector<std::string> lines = complaints_;
+    std::vector<std::string> lines;
     for (const auto& [name, count] : counts_) {
         if (count.most > count.first)
             lines.push_back(sentence(name, ": ", count.first, " at first, up to ", count.most,

@@ -21,10 +21,10 @@ public:
 
     /// The first count of a name is what later ones must not be over.
     void count(const std::string& name, int count);
+    /// How many there may be; none before the first count.
+    [[nodiscard]] std::optional<int> mostOf(const std::string& name) const;
     /// Of a name that has a bound.
     void measure(const std::string& name, double minute, double amount);
-    /// Something else that must not be, as a sentence.
-    void object(const std::string& complaint) { complaints_.push_back(complaint); }
 
     /// A line for each thing that has grown; none: all is flat.
     [[nodiscard]] std::vector<std::string> growths() const;
@@ -57,5 +57,4 @@ private:
     };
     std::map<std::string, Count> counts_;
     std::map<std::string, Amount> amounts_;
-    std::vector<std::string> complaints_;
 };

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <iostream>
 #include <numeric>
+#include <optional>
 #include <stdexcept>
 #include <thread>
 #include <vector>
@@ -41,19 +42,17 @@ double heapKib() {
     return static_cast<double>(information.uordblks + information.hblkhd) / 1024;
 }
 
-/// What ends behind the caller's back has the time to.
+/// What ends behind the caller's back has the time to: until there are no more than there may be,
+/// or it is clear that they stay.
 template <class Count>
-int countAtRest(Count count) {
-    constexpr int looks = 10;
-    int last = count();
-    int same = 0;
-    for (const auto end = steady_clock::now() + 10s; same < looks && steady_clock::now() < end;) {
+int countOnce(Count count, std::optional<int> most) {
+    const auto end = steady_clock::now() + (most ? 20s : 2s);
+    int now = count();
+    while (now > most.value_or(0) && steady_clock::now() < end) {
         std::this_thread::sleep_for(10ms);
-        const int now = count();
-        same = now == last ? same + 1 : 0;
-        last = now;
+        now = count();
     }
-    return last;
+    return now;
 }
 
 } // namespace
@@ -72,6 +71,7 @@ void Soak::run(std::chrono::seconds duration) {
     const auto end = start_ + duration;
     // Drivers and decoders fill what they keep for later; and so that there is more to look at.
     warmUpMinutes_ = std::min(1.0, std::chrono::duration<double>(duration).count() / 60 / 4);
+    makeEachOnce();
     do {
         try {
             playChapter();
@@ -84,16 +84,19 @@ void Soak::run(std::chrono::seconds duration) {
     } while (steady_clock::now() < end);
 }
 
+void Soak::makeEachOnce() {
+    Dice dice(seed_);
+    Scene scene(media_, events_, dice, HeadlessHostOptions::Time::Virtual);
+    for (const Move& move : moves_)
+        make(move, scene, dice);
+}
+
 void Soak::playChapter() {
     const std::uint64_t seed = seed_ + chapters_;
     Dice dice(seed);
     Scene scene(media_, events_, dice,
                 seed % 2 == 0 ? HeadlessHostOptions::Time::Virtual
                               : HeadlessHostOptions::Time::Real);
-    if (chapters_ == 0) { // each at least once, for whatever is made at its first use
-        for (const Move& move : moves_)
-            make(move, scene, dice);
-    }
     for (int i = 0; i < kRounds; ++i)
         playRound(scene, dice);
 }
@@ -132,8 +135,8 @@ void Soak::takeStock() {
     ledger_.count("controllers without a host", Visitor::alive);
     // GLib keeps idle threads for whoever needs one next, for a while.
     g_thread_pool_stop_unused_threads();
-    const int threads = countAtRest(threadCount);
-    const int files = countAtRest(openFileCount);
+    const int threads = countOnce(threadCount, ledger_.mostOf("threads"));
+    const int files = countOnce(openFileCount, ledger_.mostOf("files"));
     // Free memory in the middle of the heap is given back too: how much of it there happens to be
     // is chance, and would hide what is in use for good.
     malloc_trim(0);

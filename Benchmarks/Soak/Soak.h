@@ -34,6 +34,8 @@ public:
     [[nodiscard]] nlohmann::ordered_json inJson() const;
 
 private:
+    /// For whatever is made at its first use.
+    void makeEachOnce();
     void playChapter();
     void playRound(Scene& scene, Dice& dice);
     void make(const Move& move, Scene& scene, Dice& dice);
