@@ -1,17 +1,13 @@
 #include "Benchmarks/VideoSoak.h"
 
 #include "Benchmarks/HostLoop.h"
+#include "Benchmarks/ProcessCounts.h"
 #include "Benchmarks/Spectator.h"
 #include "Benchmarks/VideoClips.h"
 #include "Tests/Support/GLObjects.h"
 
-#include <unistd.h>
-
 #include <chrono>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <numeric>
 #include <stdexcept>
 #include <string>
@@ -31,21 +27,9 @@ struct Holdings {
     int glObjects = 0;
 };
 
-double residentKib() {
-    std::ifstream statistics("/proc/self/statm");
-    long pages = 0;
-    statistics >> pages >> pages;
-    return static_cast<double>(pages) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1024;
-}
-
-int entriesOf(const char* folder) {
-    const std::filesystem::directory_iterator entries(folder);
-    return static_cast<int>(std::distance(begin(entries), end(entries)));
-}
-
 Holdings holdingsAt(double minute) {
     const auto objects = liveGLObjects();
-    return {minute, residentKib(), entriesOf("/proc/self/task"), entriesOf("/proc/self/fd"),
+    return {minute, residentKib(), threadCount(), openFileCount(),
             std::accumulate(objects.begin(), objects.end(), 0)};
 }
 

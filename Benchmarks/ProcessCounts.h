@@ -1,0 +1,6 @@
+#pragma once
+
+/// What the process holds at this moment, as the kernel counts it.
+[[nodiscard]] double residentKib();
+[[nodiscard]] int threadCount();
+[[nodiscard]] int openFileCount();
