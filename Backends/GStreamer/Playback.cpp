@@ -129,6 +129,12 @@ void Playback::finishOpening() {
     if (pending_ && !seek_)
         beginNextSeek();
     update();
+    lookForPictures();
+}
+
+/// A full sink has no more to report, and what it reported before was not asked for yet.
+void Playback::lookForPictures() {
+    later([this] { settle(); });
 }
 
 void Playback::play() {
@@ -203,6 +209,7 @@ void Playback::finishSeek() {
     endWait();
     const Work work = std::move(seekWork_);
     update();
+    lookForPictures();
     tell(&MediaPipelineListener::mediaDidSeek);
 }
 

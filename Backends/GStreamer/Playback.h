@@ -103,6 +103,7 @@ private:
     void settle();
     [[nodiscard]] std::optional<Error> refusal() const;
     void finishOpening();
+    void lookForPictures();
     void beginNextSeek();
     void finishSeek();
     void refuseSeek(const std::string& reason);

@@ -115,6 +115,17 @@ TEST_F(HostPacing, AnAskedForFrameIsToldAlsoAfterASeek) {
     EXPECT_THAT(opened.notes->events, ElementsAre("ready", "seek", "decode"));
 }
 
+TEST_F(HostPacing, NoPictureIsLostThatComesWhileASeekLands) {
+    open();
+    for (int i = 0; i < 60; ++i) {
+        const auto target = fromSeconds(i % 2 == 0 ? 0.5 : 0.2);
+        opened.pipeline->seek(target);
+        EXPECT_FALSE(opened.pipeline->isDecodedTo(target));
+        ASSERT_TRUE(opened.queue.settle()) << "seek " << i;
+    }
+    EXPECT_EQ(opened.notes->count("decode"), 60);
+}
+
 TEST_F(HostPacing, PausingHoldsTheTime) {
     play();
     ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(0.25)));
