@@ -2,9 +2,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string>
+#include <system_error>
 
 namespace {
 
@@ -28,4 +31,12 @@ int threadCount() {
 
 int openFileCount() {
     return entriesOf("/proc/self/fd");
+}
+
+int openSocketCount() {
+    const std::filesystem::directory_iterator files("/proc/self/fd");
+    return static_cast<int>(std::count_if(begin(files), end(files), [](const auto& file) {
+        std::error_code gone; // the folder itself is open meanwhile
+        return std::filesystem::read_symlink(file, gone).string().starts_with("socket:");
+    }));
 }

@@ -4,3 +4,5 @@
 [[nodiscard]] double residentKib();
 [[nodiscard]] int threadCount();
 [[nodiscard]] int openFileCount();
+/// Of those files.
+[[nodiscard]] int openSocketCount();

@@ -300,8 +300,10 @@ void ZNTDrawer::drawVideo(const UniformTable& uniforms, const GLKMatrix4& matrix
 }
 
 std::uint32_t ZNTDrawer::watermarkTextureName() {
-    if (glTextureWatermark_)
+    if (glTextureWatermark_) {
+        transparentTexture_.reset();
         return glTextureWatermark_->name();
+    }
     // Name 0 samples opaque black, which would hide the content behind a watermark that is not
     // there.
     if (!transparentTexture_)
