@@ -30,8 +30,8 @@ using Pixel = std::array<int, 4>;
 
 constexpr Pixel kShownBefore{200, 0, 0, 255};
 constexpr Pixel kShownAfter{0, 200, 0, 255};
-constexpr long kMostKilobytes = 128 * 1024;
-constexpr std::ptrdiff_t kHeaderEnd = 33; // of a PNG: its signature and its first chunk
+constexpr long kMostKilobytes = 256 * 1024; // sanitizers have a share of it
+constexpr std::ptrdiff_t kHeaderEnd = 33;   // of a PNG: its signature and its first chunk
 
 void putNumber(Bytes& bytes, std::size_t at, std::uint32_t number) {
     for (std::size_t i = 0; i < 4; ++i)
