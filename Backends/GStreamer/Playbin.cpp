@@ -1,6 +1,7 @@
 #include "Backends/GStreamer/Playbin.h"
 
 #include "Backends/GStreamer/AudioOutput.h"
+#include "Backends/GStreamer/EarlyEnds.h"
 #include "Backends/GStreamer/OpenPlaybins.h"
 #include "Backends/GStreamer/PipelineErrors.h"
 #include "Backends/GStreamer/PipelineParts.h"
@@ -124,6 +125,7 @@ bool Playbin::build() {
         static_cast<Playbin*>(self)->setUpSource(source);
     };
     g_signal_connect(playbin, "source-setup", G_CALLBACK(onSource), this);
+    holdEarlyEnds(playbin);
     listenToBus(playbin, *this);
     return true;
 }

@@ -82,6 +82,16 @@ TEST(PipelineLife, ManyInARowLeaveNoThreadsAndNoFiles) {
     EXPECT_TRUE(areGivenBack(queue, before));
 }
 
+/// What has arrived as a whole goes on its way all at once, and a sound may be over first.
+TEST(PipelineLife, ManyWithAShortSoundFromAServerMayBeClosed) {
+    tests::HttpServer server;
+    server.serveFile("/a.mkv",
+                     testClip({.frames = 45, .container = "mkv", .sound = tests::ClipSound::Tone}));
+    const URL url = *URL::URLWithString(server.url("/a.mkv"));
+    for (int i = 0; i < 100; ++i)
+        openAndDrop(url, MediaPacing::Machine, 1 + i % 2);
+}
+
 TEST(PipelineLife, ManyFromAStalledServerLeaveNoThreadsAndNoFiles) {
     tests::HttpServer server;
     server.serve("/a.mp4", {.isSilent = true});
