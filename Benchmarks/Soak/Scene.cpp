@@ -27,8 +27,7 @@ bool isAtRest() {
 } // namespace
 
 Scene::Scene(const Media& media, Events& events, Dice& dice, HeadlessHostOptions::Time time)
-    : media_(media), events_(events), dice_(dice),
-      isTimeVirtual_(time == HeadlessHostOptions::Time::Virtual), host_(makeHost(time)),
+    : media_(media), events_(events), dice_(dice), host_(makeHost(time)),
       smallPicture_(std::make_shared<platform::Image>(makePanorama(64))), size_(kSize) {
     replacePlayer();
     appear();

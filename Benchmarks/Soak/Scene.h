@@ -50,7 +50,6 @@ private:
     const Media& media_;
     Events& events_;
     Dice& dice_;
-    bool isTimeVirtual_;
     std::unique_ptr<HeadlessHost> host_;
     std::shared_ptr<Visitor> player_;
     platform::ImagePtr smallPicture_;

@@ -25,8 +25,8 @@ constexpr int kRounds = 2;
 constexpr int kKeptConnections = 8;
 constexpr const char* kResident = "resident KiB";
 constexpr const char* kHeap = "heap KiB";
-/// What is measured in ten minutes without a leak stays far below; a leak of 10 KiB with every
-/// tenth move is four times as much.
+/// Ten minutes with a thousand moves each grew by 322 KiB a minute, 52 of them of the heap, which
+/// nothing of ours is known to hold; 10 KiB lost with every change of content are 600.
 constexpr double kResidentBound = 512;
 constexpr double kHeapBound = 128;
 

@@ -242,7 +242,8 @@ std::optional<int> readFrameNumber(const platform::PixelBuffer& buffer) {
     const auto [width, height] = buffer.size();
     const auto& [luma, stride] = buffer.plane(0);
     const std::uint8_t* row = luma + std::ptrdiff_t{height / 2} * stride;
-    return numberOf([&](int column) { return int{row[middleOfColumn(column, width)]}; });
+    return numberOf(
+        [row, width = width](int column) { return int{row[middleOfColumn(column, width)]}; });
 }
 
 std::optional<int> readFrameNumber(const platform::Image& picture) {
