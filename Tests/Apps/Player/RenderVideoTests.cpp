@@ -2,6 +2,7 @@
 #include "Tests/Support/HttpServer.h"
 #include "Tests/Support/ShownFrame.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -125,7 +126,9 @@ TEST_F(RenderVideo, GivesTheSameBytesEveryTime) {
     const auto firstTrace = trace();
     ASSERT_EQ(renderScript(script, commandFor(clip())), ExitCode::Done);
     EXPECT_EQ(bytesOf("out/a.png"), picture);
-    EXPECT_EQ(trace(), firstTrace);
+    // After a seek the picture may be there before or after the player says that it plays on: both
+    // are told of at the same instant, in either order.
+    EXPECT_THAT(trace(), testing::UnorderedElementsAreArray(firstTrace));
     EXPECT_FALSE(picture.empty());
 }
 
