@@ -125,11 +125,22 @@ void Player::itemDidDecode() {
 // Time
 
 void Player::timeDidJump() {
+    if (std::exchange(awaitsJump_, true))
+        return;
     // In a turn of its own, so that no block runs inside the call that made time jump.
     MainQueue::main().async([weak = weak(this)] {
         if (const auto self = weak.lock())
-            self->tick(Ticks::All);
+            self->jumpDidCome();
     });
+}
+
+/// Once for a seek and the start that follows it, and after what has been announced, however fast
+/// the picture was there.
+void Player::jumpDidCome() {
+    awaitsJump_ = false;
+    if (announced_ != timeControlStatus_)
+        return timeDidJump();
+    tick(Ticks::All);
 }
 
 void Player::runFrames() {

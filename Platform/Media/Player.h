@@ -77,6 +77,7 @@ private:
     void itemDidEnd();
     void itemDidDecode();
     void timeDidJump();
+    void jumpDidCome();
 
     void announce(TimeControlStatus status);
     void runFrames();
@@ -95,6 +96,7 @@ private:
     bool wantsToPlay_ = false;
     bool isRunning_ = false;             // time passes
     bool awaitsFrame_ = false;           // the next frame instant is asked for
+    bool awaitsJump_ = false;            // a turn for a jump is queued
     std::optional<Ticks> awaitsDecoder_; // a tick that comes once its picture is settled
     MediaTime lastTick_;
     std::vector<std::shared_ptr<PeriodicBlock>> blocks_;
