@@ -283,10 +283,6 @@ std::optional<Control> ControlsLayout::noticeControlAt(Point point) const {
     return std::nullopt;
 }
 
-bool ControlsLayout::isNotice(Point point) const {
-    return contains(loading, point) || contains(message, point);
-}
-
 ControlsLayout layOutControls(Size window, const ControlsState& state) {
     ControlsLayout layout;
     placePanel(layout, window, state);

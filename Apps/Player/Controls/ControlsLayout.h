@@ -36,8 +36,6 @@ struct ControlsLayout {
     [[nodiscard]] std::optional<Control> controlAt(platform::Point point) const;
     /// Of what is at the top.
     [[nodiscard]] std::optional<Control> noticeControlAt(platform::Point point) const;
-    /// Whether the point is on a notice.
-    [[nodiscard]] bool isNotice(platform::Point point) const;
 };
 
 [[nodiscard]] ControlsLayout layOutControls(platform::Size window, const ControlsState& state);

@@ -1,5 +1,6 @@
 #include "Backends/PNG/PNGDecoder.h"
 #include "Tests/Support/DecoderChecks.h"
+#include "Tests/Support/MemoryPeak.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +8,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <fstream>
 #include <string>
 #include <string_view>
 
@@ -72,19 +72,6 @@ void setDeclaredSize(Bytes& file, int widthPx, int heightPx) {
             static_cast<std::uint8_t>(heightPx >> (24 - 8 * i));
     }
     tests::repairPNGChecksums(file);
-}
-
-/// The memory that the process has used at most since the last call, or -1.
-long peakKilobytesSinceReset() {
-    std::ifstream status("/proc/self/status");
-    long peak = -1;
-    for (std::string line; std::getline(status, line);) {
-        if (line.rfind("VmHWM:", 0) == 0)
-            peak = std::stol(line.substr(6));
-    }
-    std::ofstream reset("/proc/self/clear_refs");
-    reset << 5;
-    return reset.flush() ? peak : -1;
 }
 
 TEST(PNGDecoder, DecodesGrey) {
@@ -233,12 +220,12 @@ TEST(PNGDecoder, RefusesHugeDeclaredSizes) {
 
 TEST(PNGDecoder, ReducesALargePictureInLittleMemory) {
     const Bytes file = tests::flatGreyPNG(6000, 6000, 77); // 144 MB as a whole
-    if (peakKilobytesSinceReset() < 0)
+    if (tests::resetMemoryPeak() < 0)
         GTEST_SKIP() << "this system does not let a process reset its peak of memory";
-    const long before = peakKilobytesSinceReset();
+    const long before = tests::resetMemoryPeak();
     const TestPicture decoded = decodedBy(kDecoder, file, {512, std::size_t{1} << 30});
     EXPECT_EQ(decoded, (TestPicture{512, 512, {77, 77, 77, 255}}));
-    EXPECT_LT(peakKilobytesSinceReset() - before, 16 * 1024);
+    EXPECT_LT(tests::resetMemoryPeak() - before, 16 * 1024);
 }
 
 TEST(PNGDecoder, UnpacksNoTexts) {
@@ -250,11 +237,11 @@ TEST(PNGDecoder, UnpacksNoTexts) {
     const Bytes chunk(at, at + 12 + (at[2] << 8) + at[3]);
     for (int i = 0; i < 20; ++i)
         file.insert(file.end() - 12, chunk.begin(), chunk.end());
-    if (peakKilobytesSinceReset() < 0)
+    if (tests::resetMemoryPeak() < 0)
         GTEST_SKIP() << "this system does not let a process reset its peak of memory";
-    const long before = peakKilobytesSinceReset();
+    const long before = tests::resetMemoryPeak();
     EXPECT_EQ(decodedBy(kDecoder, file), quadrants(8, 8));
-    EXPECT_LT(peakKilobytesSinceReset() - before, 16 * 1024);
+    EXPECT_LT(tests::resetMemoryPeak() - before, 16 * 1024);
 }
 
 TEST(PNGDecoder, SetsNoMemoryAsideForWhatAChunkOnlyClaims) {
@@ -263,11 +250,11 @@ TEST(PNGDecoder, SetsNoMemoryAsideForWhatAChunkOnlyClaims) {
     constexpr std::ptrdiff_t headerEnd = 33;
     Bytes file = pngFile(quadrants(8, 8));
     file.insert(file.begin() + headerEnd, claim.begin(), claim.end());
-    if (peakKilobytesSinceReset() < 0)
+    if (tests::resetMemoryPeak() < 0)
         GTEST_SKIP() << "this system does not let a process reset its peak of memory";
-    const long before = peakKilobytesSinceReset();
+    const long before = tests::resetMemoryPeak();
     EXPECT_EQ(refusalBy(kDecoder, file), ErrorCode::Corrupt);
-    EXPECT_LT(peakKilobytesSinceReset() - before, 16 * 1024);
+    EXPECT_LT(tests::resetMemoryPeak() - before, 16 * 1024);
 }
 
 TEST(PNGDecoder, SurvivesMutations) {
