@@ -105,11 +105,15 @@ std::optional<std::uint64_t> EasyTransfer::bytesExpected() const {
     return static_cast<std::uint64_t>(length);
 }
 
-/// What follows all the same would be taken for the answer to the next request.
-bool EasyTransfer::answersWithoutBody() const {
+int EasyTransfer::status() const {
     long status = 0;
     curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
-    return status == 204 || status == 304 || bytesExpected() == 0U;
+    return static_cast<int>(status);
+}
+
+/// What follows all the same would be taken for the answer to the next request.
+bool EasyTransfer::answersWithoutBody() const {
+    return status() == 204 || status() == 304 || bytesExpected() == 0U;
 }
 
 bool EasyTransfer::receiveHead(std::string_view line) {
@@ -130,7 +134,7 @@ bool EasyTransfer::receive(const char* bytes, std::size_t count) try {
     if (body_.empty() && expected)
         body_.reserve(static_cast<std::size_t>(*expected));
     body_.insert(body_.end(), bytes, bytes + count);
-    request_.progressed({body_.size(), expected});
+    request_.progressed({body_.size(), expected, status()});
     return true;
 } catch (const std::bad_alloc&) {
     return refuse(transferError(CURLE_OUT_OF_MEMORY, failed()));
@@ -161,11 +165,12 @@ void EasyTransfer::end(CURLcode code) {
     if (code == CURLE_OK && isInHead_ && body_.empty() && !request_.url.isFileURL())
         code = CURLE_PARTIAL_FILE;
     if (refusal_)
-        request_.ended(*std::move(refusal_));
-    else if (code != CURLE_OK)
-        request_.ended(transferError(code, failed()));
-    else
-        request_.ended(std::move(body_));
+        return request_.ended(*std::move(refusal_));
+    if (code != CURLE_OK)
+        return request_.ended(transferError(code, failed()));
+    if (body_.empty()) // which nobody has been told of
+        request_.progressed({0, bytesExpected(), status()});
+    request_.ended(std::move(body_));
 }
 
 } // namespace platform

@@ -42,6 +42,7 @@ private:
     void setOptions();
     void setCallbacks();
     [[nodiscard]] bool receiveHead(std::string_view line);
+    [[nodiscard]] int status() const;
     [[nodiscard]] bool answersWithoutBody() const;
     [[nodiscard]] bool receive(const char* bytes, std::size_t count);
     [[nodiscard]] bool refuse(Error why);

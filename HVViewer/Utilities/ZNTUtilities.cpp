@@ -24,6 +24,7 @@ struct Arrival {
     ZNTUtilities::ImageCompletion completion;
     std::optional<platform::Error> error;
     std::shared_ptr<const platform::Data> data; // null after an error
+    int status = 0;                             // of the server's answer
     platform::DecodeLimits limits = Image::decodeLimits();
     std::optional<platform::Result<platform::DecodedPicture>> picture = {};
     std::shared_ptr<platform::MainQueue::Work> work = platform::MainQueue::main().beginWork();
@@ -49,8 +50,13 @@ void logLosses(const std::string& subject, const platform::DecodedPicture& pictu
 ImagePtr imageOf(Arrival& arrival) {
     const std::string subject = "image \"" + arrival.url.absoluteString() + "\"";
     if (!*arrival.picture) {
+        constexpr int firstFailure = 400;
+        const std::string answer =
+            arrival.status >= firstFailure
+                ? "the server answered with status " + std::to_string(arrival.status) + "; "
+                : "";
         platform::log(LogLevel::Error,
-                      subject + " is not shown: " + arrival.picture->error().detail);
+                      subject + " is not shown: " + answer + arrival.picture->error().detail);
         return nullptr;
     }
     platform::DecodedPicture picture = std::move(*arrival.picture).value();
@@ -87,15 +93,19 @@ ZNTUtilities::downloadImageWithUrl(const std::optional<platform::URL>& url,
                                    ImageCompletion completion) {
     if (!url || !completion)
         return nullptr;
+    const auto own = std::make_shared<std::weak_ptr<platform::DataTask>>();
     auto task = platform::URLSession::sharedSession()->dataTaskWithURL(
-        *url, [url = *url, completion = std::move(completion)](
+        *url, [own, url = *url, completion = std::move(completion)](
                   std::optional<platform::Data> data, std::optional<platform::Error> error) {
             auto arrival = std::make_shared<Arrival>(Arrival{
                 .url = url, .completion = completion, .error = std::move(error), .data = {}});
+            if (const auto ended = own->lock())
+                arrival->status = ended->progress().status;
             if (data)
                 arrival->data = std::make_shared<const platform::Data>(*std::move(data));
             decodeElsewhere(std::move(arrival));
         });
+    *own = task;
     task->resume();
     return task;
 }

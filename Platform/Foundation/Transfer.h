@@ -36,6 +36,8 @@ struct TransferProgress {
     std::uint64_t bytesReceived = 0;
     /// None where the sender does not say.
     std::optional<std::uint64_t> bytesExpected = {};
+    /// Of the server's answer, such as 404; 0 where there was none.
+    int status = 0;
 };
 
 /// What to fetch, and who hears of it.

@@ -97,6 +97,19 @@ TEST_F(ImageDownload, DecodesThePictureOfAnErrorPage) {
     EXPECT_TRUE(download("/a.png").image);
 }
 
+TEST_F(ImageDownload, NamesTheStatusThatCameInPlaceOfAPicture) {
+    server_.serve("/page", {.status = 404, .body = bytesOf("no such page")});
+    server_.serve("/nothing", {.status = 500});
+    (void)download("/page");
+    (void)download("/nothing");
+    const std::string subject = "image \"" + server_.url("/");
+    EXPECT_THAT(log_.lines(),
+                ElementsAre(subject + "page\" is not shown: the server answered with status 404; "
+                                      "not a JPEG, PNG or WebP picture",
+                            subject + "nothing\" is not shown: the server answered with status "
+                                      "500; it is empty"));
+}
+
 TEST_F(ImageDownload, IsNeitherPictureNorErrorForOtherBytes) {
     server_.serve("/text", {.body = bytesOf("no picture")});
     server_.serve("/empty", {});

@@ -64,6 +64,23 @@ TEST_F(Download, DeliversTheBodyOfAnyStatus) {
     EXPECT_EQ(fetch(server_.url("/b")).text(), "broken");
 }
 
+TEST_F(Download, KnowsTheStatusOfTheAnswer) {
+    server_.serve("/a", {.status = 404, .body = bytesOf("gone")});
+    server_.serve("/b", {.status = 500});
+    for (const auto& [path, status] : {std::pair("/a", 404), std::pair("/b", 500)}) {
+        std::weak_ptr<platform::DataTask> weak;
+        int told = 0;
+        const auto task =
+            session_->dataTaskWithURL(urlOf(server_.url(path)), [&](const auto&, const auto&) {
+                told = weak.lock()->progress().status;
+            });
+        weak = task;
+        task->resume();
+        ASSERT_TRUE(runUntil([&] { return told != 0; }));
+        EXPECT_EQ(told, status);
+    }
+}
+
 TEST_F(Download, NamesItselfToTheServer) {
     (void)fetch(server_.url("/a?b=c"));
     ASSERT_THAT(server_.requests(), SizeIs(1));
