@@ -207,10 +207,18 @@ void Playback::finishSeek() {
     if (pending_)
         return beginNextSeek();
     endWait();
-    const Work work = std::move(seekWork_);
     update();
     lookForPictures();
-    tell(&MediaPipelineListener::mediaDidSeek);
+    tellOfSeek();
+}
+
+/// After the start that it may have allowed, so that both are told in one order however soon the
+/// picture comes.
+void Playback::tellOfSeek() {
+    later([this, work = std::exchange(seekWork_, nullptr)] {
+        if (!seek_)
+            tell(&MediaPipelineListener::mediaDidSeek);
+    });
 }
 
 void Playback::on(const pipeline_event::Silent& event) {

@@ -106,6 +106,7 @@ private:
     void lookForPictures();
     void beginNextSeek();
     void finishSeek();
+    void tellOfSeek();
     void refuseSeek(const std::string& reason);
     void fail(const Error& error);
 

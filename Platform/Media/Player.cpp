@@ -55,8 +55,11 @@ void Player::pause() {
 }
 
 void Player::seekToTime(MediaTime target) {
-    if (item_)
-        item_->seekToTime(target);
+    if (!item_)
+        return;
+    item_->seekToTime(target);
+    if (item_->isSeeking())
+        awaitsDecoder_.reset(); // for a time that was left
 }
 
 void Player::setVolume(float volume) {
