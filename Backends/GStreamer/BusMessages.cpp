@@ -1,5 +1,7 @@
 #include "Backends/GStreamer/BusMessages.h"
 
+#include "Backends/GStreamer/PlaylistReaders.h"
+
 #include <gst/pbutils/missing-plugins.h>
 
 #include <string_view>
@@ -7,11 +9,25 @@
 namespace platform {
 namespace {
 
+/// A reader of playlists that misses segments names the status of the last one.
+bool missesNothing(GstMessage* message, const GError& error) {
+    const GstStructure* details = nullptr;
+    gst_message_parse_error_details(message, &details);
+    guint status = 0;
+    return g_error_matches(&error, GST_RESOURCE_ERROR, GST_RESOURCE_ERROR_NOT_FOUND) != FALSE &&
+           isPlaylistReader(GST_MESSAGE_SRC(message)) && details != nullptr &&
+           gst_structure_get_uint(details, "http-status-code", &status) != FALSE &&
+           status / 100 == 2;
+}
+
 void passError(GstMessage* message, BusListener& listener) {
     GError* error = nullptr;
     gst_message_parse_error(message, &error, nullptr);
     const GStreamerPtr<GError> owned(error);
-    listener.failed(*owned);
+    if (missesNothing(message, *owned))
+        listener.overtookItself(*owned);
+    else
+        listener.failed(*owned);
 }
 
 /// Such as "video/x-h264"; empty where they say nothing.

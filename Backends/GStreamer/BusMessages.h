@@ -20,6 +20,9 @@ public:
     virtual void streamsEnded() = 0;
     virtual void buffered(int percent) = 0;
     virtual void failed(const GError& error) = 0;
+    /// All segments of a playlist have come and the reader says that they have not: GStreamer 1.22
+    /// does so where the last comes before the first has a way out.
+    virtual void overtookItself(const GError& error) = 0;
     /// There is sound or video; a still picture counts as video too.
     virtual void foundStreams(bool hasVideo, bool isStill) = 0;
     /// For anything but sound.

@@ -99,6 +99,10 @@ void Playbin::start() {
     if (const auto refusal = isRemote() ? std::nullopt : fileRefusal(url_.path()))
         return explain(*refusal, false);
     startGStreamer();
+    setGoing();
+}
+
+void Playbin::setGoing() {
     if (!build())
         return explain({ErrorCode::Unavailable, "parts of the media library are not installed"},
                        false);
@@ -106,6 +110,12 @@ void Playbin::start() {
     const GstState state = pacing_ == MediaPacing::Machine ? GST_STATE_PAUSED : GST_STATE_PLAYING;
     if (gst_element_set_state(pipeline_.get(), state) == GST_STATE_CHANGE_FAILURE)
         explain({ErrorCode::Unreadable, "it cannot be opened"}, isRemote());
+}
+
+void Playbin::startAgain() {
+    shutDown();
+    startsAgain_ = false;
+    setGoing();
 }
 
 bool Playbin::build() {
@@ -126,6 +136,7 @@ bool Playbin::build() {
     };
     g_signal_connect(playbin, "source-setup", G_CALLBACK(onSource), this);
     holdEarlyEnds(playbin);
+    playlists_ = PlaylistReaders::in(playbin);
     listenToBus(playbin, *this);
     return true;
 }
@@ -185,7 +196,22 @@ void Playbin::setVolume(double volume) {
 }
 
 void Playbin::seek(Instant to) {
-    worker_.async([this, to] { seekNow(to); });
+    worker_.async([this, to] {
+        // What comes more slowly than that is hardly complete in the very instant of the seek.
+        constexpr std::chrono::milliseconds kLongest{500};
+        if (!playlists_ || !playlists_->areThere())
+            return seekNow(to);
+        playlists_->hold();
+        seekBetweenSegments(to, std::chrono::steady_clock::now() + kLongest);
+    });
+}
+
+void Playbin::seekBetweenSegments(Instant to, std::chrono::steady_clock::time_point latest) {
+    constexpr std::chrono::milliseconds kOften{10};
+    if (!playlists_->areQuiet() && std::chrono::steady_clock::now() < latest)
+        return worker_.asyncAfter(kOften, [this, to, latest] { seekBetweenSegments(to, latest); });
+    playlists_->goOn();
+    seekNow(to);
 }
 
 void Playbin::seekNow(Instant to) {
@@ -293,7 +319,19 @@ void Playbin::buffered(int percent) {
         post(pipeline_event::Buffered{!isShort});
 }
 
+void Playbin::overtookItself(const GError& error) {
+    constexpr int kNewStarts = 3;
+    if (isOpen_ || newStarts_ == kNewStarts)
+        return failed(error);
+    if (startsAgain_.exchange(true))
+        return;
+    ++newStarts_;
+    worker_.async([this] { startAgain(); });
+}
+
 void Playbin::failed(const GError& error) {
+    if (startsAgain_)
+        return;
     const Error inWords = inWordsOf(error);
     // Told before the pictures end, which they do next.
     if (!isRemote() || httpStatus_ != 0)

@@ -4,11 +4,13 @@
 #include "Backends/GStreamer/PipelineEvent.h"
 #include "Backends/GStreamer/PipelineLimits.h"
 #include "Backends/GStreamer/PipelineWorker.h"
+#include "Backends/GStreamer/PlaylistReaders.h"
 #include "Backends/GStreamer/VideoSink.h"
 #include "Platform/Foundation/URL.h"
 #include "Platform/Media/MediaPipeline.h"
 
 #include <atomic>
+#include <chrono>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -55,9 +57,12 @@ public:
 private:
     // On the worker.
     void start();
+    void setGoing();
+    void startAgain();
     [[nodiscard]] bool build();
     void setUpSource(GstElement* source);
     void queryMedia();
+    void seekBetweenSegments(Instant to, std::chrono::steady_clock::time_point latest);
     void seekNow(Instant to);
     [[nodiscard]] std::string seekObstacle();
     void checkLife(int wait);
@@ -72,6 +77,7 @@ private:
     void streamsEnded() override;
     void buffered(int percent) override;
     void failed(const GError& error) override;
+    void overtookItself(const GError& error) override;
     void foundStreams(bool hasVideo, bool isStill) override;
     void missesDecoder(const std::string& description) override;
     void answered(int httpStatus, bool handsOutParts) override;
@@ -87,9 +93,11 @@ private:
     const PipelineEventSink events_;
     std::unique_ptr<VideoSink> videoSink_;
     GStreamerPtr<GstElement> pipeline_;
+    std::shared_ptr<PlaylistReaders> playlists_;
 
     std::atomic<bool> isClosed_{false};
     std::atomic<bool> hasFailed_{false};
+    std::atomic<bool> startsAgain_{false};
     std::atomic<bool> isOpen_{false}; // its first picture has been seen
     std::atomic<bool> isPictureReported_{false};
     std::atomic<bool> hasStreams_{false};
@@ -99,6 +107,7 @@ private:
     std::atomic<bool> handsOutParts_{false};
     std::atomic<bool> isShort_{false}; // of data
     std::atomic<int> httpStatus_{0};
+    std::atomic<int> newStarts_{0};
     std::atomic<int> order_{0};
     std::atomic<int> wait_{0};
     std::atomic<unsigned> life_{0};

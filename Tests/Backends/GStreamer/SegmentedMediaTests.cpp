@@ -29,6 +29,10 @@ protected:
         return serve({"-f", "hls", "-hls_time", "1", "-hls_list_size", "0", "-hls_segment_type",
                       segments, "list.m3u8"});
     }
+    [[nodiscard]] std::string serveDASH() {
+        return serve({"-f", "dash", "-seg_duration", "1", "-use_template", "1", "-use_timeline",
+                      "1", "list.mpd"});
+    }
     [[nodiscard]] static OpenedPipeline open(const std::string& url) {
         return {*URL::URLWithString(url), MediaPacing::Host, QueueDriver::Time::Virtual};
     }
@@ -49,6 +53,18 @@ protected:
         EXPECT_EQ(opened.frameAtItemTime(opened.position()), 89);
     }
 
+    /// Each seek as soon as the picture of the one before is there, when most is on its way.
+    static void expectToBeMovedAbout(const std::string& url) {
+        for (int opening = 0; opening < 3; ++opening) {
+            OpenedPipeline opened(*URL::URLWithString(url), MediaPacing::Machine,
+                                  QueueDriver::Time::Real);
+            ASSERT_TRUE(opened.open());
+            opened.pipeline->play();
+            for (const double seconds : {2.4, 0.0, 1.2, 0.3, 2.0, 0.0, 1.0, 2.1})
+                ASSERT_TRUE(opened.seekAndWait(fromSeconds(seconds))) << seconds;
+        }
+    }
+
     ClipOptions clip{.frames = 90, .keyFrameInterval = 30};
     tests::HttpServer server;
 };
@@ -64,8 +80,24 @@ TEST_F(SegmentedMedia, OfFragmentsIsPlayed) {
 }
 
 TEST_F(SegmentedMedia, OfAManifestIsPlayed) {
-    expectWholeMedia(serve({"-f", "dash", "-seg_duration", "1", "-use_template", "1",
-                            "-use_timeline", "1", "list.mpd"}));
+    expectWholeMedia(serveDASH());
+}
+
+TEST_F(SegmentedMedia, OfTransportStreamsIsMovedAboutIn) {
+    expectToBeMovedAbout(serveHLS("mpegts"));
+}
+
+TEST_F(SegmentedMedia, OfFragmentsIsMovedAboutIn) {
+    expectToBeMovedAbout(serveHLS("fmp4"));
+}
+
+TEST_F(SegmentedMedia, OfFragmentsWithSoundIsMovedAboutIn) {
+    clip.sound = tests::ClipSound::Tone;
+    expectToBeMovedAbout(serveHLS("fmp4"));
+}
+
+TEST_F(SegmentedMedia, OfAManifestIsMovedAboutIn) {
+    expectToBeMovedAbout(serveDASH());
 }
 
 TEST_F(SegmentedMedia, WithoutItsSegmentsFails) {

@@ -1,0 +1,102 @@
+#include "Backends/GStreamer/PlaylistReaders.h"
+
+#include <algorithm>
+
+namespace platform {
+namespace {
+
+using Readers = std::shared_ptr<PlaylistReaders>;
+
+/// Pieces of a segment follow each other, and a short one its head, sooner than that.
+constexpr std::chrono::milliseconds kQuiet{40};
+/// How far ahead they fetch: this setting is theirs alone.
+constexpr const char* kAhead = "max-buffering-time";
+/// Less than the length of a picture, and they would not go on before the next seek.
+constexpr guint64 kHardlyAhead = GST_SECOND;
+
+GstPadProbeReturn onPiece(GstPad* /*pad*/, GstPadProbeInfo* /*info*/, gpointer readers) {
+    (*static_cast<Readers*>(readers))->pieceCame();
+    return GST_PAD_PROBE_OK;
+}
+
+/// What is fetched goes through an element of the reader's own.
+void watchPieces(GstElement* element, const Readers& readers) {
+    const GStreamerPtr<GstPad> pad(gst_element_get_static_pad(element, "sink"));
+    if (pad)
+        gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, onPiece, new Readers(readers),
+                          [](gpointer data) { delete static_cast<Readers*>(data); });
+}
+
+void onElementAdded(GstBin* /*pipeline*/, GstBin* bin, GstElement* element, gpointer data) {
+    const Readers& readers = *static_cast<Readers*>(data);
+    if (isPlaylistReader(element))
+        readers->add(element);
+    else if (isPlaylistReader(bin))
+        watchPieces(element, readers);
+}
+
+void onElementRemoved(GstBin* /*pipeline*/, GstBin* /*bin*/, GstElement* element, gpointer data) {
+    if (isPlaylistReader(element))
+        (*static_cast<Readers*>(data))->remove(element);
+}
+
+void connect(GstElement* pipeline, const char* signal, GCallback callback, const Readers& readers) {
+    g_signal_connect_data(
+        pipeline, signal, callback, new Readers(readers),
+        [](gpointer data, GClosure*) { delete static_cast<Readers*>(data); },
+        static_cast<GConnectFlags>(0));
+}
+
+} // namespace
+
+bool isPlaylistReader(gpointer object) {
+    return g_object_class_find_property(G_OBJECT_GET_CLASS(object), kAhead) != nullptr;
+}
+
+std::shared_ptr<PlaylistReaders> PlaylistReaders::in(GstElement* pipeline) {
+    auto readers = std::make_shared<PlaylistReaders>();
+    connect(pipeline, "deep-element-added", G_CALLBACK(onElementAdded), readers);
+    connect(pipeline, "deep-element-removed", G_CALLBACK(onElementRemoved), readers);
+    return readers;
+}
+
+bool PlaylistReaders::areThere() const {
+    const std::scoped_lock lock(mutex_);
+    return !readers_.empty();
+}
+
+void PlaylistReaders::hold() {
+    const std::scoped_lock lock(mutex_);
+    for (const Reader& reader : readers_)
+        g_object_set(reader.element.get(), kAhead, kHardlyAhead, nullptr);
+    heldSince_ = std::chrono::steady_clock::now();
+}
+
+void PlaylistReaders::goOn() {
+    const std::scoped_lock lock(mutex_);
+    for (const Reader& reader : readers_)
+        g_object_set(reader.element.get(), kAhead, reader.ahead, nullptr);
+}
+
+bool PlaylistReaders::areQuiet() const {
+    const Moment since = std::max(lastPiece_.load(), heldSince_.load());
+    return std::chrono::steady_clock::now() - since >= kQuiet;
+}
+
+void PlaylistReaders::add(GstElement* reader) {
+    guint64 ahead = 0;
+    g_object_get(reader, kAhead, &ahead, nullptr);
+    const std::scoped_lock lock(mutex_);
+    readers_.push_back({GStreamerPtr<GstElement>(GST_ELEMENT(gst_object_ref(reader))), ahead});
+}
+
+void PlaylistReaders::remove(GstElement* reader) {
+    const std::scoped_lock lock(mutex_);
+    readers_.remove_if([&](const Reader& known) { return known.element.get() == reader; });
+}
+
+void PlaylistReaders::pieceCame() {
+    lastPiece_ = std::chrono::steady_clock::now();
+}
+
+} // namespace platform
