@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <sstream>
 #include <utility>
 
 namespace {
@@ -58,8 +59,11 @@ public:
             host_->advanceTo(platform::fromSeconds(action.at));
             apply(action);
         }
-        if (!namesItsPictures(actions))
-            renderOnePicture();
+        if (namesItsPictures(actions))
+            return;
+        if (actions.empty())
+            warnOfTimePastEnd();
+        renderOnePicture();
     }
 
 private:
@@ -79,6 +83,17 @@ private:
         host_->settle();
         if (stateOfContent(*controller_, command_.input) != ContentState::Open)
             throw Stop{ExitCode::ContentNotOpened};
+    }
+
+    /// The start is hardly the picture that was meant.
+    void warnOfTimePastEnd() const {
+        const double duration = controller_->videoDuration();
+        if (duration <= 0 || command_.timeSeconds <= duration)
+            return;
+        std::ostringstream text;
+        text << "--time " << command_.timeSeconds << ": the video ends at " << duration
+             << " s and goes back to its start";
+        tell(text.str());
     }
 
     void renderOnePicture() {

@@ -101,6 +101,8 @@ void Controls::touchEnded(const TouchEvent& event, Instant now) {
         return;
     const auto control = press_->control;
     press_.reset();
+    if (pointedAt_ != Control::SeekBar)
+        seekPoint_.reset();
     updateHold(now);
     if (!isUp || !control || isBar(*control))
         return;
@@ -133,8 +135,9 @@ void Controls::slide(Control bar, double x) {
         return;
     const double fraction = fractionAt(*area, x);
     if (bar == Control::VolumeBar)
-        client_.setVolume(fraction);
-    else if (state.video->duration)
+        return client_.setVolume(fraction);
+    seekPoint_ = fraction;
+    if (state.video->duration)
         client_.seekTo(fraction * *state.video->duration);
 }
 
@@ -145,6 +148,9 @@ void Controls::pointAt(std::optional<Point> point, Instant now) {
     pointedAt_ = point ? at.noticeControlAt(*point) : std::nullopt;
     if (point && !pointedAt_)
         pointedAt_ = at.controlAt(*point);
+    seekPoint_.reset();
+    if (pointedAt_ == Control::SeekBar)
+        seekPoint_ = fractionAt(*at.areaOf(Control::SeekBar), point->x);
     updateHold(now);
 }
 
@@ -176,6 +182,7 @@ ControlsPicture Controls::picture(Instant now) {
     last_ = look(now);
     picture.pointedAt = last_.pointedAt;
     picture.pressed = last_.pressed;
+    picture.seekPoint = last_.seekPoint;
     wasSeen_ = !picture.isEmpty();
     return picture;
 }
@@ -183,8 +190,12 @@ ControlsPicture Controls::picture(Instant now) {
 Controls::Look Controls::look(Instant now) const {
     const double opacity = fade_.opacity(now);
     const bool isMoving = isLoadingEndless_ && showsLoading(now);
-    return {opacity, showsLoading(now), isMoving ? (now - *loadingSince_) / kLoadingStep : 0,
-            opacity > 0 ? pointedAt_ : std::nullopt, press_ ? press_->control : std::nullopt};
+    return {opacity,
+            showsLoading(now),
+            isMoving ? (now - *loadingSince_) / kLoadingStep : 0,
+            opacity > 0 ? pointedAt_ : std::nullopt,
+            press_ ? press_->control : std::nullopt,
+            opacity > 0 ? seekPoint_ : std::nullopt};
 }
 
 std::optional<Instant> Controls::nextChange(Instant now) {

@@ -23,6 +23,8 @@ struct ControlsPicture {
     /// Under the mouse, and under a finger or the pressed button.
     std::optional<Control> pointedAt = {};
     std::optional<Control> pressed = {};
+    /// Where on the seek bar either of them is, 0 to 1.
+    std::optional<double> seekPoint = {};
 
     /// Whether there is anything to draw.
     [[nodiscard]] bool isEmpty() const {
@@ -72,6 +74,7 @@ private:
         platform::Instant::rep loadingStep = 0; // of the bar that moves
         std::optional<Control> pointedAt = {};
         std::optional<Control> pressed = {};
+        std::optional<double> seekPoint = {};
         friend bool operator==(const Look&, const Look&) = default;
     };
 
@@ -93,6 +96,7 @@ private:
     ControlsFade fade_;
     std::optional<Press> press_;
     std::optional<Control> pointedAt_;
+    std::optional<double> seekPoint_;
     /// A finger on the picture that may yet turn out to be a tap.
     std::optional<platform::TouchEvent> tap_;
     bool wasShownBeforeTap_ = false;

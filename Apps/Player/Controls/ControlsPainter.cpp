@@ -110,6 +110,7 @@ private:
         }
         paintTimes();
         paintName();
+        paintSeekTime();
     }
 
     void paintButton(Control control, const Rect& area) {
@@ -189,13 +190,25 @@ private:
         const auto* const area = picture_.layout.areaOf(*picture_.pointedAt);
         if (name.empty() || !area)
             return;
-        const ImVec2 extent = extentOf(name, kSmallTextSize);
-        const double width = extent.x + 20.0;
-        const double left =
-            std::clamp(middle(*area).x - width / 2, 4.0, std::max(size_.width - width - 4, 4.0));
+        writeAbove(middle(*area).x, name);
+    }
+
+    /// Where a press on the seek bar would lead, or leads.
+    void paintSeekTime() {
+        const auto* const bar = picture_.layout.areaOf(Control::SeekBar);
+        if (!picture_.seekPoint || !bar)
+            return;
+        writeAbove(placeAt(*bar, *picture_.seekPoint),
+                   timeText(*picture_.seekPoint * *picture_.state.video->duration));
+    }
+
+    /// In a box of its own above the panel, as near to that place as the window allows.
+    void writeAbove(double x, std::string_view text) {
+        const double width = extentOf(text, kSmallTextSize).x + 20.0;
+        const double left = std::clamp(x - width / 2, 4.0, std::max(size_.width - width - 4, 4.0));
         const Rect box{{left, picture_.layout.panel.origin.y - 36}, {width, 28}};
         fill(box, kBack, 8, picture_.opacity);
-        writeInMiddle(box, name, kSmallTextSize, picture_.opacity);
+        writeInMiddle(box, text, kSmallTextSize, picture_.opacity);
     }
 
     void paintLoading() {

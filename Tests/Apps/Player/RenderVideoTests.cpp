@@ -72,6 +72,16 @@ TEST_F(RenderVideo, ShowsTheFrameOfTheTimeOption) {
     EXPECT_EQ(frameIn(name), 21);
 }
 
+TEST_F(RenderVideo, SaysThatTheTimeOptionIsPastTheEnd) {
+    RenderCommand command = commandFor(clip());
+    command.timeSeconds = 7.5;
+    ::testing::internal::CaptureStderr();
+    ASSERT_EQ(renderScript("", command), ExitCode::Done);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "zanto-player: --time 7.5: the video ends at 1 s and goes back to its start\n");
+    EXPECT_EQ(frameIn(std::filesystem::path(clip()).stem().string() + ".png"), 0);
+}
+
 TEST_F(RenderVideo, PausesSeeksAndPlaysOn) {
     ASSERT_EQ(renderScript(R"({"at":0.2,"pause":true}
 {"at":0.4,"snapshot":"paused.png"}

@@ -185,6 +185,25 @@ TEST_F(ControlsTest, SeekWithTheFingerOnTheBar) {
     EXPECT_EQ(client_.seeks[2], 0);
 }
 
+TEST_F(ControlsTest, TellTheTimeUnderTheMouseOnTheSeekBar) {
+    show();
+    controls_.pointAt(middleOf(Control::SeekBar), now_);
+    EXPECT_TRUE(controls_.isOutdated(now_));
+    EXPECT_EQ(controls_.picture(now_).seekPoint, 0.5);
+    controls_.pointAt(middleOf(Control::Playback), now_);
+    EXPECT_EQ(controls_.picture(now_).seekPoint, std::nullopt);
+}
+
+TEST_F(ControlsTest, TellTheTimeUnderAFingerOnTheSeekBarUntilItIsLifted) {
+    show();
+    touch(TouchPhase::Down, middleOf(Control::SeekBar));
+    EXPECT_EQ(controls_.picture(now_).seekPoint, 0.5);
+    touch(TouchPhase::Move, {0, 0});
+    EXPECT_EQ(controls_.picture(now_).seekPoint, 0);
+    touch(TouchPhase::Up, {0, 0});
+    EXPECT_EQ(controls_.picture(now_).seekPoint, std::nullopt);
+}
+
 TEST_F(ControlsTest, SetTheVolumeWithTheFingerOnItsBar) {
     show();
     const Point middle = middleOf(Control::VolumeBar);
