@@ -18,6 +18,8 @@ public:
     using Names = std::vector<std::string>;
     Names pictures;
     Names videos;
+    /// Of segments; handed out by the server alone.
+    Names playlists;
     /// Cut short, empty, of another kind; and not there at all.
     Names brokenPictures;
     Names brokenVideos;
@@ -34,6 +36,7 @@ public:
 private:
     void addPictures();
     void addVideos();
+    void addPlaylists();
     void addIcons();
 
     tests::TemporaryFolder folder_;
