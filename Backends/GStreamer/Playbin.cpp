@@ -136,6 +136,7 @@ bool Playbin::build() {
     };
     g_signal_connect(playbin, "source-setup", G_CALLBACK(onSource), this);
     holdEarlyEnds(playbin);
+    kindSearch_ = KindSearch::in(playbin);
     playlists_ = PlaylistReaders::in(playbin);
     listenToBus(playbin, *this);
     return true;
@@ -295,6 +296,7 @@ void Playbin::explain(const Error& error, bool mayBeUnreachable) {
 void Playbin::shutDown() {
     if (!pipeline_)
         return;
+    kindSearch_->end();
     gst_element_set_state(pipeline_.get(), GST_STATE_NULL);
     stopListening(pipeline_.get());
     videoSink_.reset();

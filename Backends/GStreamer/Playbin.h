@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Backends/GStreamer/BusMessages.h"
+#include "Backends/GStreamer/KindSearch.h"
 #include "Backends/GStreamer/PipelineEvent.h"
 #include "Backends/GStreamer/PipelineLimits.h"
 #include "Backends/GStreamer/PipelineWorker.h"
@@ -93,6 +94,7 @@ private:
     const PipelineEventSink events_;
     std::unique_ptr<VideoSink> videoSink_;
     GStreamerPtr<GstElement> pipeline_;
+    std::shared_ptr<KindSearch> kindSearch_;
     std::shared_ptr<PlaylistReaders> playlists_;
 
     std::atomic<bool> isClosed_{false};

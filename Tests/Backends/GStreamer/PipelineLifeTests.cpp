@@ -5,9 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <filesystem>
 #include <iterator>
+#include <string>
+#include <thread>
 
 using platform::fromSeconds;
 using platform::MediaPacing;
@@ -78,6 +81,25 @@ TEST(PipelineLife, ManyInARowLeaveNoThreadsAndNoFiles) {
     const Resources before;
     for (int i = 0; i < 200; ++i)
         openAndDrop(url, i % 2 == 0 ? MediaPacing::Host : MediaPacing::Machine, i % 3);
+    QueueDriver queue(QueueDriver::Time::Real);
+    EXPECT_TRUE(areGivenBack(queue, before));
+}
+
+TEST(PipelineLife, ManyThatAreClosedWhileTheyOpenLeaveNoThreadsAndNoFiles) {
+    const std::string clip = testClip({.frames = 15});
+    tests::HttpServer server;
+    server.serveFile("/a.mp4", clip);
+    const std::array urls{URL::fileURLWithPath(clip), *URL::URLWithString(server.url("/a.mp4"))};
+    openAndDrop(urls[0], MediaPacing::Machine, 1);
+    openAndDrop(urls[1], MediaPacing::Machine, 1);
+    const Resources before;
+    for (unsigned i = 0; i < 400; ++i) {
+        const OpenedPipeline opened(urls[i % 2],
+                                    i % 4 < 2 ? MediaPacing::Host : MediaPacing::Machine,
+                                    QueueDriver::Time::Virtual);
+        // Each a little later on its way than the last one.
+        std::this_thread::sleep_for(i % 40 * 100us);
+    }
     QueueDriver queue(QueueDriver::Time::Real);
     EXPECT_TRUE(areGivenBack(queue, before));
 }
