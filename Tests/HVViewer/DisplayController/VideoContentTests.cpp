@@ -7,10 +7,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -179,10 +177,9 @@ TEST(VideoContent, LoadsAgainFromItsAddress) {
 
 TEST(VideoContent, ThatCannotBePlayedIsNamedByOneHook) {
     tests::TemporaryFolder folder;
-    const std::string text = "this is no video\n";
-    const auto bytes = std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+    const std::string text = folder.addText("text.mp4", "this is no video\n");
     const LogRecorder log;
-    for (const std::string& path : {folder.pathOf("missing.mp4"), folder.add("text.mp4", bytes)}) {
+    for (const std::string& path : {folder.pathOf("missing.mp4"), text}) {
         PlaybackScene s;
         s.play(path);
         EXPECT_THAT(s.player->take(), ElementsAre("downloadVideoFailedWithError")) << path;
