@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 namespace tests {
@@ -31,6 +32,15 @@ std::string TemporaryFolder::add(const std::string& name,
     if (!file.flush())
         throw std::runtime_error("cannot write " + path);
     return path;
+}
+
+std::string TemporaryFolder::addText(const std::string& name, std::string_view text) const {
+    return add(name, {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+}
+
+std::string TemporaryFolder::read(const std::string& name) const {
+    std::ifstream file(pathOf(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 } // namespace tests

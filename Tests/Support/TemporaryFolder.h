@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace tests {
 
@@ -19,6 +20,9 @@ public:
     [[nodiscard]] std::string pathOf(const std::string& name) const { return path_ + "/" + name; }
     /// Writes a file and gives its path.
     std::string add(const std::string& name, std::span<const std::uint8_t> contents) const;
+    std::string addText(const std::string& name, std::string_view text) const;
+    /// What a file holds; nothing where there is none.
+    [[nodiscard]] std::string read(const std::string& name) const;
 
 private:
     std::string path_;

@@ -4,6 +4,7 @@
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/PictureCompare.h"
+#include "Tests/Support/TemporaryFolder.h"
 #include "Tests/Support/VirtualDisplay.h"
 
 #include <gtest/gtest.h>
@@ -76,8 +77,8 @@ TEST(Desktop, RecordsADragThatPlaysBackToWhatTheWindowShows) {
     const auto display = tests::VirtualDisplay::start();
     if (!display)
         GTEST_SKIP() << "Xvfb is not installed or does not start";
-    const ScratchFolder folder;
-    const std::string script = folder.path("script.jsonl");
+    const tests::TemporaryFolder folder;
+    const std::string script = folder.pathOf("script.jsonl");
     const auto atRest = headlessPicture({400, 300});
     tests::ChildProcess program(
         {ZANTO_PLAYER, "--record", script},
@@ -96,9 +97,9 @@ TEST(Desktop, RecordsADragThatPlaysBackToWhatTheWindowShows) {
     })) << folder.read("script.jsonl");
 
     const ProgramRun playback = runPlayer("render --size 1280x720 --time 1000 --actions " + script +
-                                          " --output " + folder.path("end.png"));
+                                          " --output " + folder.pathOf("end.png"));
     ASSERT_EQ(playback.exitCode, 0) << playback.standardError;
-    const auto end = platform::Image::imageWithContentsOfFile(folder.path("end.png"));
+    const auto end = platform::Image::imageWithContentsOfFile(folder.pathOf("end.png"));
     ASSERT_NE(end, nullptr);
     EXPECT_FALSE(std::ranges::equal(end->pixels(), atRest->pixels())) << "the drag did nothing";
     EXPECT_TRUE(comesToShow(*window, "desktop-after-drag", *end));
@@ -110,17 +111,17 @@ TEST(Desktop, PrintsWhatIsPickedAndRecordsIt) {
     const auto display = tests::VirtualDisplay::start();
     if (!display)
         GTEST_SKIP() << "Xvfb is not installed or does not start";
-    const ScratchFolder folder;
-    const std::string hotSpots = folder.write(
+    const tests::TemporaryFolder folder;
+    const std::string hotSpots = folder.addText(
         "spots.json", R"({"auto_picking":false,"hot_spots":[{"name":"door","vertical":0,)"
                       R"("horizontal":0,"image":")" +
                           std::string(ZANTO_SOURCE_DIR) + R"(/Resources/watermark.png"}]})");
-    const std::string script = folder.path("script.jsonl");
+    const std::string script = folder.pathOf("script.jsonl");
     // The shell sends standard output where it can be read.
     tests::ChildProcess program(
         {"/bin/sh", "-c",
          std::string("exec '") + ZANTO_PLAYER + "' --hot-spots '" + hotSpots + "' --record '" +
-             script + "' >'" + folder.path("picks") + "'"},
+             script + "' >'" + folder.pathOf("picks") + "'"},
         {"DISPLAY=" + display->name(), "SDL_VIDEODRIVER=x11", tests::kWithoutLeakCheck},
         tests::ChildProcess::StandardError::Dropped);
     std::unique_ptr<DesktopWindow> window;
@@ -135,9 +136,9 @@ TEST(Desktop, PrintsWhatIsPickedAndRecordsIt) {
     window->close();
     EXPECT_EQ(program.exitCode(), 0);
 
-    const ProgramRun playback =
-        runPlayer("render --size 1280x720 --actions " + script + " --hot-spots " + hotSpots +
-                  " --trace " + folder.path("trace.jsonl") + " --output " + folder.path("end.png"));
+    const ProgramRun playback = runPlayer(
+        "render --size 1280x720 --actions " + script + " --hot-spots " + hotSpots + " --trace " +
+        folder.pathOf("trace.jsonl") + " --output " + folder.pathOf("end.png"));
     ASSERT_EQ(playback.exitCode, 0) << playback.standardError;
     EXPECT_NE(folder.read("trace.jsonl")
                   .find(R"("hook":"detectPickedHotSpotObjectWithName","name":"door")"),
@@ -148,16 +149,17 @@ TEST(Desktop, IsSteeredByAnAttitudeTrace) {
     const auto display = tests::VirtualDisplay::start();
     if (!display)
         GTEST_SKIP() << "Xvfb is not installed or does not start";
-    const ScratchFolder folder;
-    const std::string trace = folder.write("trace.csv", "seconds,x,y,z,w\n"
-                                                        "0,0,0,0,1\n"
-                                                        "0.1,0.5,0.5,0.5,0.5\n");
-    const std::string script = folder.write("script.jsonl", R"({"at":0,"attitude":[0.5,0.5,0.5,0.5]}
+    const tests::TemporaryFolder folder;
+    const std::string trace = folder.addText("trace.csv", "seconds,x,y,z,w\n"
+                                                          "0,0,0,0,1\n"
+                                                          "0.1,0.5,0.5,0.5,0.5\n");
+    const std::string script =
+        folder.addText("script.jsonl", R"({"at":0,"attitude":[0.5,0.5,0.5,0.5]}
 {"at":0,"device_motion":true})");
     const ProgramRun rendering = runPlayer("render --size 1280x720 --actions " + script +
-                                           " --output " + folder.path("steered.png"));
+                                           " --output " + folder.pathOf("steered.png"));
     ASSERT_EQ(rendering.exitCode, 0) << rendering.standardError;
-    const auto steered = platform::Image::imageWithContentsOfFile(folder.path("steered.png"));
+    const auto steered = platform::Image::imageWithContentsOfFile(folder.pathOf("steered.png"));
     ASSERT_NE(steered, nullptr);
     EXPECT_FALSE(std::ranges::equal(steered->pixels(), headlessPicture({1280, 720})->pixels()));
 

@@ -16,9 +16,7 @@ namespace {
 /// A file of hot spots for one test.
 class HotSpotFileTest : public ::testing::Test {
 protected:
-    std::string write(const std::string& text) {
-        return folder_.add("spots.json", std::vector<std::uint8_t>(text.begin(), text.end()));
-    }
+    std::string write(const std::string& text) { return folder_.addText("spots.json", text); }
     std::shared_ptr<const HotSpotFile> accepted(const std::string& text) {
         const auto file = readHotSpotFile(write(text));
         EXPECT_TRUE(file) << (file ? "" : file.error().detail);

@@ -74,23 +74,11 @@ bool PlayScene::becomesTrue(const std::function<bool()>& isSo) {
 }
 
 void PlayScene::movePointer(Point place) const {
-    SDL_Event event{};
-    event.type = SDL_MOUSEMOTION;
-    event.motion.windowID = scene_->windowId();
-    event.motion.x = static_cast<int>(place.x);
-    event.motion.y = static_cast<int>(place.y);
-    SDL_PushEvent(&event);
+    scene_->pushMotion(static_cast<int>(place.x), static_cast<int>(place.y));
 }
 
 void PlayScene::pushButton(Uint32 type, Point place) const {
-    SDL_Event event{};
-    event.type = type;
-    event.button.windowID = scene_->windowId();
-    event.button.button = SDL_BUTTON_LEFT;
-    event.button.state = type == SDL_MOUSEBUTTONDOWN ? SDL_PRESSED : SDL_RELEASED;
-    event.button.x = static_cast<int>(place.x);
-    event.button.y = static_cast<int>(place.y);
-    SDL_PushEvent(&event);
+    scene_->pushButton(type, static_cast<int>(place.x), static_cast<int>(place.y));
 }
 
 void PlayScene::click(Point place) const {

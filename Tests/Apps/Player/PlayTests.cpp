@@ -1,5 +1,6 @@
 #include "Tests/Apps/Player/ProgramRun.h"
 #include "Tests/Support/HttpServer.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -56,13 +57,13 @@ TEST(Play, NamesARecordingThatCannotBeWrittenBeforeThereIsAWindow) {
 
 TEST(Play, NamesWhatIsWrongWithHotSpotsBeforeThereIsAWindow) {
     setenv("SDL_VIDEODRIVER", "nonexistent", 1);
-    const ScratchFolder folder;
+    const tests::TemporaryFolder folder;
     const std::vector<std::pair<std::string, std::string>> cases{
         {"/no/such/spots.json", ": there is no such file\n"},
-        {folder.write("syntax.json", "{\n\"hot_spots\": oops}"), ":2: this is not JSON\n"},
-        {folder.write("member.json", R"({"hot_spots":[{"image":"a.png","vertical":0}]})"),
+        {folder.addText("syntax.json", "{\n\"hot_spots\": oops}"), ":2: this is not JSON\n"},
+        {folder.addText("member.json", R"({"hot_spots":[{"image":"a.png","vertical":0}]})"),
          ": hot_spots[0].horizontal is missing\n"}};
-    const std::string kept = folder.write("kept.jsonl", "an earlier recording");
+    const std::string kept = folder.addText("kept.jsonl", "an earlier recording");
     for (const auto& [path, cause] : cases) {
         const ProgramRun run = runPlayer("--hot-spots " + path + " --record " + kept);
         EXPECT_EQ(run.exitCode, 1) << path;
@@ -73,13 +74,13 @@ TEST(Play, NamesWhatIsWrongWithHotSpotsBeforeThereIsAWindow) {
 
 TEST(Play, NamesWhatIsWrongWithAnAttitudeTraceBeforeThereIsAWindow) {
     setenv("SDL_VIDEODRIVER", "nonexistent", 1);
-    const ScratchFolder folder;
+    const tests::TemporaryFolder folder;
     const std::vector<std::pair<std::string, std::string>> cases{
         {"/no/such/trace.csv", ": there is no such file"},
         {"/", ": cannot be read"},
-        {folder.write("empty.csv", "seconds,x,y,z,w\n"), ": there is no attitude in it"},
-        {folder.write("wrong.csv", "0,0,0,0,1\n1,0,0,up,1\n"), ": line 2: z: "}};
-    const std::string kept = folder.write("kept.jsonl", "an earlier recording");
+        {folder.addText("empty.csv", "seconds,x,y,z,w\n"), ": there is no attitude in it"},
+        {folder.addText("wrong.csv", "0,0,0,0,1\n1,0,0,up,1\n"), ": line 2: z: "}};
+    const std::string kept = folder.addText("kept.jsonl", "an earlier recording");
     for (const auto& [path, cause] : cases) {
         const ProgramRun run = runPlayer("--attitude-trace " + path + " --record " + kept);
         EXPECT_EQ(run.exitCode, 1) << path;

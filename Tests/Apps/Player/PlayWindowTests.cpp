@@ -1,7 +1,6 @@
 #include "HVViewer/Model/Streamer/ZNTStreamer.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Tests/Apps/Player/PlayScene.h"
-#include "Tests/Apps/Player/ProgramRun.h"
 #include "Tests/Support/HttpServer.h"
 #include "Tests/Support/LogRecorder.h"
 #include "Tests/Support/PictureCompare.h"
@@ -39,11 +38,6 @@ protected:
 
     PlayScene scene_;
 };
-
-std::string contentsOf(const std::string& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 std::vector<std::uint8_t> bytesOf(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -269,7 +263,7 @@ TEST(PlayWindowRecording, HasWhatControlsAndDropsDoAndNotTheirTouches) {
     scene.drop(dark);
     scene.pass(100ms);
     scene.endRecording();
-    const std::string lines = contentsOf(script);
+    const std::string lines = scene.folder().read("script.jsonl");
     EXPECT_THAT(lines, HasSubstr(R"("mode":"little-planet")"));
     EXPECT_THAT(lines, HasSubstr(R"("image":")" + dark));
     EXPECT_THAT(lines, Not(HasSubstr("touch")));

@@ -1,5 +1,6 @@
 #include "Tests/Apps/Player/ProgramRun.h"
 #include "Tests/Support/HttpServer.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -16,51 +17,51 @@ const std::string kPanorama = std::string(ZANTO_SOURCE_DIR) + "/Resources/panora
 
 /// Renders an input that cannot be shown, and gives back the one line that says so.
 std::string refusalOf(const std::string& input) {
-    const ScratchFolder folder;
+    const tests::TemporaryFolder folder;
     const ProgramRun run =
-        runPlayer("render '" + input + "' --size 64x64 --output " + folder.path("out.png"));
+        runPlayer("render '" + input + "' --size 64x64 --output " + folder.pathOf("out.png"));
     EXPECT_EQ(run.exitCode, 2) << input;
-    EXPECT_FALSE(std::filesystem::exists(folder.path("out.png"))) << input;
+    EXPECT_FALSE(std::filesystem::exists(folder.pathOf("out.png"))) << input;
     return run.standardError;
 }
 
 } // namespace
 
 TEST(Program, WritesAPictureOfAFile) {
-    const ScratchFolder folder;
-    const ProgramRun run =
-        runPlayer("render " + kPanorama + " --size 64x64 --output " + folder.path("deep/out.png"));
+    const tests::TemporaryFolder folder;
+    const ProgramRun run = runPlayer("render " + kPanorama + " --size 64x64 --output " +
+                                     folder.pathOf("deep/out.png"));
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.standardError, "");
     EXPECT_EQ(folder.read("deep/out.png").substr(1, 3), "PNG");
 }
 
 TEST(Program, NamesAPictureInAFolderAfterItsInput) {
-    const ScratchFolder folder;
-    EXPECT_EQ(runPlayer("render --size 64x64 --output " + folder.path("built-in")).exitCode, 0);
-    EXPECT_TRUE(std::filesystem::exists(folder.path("built-in/panorama.png")));
-    const std::string copy = folder.write("mine.jpg", "");
+    const tests::TemporaryFolder folder;
+    EXPECT_EQ(runPlayer("render --size 64x64 --output " + folder.pathOf("built-in")).exitCode, 0);
+    EXPECT_TRUE(std::filesystem::exists(folder.pathOf("built-in/panorama.png")));
+    const std::string copy = folder.addText("mine.jpg", "");
     std::filesystem::copy_file(kPanorama, copy, std::filesystem::copy_options::overwrite_existing);
-    EXPECT_EQ(runPlayer("render file://" + copy + " --size 64x64 --output " + folder.path("file"))
+    EXPECT_EQ(runPlayer("render file://" + copy + " --size 64x64 --output " + folder.pathOf("file"))
                   .exitCode,
               0);
-    EXPECT_TRUE(std::filesystem::exists(folder.path("file/mine.png")));
+    EXPECT_TRUE(std::filesystem::exists(folder.pathOf("file/mine.png")));
 }
 
 TEST(Program, NamesContentThatCannotBeOpened) {
-    const ScratchFolder folder;
+    const tests::TemporaryFolder folder;
     const std::string cut("\xff\xd8\xff\xe0", 4);
-    std::filesystem::create_symlink("/proc/self/mem", folder.path("unreadable.jpg"));
+    std::filesystem::create_symlink("/proc/self/mem", folder.pathOf("unreadable.jpg"));
     const std::vector<std::pair<std::string, std::string>> cases{
-        {folder.path("missing.jpg"), "it is missing"},
-        {folder.write("empty.jpg", ""), "it is empty"},
-        {folder.write("text.png", "just some text"), "not a JPEG, PNG or WebP picture"},
-        {folder.write("cut.jpg", cut), "JPEG"},
-        {folder.path(""), "it is a folder"},
-        {folder.path("unreadable.jpg"), "cannot be read"},
-        {folder.path("missing.mp4"), "there is no such file"},
-        {folder.write("text.mp4", "just some text"), "not a video of a known kind"},
-        {folder.write("text", "just some text"), "not a video of a known kind"}};
+        {folder.pathOf("missing.jpg"), "it is missing"},
+        {folder.addText("empty.jpg", ""), "it is empty"},
+        {folder.addText("text.png", "just some text"), "not a JPEG, PNG or WebP picture"},
+        {folder.addText("cut.jpg", cut), "JPEG"},
+        {folder.pathOf(""), "it is a folder"},
+        {folder.pathOf("unreadable.jpg"), "cannot be read"},
+        {folder.pathOf("missing.mp4"), "there is no such file"},
+        {folder.addText("text.mp4", "just some text"), "not a video of a known kind"},
+        {folder.addText("text", "just some text"), "not a video of a known kind"}};
     for (const auto& [input, cause] : cases) {
         const std::string message = refusalOf(input);
         EXPECT_NE(message.find(input), std::string::npos) << message;
@@ -80,22 +81,22 @@ TEST(Program, NamesAnAddressThatCannotBeOpened) {
 }
 
 TEST(Program, RefusesABadScriptBeforeItOpensAnything) {
-    const ScratchFolder folder;
-    const std::string script = folder.write("bad.jsonl", "{\"at\":0,\"fly\":1}\n");
+    const tests::TemporaryFolder folder;
+    const std::string script = folder.addText("bad.jsonl", "{\"at\":0,\"fly\":1}\n");
     const ProgramRun run = runPlayer("render /no/such/file --size 64x64 --output " +
-                                     folder.path("out") + " --actions " + script);
+                                     folder.pathOf("out") + " --actions " + script);
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.standardError, "zanto-player: " + script + ":1: unknown action \"fly\"\n");
-    EXPECT_FALSE(std::filesystem::exists(folder.path("out")));
+    EXPECT_FALSE(std::filesystem::exists(folder.pathOf("out")));
 }
 
 TEST(Program, SaysWhereItCannotWrite) {
-    const ScratchFolder folder;
-    const std::string file = folder.write("file", "");
+    const tests::TemporaryFolder folder;
+    const std::string file = folder.addText("file", "");
     const ProgramRun picture = runPlayer("render --size 64x64 --output " + file + "/out.png");
     EXPECT_EQ(picture.exitCode, 1);
     EXPECT_EQ(picture.standardError, "zanto-player: " + file + "/out.png: cannot be written\n");
-    const ProgramRun trace = runPlayer("render --size 64x64 --output " + folder.path("o.png") +
+    const ProgramRun trace = runPlayer("render --size 64x64 --output " + folder.pathOf("o.png") +
                                        " --trace " + file + "/trace");
     EXPECT_EQ(trace.exitCode, 1);
     EXPECT_EQ(trace.standardError, "zanto-player: " + file + "/trace: cannot be written\n");

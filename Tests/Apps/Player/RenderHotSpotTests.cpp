@@ -27,7 +27,7 @@ constexpr std::array<int, 4> kRed{255, 0, 0, 255};
 class RenderHotSpots : public ScriptedRender {
 protected:
     RenderHotSpots() {
-        const std::string path = folder_.path("red.png");
+        const std::string path = folder_.pathOf("red.png");
         EXPECT_FALSE(PictureOutput(path).write("", *flatPicture(16, 16, 255, 0, 0)).has_value());
     }
 
@@ -219,7 +219,7 @@ TEST_F(RenderHotSpots, AreInBothHalvesSideBySide) {
 }
 
 TEST_F(RenderHotSpots, AreLeftOutWhenTheirPictureFails) {
-    const std::string broken = folder_.write("broken.png", "no picture");
+    const std::string broken = folder_.addText("broken.png", "no picture");
     json list = spots({{0, 0}, {0.4, 0}, {0, 0.3}});
     list[0]["image"] = "missing.png";
     list[1]["image"] = "broken.png";
@@ -230,7 +230,7 @@ TEST_F(RenderHotSpots, AreLeftOutWhenTheirPictureFails) {
     EXPECT_LT(middleOf(view("a.png"), 0).x, 60) << "the third";
     EXPECT_NE(colourInTheMiddle("a.png"), kRed);
     const std::string failed = "Error - cant setup texture for hotSpot, nill image";
-    EXPECT_THAT(logLines(), ElementsAre(HasSubstr(folder_.path("missing.png")), HasSubstr(broken),
+    EXPECT_THAT(logLines(), ElementsAre(HasSubstr(folder_.pathOf("missing.png")), HasSubstr(broken),
                                         failed, failed));
 }
 
@@ -276,10 +276,10 @@ TEST_F(RenderHotSpots, SayOnceThatOnly206CanBeToldApart) {
 TEST_F(RenderHotSpots, ComeFromAFileAndYieldToTheScript) {
     RenderCommand command;
     command.size = {160, 90};
-    std::filesystem::create_directory(folder_.path("set"));
-    std::filesystem::copy_file(folder_.path("red.png"), folder_.path("set/icon.png"));
+    std::filesystem::create_directory(folder_.pathOf("set"));
+    std::filesystem::copy_file(folder_.pathOf("red.png"), folder_.pathOf("set/icon.png"));
     const json file{{"hot_spots", spots({{1, 0}, {0, 0}}, "icon.png")}};
-    command.hotSpotsFile = folder_.write("set/spots.json", file.dump(2));
+    command.hotSpotsFile = folder_.addText("set/spots.json", file.dump(2));
     const std::string tap = line(0.9, {{"tap", {80, 45}}}) + line(1.1, {{"snapshot", "a.png"}});
     ASSERT_EQ(renderScript(tap, command), ExitCode::Done);
     EXPECT_EQ(colourInTheMiddle("a.png"), kRed);
@@ -313,12 +313,12 @@ TEST_F(RenderHotSpots, AreSixOverTheBuiltInPanoramaInTheExample) {
 TEST_F(RenderHotSpots, AreRefusedBeforeAnythingIsDrawn) {
     RenderCommand command;
     command.size = {160, 90};
-    command.hotSpotsFile = folder_.write("spots.json", "{\n\"hot_spots\":[}");
+    command.hotSpotsFile = folder_.addText("spots.json", "{\n\"hot_spots\":[}");
     ::testing::internal::CaptureStderr();
     EXPECT_EQ(renderScript("", command), ExitCode::WrongUse);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(),
               "zanto-player: " + command.hotSpotsFile + ":2: this is not JSON\n");
-    EXPECT_FALSE(std::filesystem::exists(folder_.path("out")));
+    EXPECT_FALSE(std::filesystem::exists(folder_.pathOf("out")));
 }
 
 TEST_F(RenderHotSpots, GiveTheSameBytesEveryTime) {

@@ -128,8 +128,8 @@ TEST_F(Render, WritesOnePictureAtTheEndOfAScriptThatNamesNone) {
 
 TEST_F(Render, NeedsAFolderForAScriptThatNamesItsPictures) {
     RenderCommand command;
-    command.output = folder_.path("one.png");
+    command.output = folder_.pathOf("one.png");
     command.size = {16, 9};
-    command.actionsFile = folder_.write("script.jsonl", R"({"at":0,"snapshot":"a.png"})");
+    command.actionsFile = folder_.addText("script.jsonl", R"({"at":0,"snapshot":"a.png"})");
     EXPECT_EQ(render(command), ExitCode::WrongUse);
 }

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -126,15 +125,11 @@ TEST_F(RenderVideo, GivesTheSameBytesEveryTime) {
 {"at":0.4,"seek":0.1}
 {"at":0.6,"snapshot":"a.png"}
 )";
-    const auto bytesOf = [this](const char* name) {
-        std::ifstream file(folder_.path(name), std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(file), {});
-    };
     ASSERT_EQ(renderScript(script, commandFor(clip())), ExitCode::Done);
-    const std::string picture = bytesOf("out/a.png");
+    const std::string picture = folder_.read("out/a.png");
     const auto firstTrace = trace();
     ASSERT_EQ(renderScript(script, commandFor(clip())), ExitCode::Done);
-    EXPECT_EQ(bytesOf("out/a.png"), picture);
+    EXPECT_EQ(folder_.read("out/a.png"), picture);
     EXPECT_EQ(trace(), firstTrace);
     EXPECT_FALSE(picture.empty());
 }
@@ -186,24 +181,21 @@ TEST_F(RenderVideo, PlaysAnAddress) {
 }
 
 TEST_F(RenderVideo, NamesWhatCannotBeOpenedInOneLine) {
-    const auto write = [this](const std::string& name, const std::string& text) {
-        std::ofstream(folder_.path(name)) << text;
-        return folder_.path(name);
-    };
     tests::HttpServer server;
     const tests::RefusingPort closed;
     const std::string page = "<html>not a video</html>";
     server.serve("/page.mp4", {.body = {page.begin(), page.end()}});
     for (const std::string& input :
-         {folder_.path("missing.mp4"), write("text.mp4", "hello, this is text, not a video\n"),
-          write("empty.mp4", ""), server.url("/absent.mp4"), server.url("/page.mp4"),
+         {folder_.pathOf("missing.mp4"),
+          folder_.addText("text.mp4", "hello, this is text, not a video\n"),
+          folder_.addText("empty.mp4", ""), server.url("/absent.mp4"), server.url("/page.mp4"),
           closed.url("/clip.mp4")})
         EXPECT_TRUE(isOneLineNaming(refusalOf(input), input)) << refusalOf(input);
     EXPECT_NE(refusalOf(server.url("/absent.mp4")).find("404"), std::string::npos);
 }
 
 TEST_F(RenderVideo, TakesAFileForWhatItsEndingOrItsFirstBytesSay) {
-    const std::string nameless = folder_.path("clip");
+    const std::string nameless = folder_.pathOf("clip");
     std::filesystem::copy_file(clip(), nameless);
     ASSERT_EQ(renderScript(R"({"at":0.5,"snapshot":"a.png"})", commandFor(nameless)),
               ExitCode::Done);

@@ -14,9 +14,9 @@ ExitCode ScriptedRender::renderScript(const std::string& script, double scale) {
 }
 
 ExitCode ScriptedRender::renderScript(const std::string& script, RenderCommand command) {
-    command.output = folder_.path("out");
-    command.actionsFile = folder_.write("script.jsonl", script);
-    command.traceFile = folder_.path("trace.jsonl");
+    command.output = folder_.pathOf("out");
+    command.actionsFile = folder_.addText("script.jsonl", script);
+    command.traceFile = folder_.pathOf("trace.jsonl");
     return render(command);
 }
 
@@ -37,5 +37,5 @@ json ScriptedRender::view(const std::string& picture) const {
 }
 
 platform::ImagePtr ScriptedRender::picture(const std::string& name) const {
-    return platform::Image::imageWithContentsOfFile(folder_.path("out/" + name));
+    return platform::Image::imageWithContentsOfFile(folder_.pathOf("out/" + name));
 }

@@ -2,7 +2,7 @@
 
 #include "Apps/Player/Render.h"
 #include "Platform/Imaging/Image.h"
-#include "Tests/Apps/Player/ProgramRun.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -23,5 +23,5 @@ protected:
     [[nodiscard]] nlohmann::json view(const std::string& picture) const;
     [[nodiscard]] platform::ImagePtr picture(const std::string& name) const;
 
-    ScratchFolder folder_;
+    tests::TemporaryFolder folder_;
 };

@@ -7,10 +7,10 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotDrawer.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
 #include "Platform/Motion/AttitudeSource.h"
-#include "Tests/Apps/Player/ProgramRun.h"
 #include "Tests/Hosts/SDL/SDLScene.h"
 #include "Tests/Support/DirectionPanorama.h"
 #include "Tests/Support/PictureCompare.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ namespace {
 class WindowKeys : public ::testing::Test {
 protected:
     WindowKeys() {
-        std::filesystem::current_path(folder_.path(""));
+        std::filesystem::current_path(folder_.path());
         scene_.show(directionPanorama(256));
     }
     ~WindowKeys() override { std::filesystem::current_path("/"); }
@@ -39,7 +39,7 @@ protected:
     }
     [[nodiscard]] DisplayMode mode() { return scene_.controller().currentMode(); }
 
-    ScratchFolder folder_;
+    tests::TemporaryFolder folder_;
     SDLScene scene_;
 };
 
@@ -207,19 +207,19 @@ TEST_F(WindowKeys, SayWhatBecameOfAScreenshot) {
 
 TEST_F(WindowKeys, WriteScreenshotsUnderTheNextFreeName) {
     const WindowPlayer player(scene_.host(), scene_.controller());
-    const std::string taken = folder_.write("zanto-player-2.png", "mine");
+    const std::string taken = folder_.addText("zanto-player-2.png", "mine");
     EXPECT_EQ(press(SDLK_s), "zanto-player-1.png\n");
     EXPECT_EQ(press(SDLK_s), "zanto-player-3.png\n");
     EXPECT_EQ(folder_.read("zanto-player-2.png"), "mine");
     const auto picture =
-        platform::Image::imageWithContentsOfFile(folder_.path("zanto-player-1.png"));
+        platform::Image::imageWithContentsOfFile(folder_.pathOf("zanto-player-1.png"));
     ASSERT_NE(picture, nullptr);
     EXPECT_TRUE(picturesMatch("window-screenshot", *picture, *scene_.windowPicture()));
 }
 
 TEST_F(WindowKeys, GoOnAfterAScreenshotThatCannotBeWritten) {
     const WindowPlayer player(scene_.host(), scene_.controller());
-    std::filesystem::remove(folder_.path(""));
+    std::filesystem::remove(folder_.path());
     ::testing::internal::CaptureStderr();
     EXPECT_EQ(press(SDLK_s), "");
     EXPECT_EQ(::testing::internal::GetCapturedStderr(),

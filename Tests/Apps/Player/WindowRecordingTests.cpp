@@ -1,8 +1,8 @@
 #include "Apps/Player/ActionScript.h"
 #include "Apps/Player/WindowRecording.h"
-#include "Tests/Apps/Player/ProgramRun.h"
 #include "Tests/Hosts/SDL/SDLScene.h"
 #include "Tests/Support/DirectionPanorama.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ protected:
     WindowRecordingTest() { scene_.show(directionPanorama(256)); }
 
     [[nodiscard]] std::unique_ptr<WindowRecording> record() {
-        auto recording = WindowRecording::create(folder_.path("script.jsonl"));
+        auto recording = WindowRecording::create(folder_.pathOf("script.jsonl"));
         if (recording)
             recording.value()->begin(scene_.host());
         return recording ? std::move(recording).value() : nullptr;
@@ -42,12 +42,12 @@ protected:
         SDL_PushEvent(&event);
     }
     [[nodiscard]] std::vector<Action> script() const {
-        auto actions = readActionScript(folder_.path("script.jsonl"));
+        auto actions = readActionScript(folder_.pathOf("script.jsonl"));
         EXPECT_TRUE(actions) << actions.error().detail;
         return actions ? std::move(actions).value() : std::vector<Action>();
     }
 
-    ScratchFolder folder_;
+    tests::TemporaryFolder folder_;
     SDLScene scene_;
 };
 
@@ -95,7 +95,7 @@ TEST_F(WindowRecordingTest, HasNothingThatComesAfterItsEnd) {
 }
 
 TEST_F(WindowRecordingTest, HandsTouchesOnWhileItLasts) {
-    auto recording = WindowRecording::create(folder_.path("script.jsonl"));
+    auto recording = WindowRecording::create(folder_.pathOf("script.jsonl"));
     ASSERT_TRUE(recording);
     std::vector<platform::TouchPhase> heard;
     recording.value()->begin(scene_.host(), [&heard](const platform::TouchEvent& event) {
@@ -115,7 +115,7 @@ TEST_F(WindowRecordingTest, HandsTouchesOnWhileItLasts) {
 TEST_F(WindowRecordingTest, SaysWhatPlaysItBack) {
     const auto recording = record();
     ASSERT_NE(recording, nullptr);
-    const std::string file = folder_.path("script.jsonl");
+    const std::string file = folder_.pathOf("script.jsonl");
     EXPECT_EQ(recording->playbackOptions({}), "--actions " + file + " --size 160x90 --scale 1");
     EXPECT_EQ(recording->playbackOptions({.finger = 2.5, .mouse = 2.5}),
               "--actions " + file + " --size 160x90 --scale 1 --touch-slop 2.5");

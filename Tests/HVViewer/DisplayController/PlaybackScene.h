@@ -6,11 +6,21 @@
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/HookRecorder.h"
 #include "Tests/Support/ShownFrame.h"
+#include "Tests/Support/TestClips.h"
 
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
+
+[[nodiscard]] inline platform::URL urlOf(const std::string& path) {
+    return platform::URL::fileURLWithPath(path);
+}
+
+/// 30 frames, one second, its description at the front.
+[[nodiscard]] inline std::string streamableClip() {
+    return tests::testClip({.more = {"-movflags", "+faststart"}});
+}
 
 /// A player in a headless host in virtual time, flat on a plane.
 class PlaybackScene {
@@ -24,7 +34,7 @@ public:
     PlaybackScene& operator=(const PlaybackScene&) = delete;
 
     void play(const std::string& path) {
-        player->prepareVideoWithUrl(platform::URL::fileURLWithPath(path));
+        player->prepareVideoWithUrl(urlOf(path));
         appear();
     }
     void appear() {

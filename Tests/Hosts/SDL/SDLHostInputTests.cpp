@@ -25,24 +25,6 @@ struct InputScene : SDLScene {
         host().setTouchListener([this](const TouchEvent& event) { touches.push_back(event); });
         show(directionPanorama(512));
     }
-    void pushButton(Uint32 type, int x, int y, Uint8 button = SDL_BUTTON_LEFT) const {
-        SDL_Event event{};
-        event.type = type;
-        event.button.windowID = windowId();
-        event.button.button = button;
-        event.button.state = type == SDL_MOUSEBUTTONDOWN ? SDL_PRESSED : SDL_RELEASED;
-        event.button.x = x;
-        event.button.y = y;
-        SDL_PushEvent(&event);
-    }
-    void pushMotion(int x, int y) const {
-        SDL_Event event{};
-        event.type = SDL_MOUSEMOTION;
-        event.motion.windowID = windowId();
-        event.motion.x = x;
-        event.motion.y = y;
-        SDL_PushEvent(&event);
-    }
     void pushFinger(SDL_EventType type, SDL_FingerID id, float x, float y) const {
         SDL_Event event{};
         event.type = type;
@@ -52,12 +34,6 @@ struct InputScene : SDLScene {
         event.tfinger.x = x;
         event.tfinger.y = y;
         SDL_PushEvent(&event);
-    }
-    /// Has the host act on everything that was pushed. The first turn may end at a mark that an
-    /// earlier wait of SDL's has left in the queue.
-    void act() {
-        host().turn(0ms);
-        host().turn(0ms);
     }
     void pushWheel(float ticks) const {
         SDL_Event event{};

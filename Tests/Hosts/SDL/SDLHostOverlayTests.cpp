@@ -43,24 +43,6 @@ struct OverlayScene : SDLScene {
         const auto colour = colourAt(*windowPicture(), 5, 5);
         return {colour[0], colour[1], colour[2]};
     }
-    void pushButton(Uint32 type, int x, int y) const {
-        SDL_Event event{};
-        event.type = type;
-        event.button.windowID = windowId();
-        event.button.button = SDL_BUTTON_LEFT;
-        event.button.state = type == SDL_MOUSEBUTTONDOWN ? SDL_PRESSED : SDL_RELEASED;
-        event.button.x = x;
-        event.button.y = y;
-        SDL_PushEvent(&event);
-    }
-    void pushMotion(int x, int y) const {
-        SDL_Event event{};
-        event.type = SDL_MOUSEMOTION;
-        event.motion.windowID = windowId();
-        event.motion.x = x;
-        event.motion.y = y;
-        SDL_PushEvent(&event);
-    }
     void click() const {
         pushButton(SDL_MOUSEBUTTONDOWN, 40, 40);
         pushButton(SDL_MOUSEBUTTONUP, 40, 40);
@@ -71,10 +53,6 @@ struct OverlayScene : SDLScene {
         event.drop.file = text ? SDL_strdup(text) : nullptr;
         event.drop.windowID = window;
         SDL_PushEvent(&event);
-    }
-    void act() {
-        host().turn(0ms);
-        host().turn(0ms);
     }
 
     std::vector<TouchEvent> heard;

@@ -63,6 +63,11 @@ void SDLScene::settle() {
     }
 }
 
+void SDLScene::act() {
+    host_->turn(0ms);
+    host_->turn(0ms);
+}
+
 int SDLScene::turnsWithin(Instant duration) {
     const Instant end = embedded().now() + duration;
     int turns = 0;
@@ -88,6 +93,26 @@ void SDLScene::push(SDL_WindowEventID kind) const {
     event.type = SDL_WINDOWEVENT;
     event.window.windowID = windowId();
     event.window.event = static_cast<Uint8>(kind);
+    SDL_PushEvent(&event);
+}
+
+void SDLScene::pushButton(Uint32 type, int x, int y, Uint8 button) const {
+    SDL_Event event{};
+    event.type = type;
+    event.button.windowID = windowId();
+    event.button.button = button;
+    event.button.state = type == SDL_MOUSEBUTTONDOWN ? SDL_PRESSED : SDL_RELEASED;
+    event.button.x = x;
+    event.button.y = y;
+    SDL_PushEvent(&event);
+}
+
+void SDLScene::pushMotion(int x, int y) const {
+    SDL_Event event{};
+    event.type = SDL_MOUSEMOTION;
+    event.motion.windowID = windowId();
+    event.motion.x = x;
+    event.motion.y = y;
     SDL_PushEvent(&event);
 }
 

@@ -29,6 +29,9 @@ public:
 
     /// Takes turns until nothing is left to run, to wait for or to draw.
     void settle();
+    /// Has the host act on everything that was pushed. The first turn may end at a mark that an
+    /// earlier wait of SDL's has left in the queue.
+    void act();
     /// Takes turns for that long; how many.
     int turnsWithin(platform::Instant duration);
     /// What has been drawn into the window.
@@ -36,6 +39,8 @@ public:
 
     /// Has an event of this window arrive.
     void push(SDL_WindowEventID kind) const;
+    void pushButton(Uint32 type, int x, int y, Uint8 button = SDL_BUTTON_LEFT) const;
+    void pushMotion(int x, int y) const;
     void pressKey(SDL_Keycode key, Uint16 modifiers = KMOD_NONE) const;
 
 private:

@@ -15,14 +15,8 @@
 
 namespace {
 
-constexpr platform::SizePx kFrameSize{64, 32};
-
 platform::PixelBufferPtr frame(YCbCr colour = kGrey) {
     return flatFrame(kFrameSize, colour);
-}
-
-std::array<int, 4> middleOf(HeadlessPlayer& player) {
-    return colourAt(*player.snapshot(), kClearX, kClearY);
 }
 
 using Spots = ZNTHotSpotDrawer::HotSpots;

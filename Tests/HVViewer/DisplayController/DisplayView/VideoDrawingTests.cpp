@@ -1,37 +1,20 @@
-#include "HVViewer/DisplayController/DisplayView/MeshPasses.h"
-#include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
-#include "HVViewer/Model/ZNTInterractor.h"
-#include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Graphics/GLDevice.h"
-#include "Platform/Graphics/OffscreenTarget.h"
 #include "Tests/HVViewer/DisplayController/DisplayView/VideoScene.h"
-#include "Tests/Support/GLObjects.h"
 #include "Tests/Support/LogRecorder.h"
 #include "Tests/Support/PictureCompare.h"
 
 #include <GLES2/gl2.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
-#include <future>
-#include <random>
+#include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
-
-constexpr platform::SizePx kFrameSize{64, 32};
-constexpr std::array kModes{DisplayMode::Plane, DisplayMode::Sphere, DisplayMode::LittlePlanet,
-                            DisplayMode::SideBySide};
-
-std::array<int, 4> middleOf(HeadlessPlayer& player) {
-    return colourAt(*player.snapshot(), kClearX, kClearY);
-}
 
 /// Another colour in each quarter: the left is orange, the right blue, the lower half darker.
 YCbCr quarters(int x, int y) {
@@ -40,58 +23,6 @@ YCbCr quarters(int x, int y) {
         colour[0] = static_cast<std::uint8_t>(colour[0] - 40);
     return colour;
 }
-
-/// Luma and chroma from anywhere in their range.
-platform::PixelBufferPtr noise() {
-    std::mt19937 random(5);
-    return videoFrame(kFrameSize, [&random](int, int) {
-        return YCbCr{static_cast<std::uint8_t>(16 + random() % 220),
-                     static_cast<std::uint8_t>(16 + random() % 225),
-                     static_cast<std::uint8_t>(16 + random() % 225)};
-    });
-}
-
-bool isFlat(const platform::Image& picture) {
-    for (int y = 0; y < picture.heightPx(); ++y) {
-        for (int x = 0; x < picture.widthPx(); ++x) {
-            if (colourAt(picture, x, y) != colourAt(picture, 0, 0))
-                return false;
-        }
-    }
-    return true;
-}
-
-platform::ImagePtr watermarkOverBlack() {
-    const auto picture = decodeBuiltInWatermark();
-    platform::PixelStorage pixels(picture->widthPx(), picture->heightPx());
-    for (std::size_t i = 0; i < pixels.size(); ++i) {
-        const int alpha = picture->pixels()[i | 3U];
-        pixels.bytes[i] =
-            static_cast<std::uint8_t>(i % 4 == 3 ? 255 : picture->pixels()[i] * alpha / 255);
-    }
-    return std::make_shared<platform::Image>(std::move(pixels));
-}
-
-/// Keeps what is made away from the main thread from being made yet: the watermark.
-class BackgroundHold {
-public:
-    BackgroundHold() {
-        platform::DispatchQueue::background().async(
-            [held = promise_.get_future().share()] { held.wait(); });
-    }
-    ~BackgroundHold() { release(); }
-    BackgroundHold(const BackgroundHold&) = delete;
-    BackgroundHold& operator=(const BackgroundHold&) = delete;
-
-    void release() {
-        if (!std::exchange(isReleased_, true))
-            promise_.set_value();
-    }
-
-private:
-    std::promise<void> promise_;
-    bool isReleased_ = false;
-};
 
 } // namespace
 
@@ -251,199 +182,6 @@ TEST(VideoDrawing, LeavesNoErrorAndUnitZeroActive) {
     }
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
-
-// The watermark
-
-TEST(VideoWatermark, LooksOverBlackLikeAPictureOfIt) {
-    for (const DisplayMode mode : {DisplayMode::Sphere, DisplayMode::LittlePlanet}) {
-        platform::ImagePtr expected;
-        {
-            HeadlessPlayer player({320, 180});
-            const BackgroundHold hold; // its own watermark is not to come over it
-            player.controller().setDisplayMode(mode);
-            player.controller().prepareImage(watermarkOverBlack());
-            player.embedded().appear();
-            player.embedded().runDueWork();
-            expected = player.embedded().snapshot(1).value();
-        }
-        VideoScene scene;
-        scene.controller().setDisplayMode(mode);
-        scene.give(flatFrame(kFrameSize, kBlack));
-        EXPECT_TRUE(picturesMatch("watermark-over-black", *scene.snapshot(), *expected, {2, 0}));
-    }
-}
-
-TEST(VideoWatermark, IsAddedToTheContent) {
-    VideoScene scene({180, 320});
-    scene.give(flatFrame(kFrameSize, kBlack));
-    const auto alone = scene.snapshot();
-    scene.give(flatFrame(kFrameSize, kOrange));
-    const auto added = scene.snapshot();
-    const auto content = shownColour(kOrange);
-    int marked = 0;
-    for (int y = 0; y < 320; ++y) {
-        for (int x = 0; x < 180; ++x) {
-            auto expected = colourAt(*alone, x, y);
-            marked += expected[0] > 80 ? 1 : 0;
-            for (std::size_t i = 0; i < 3; ++i)
-                expected[i] = std::min(expected[i] + content[i], 255);
-            ASSERT_LE(distance(colourAt(*added, x, y), expected), 1) << x << ", " << y;
-        }
-    }
-    EXPECT_GT(marked, 100);
-}
-
-TEST(VideoWatermark, IsAddedTwiceOnThePlane) {
-    VideoScene scene({1280, 720});
-    scene.controller().setDisplayMode(DisplayMode::Plane);
-    scene.give(flatFrame(kFrameSize, kBlack));
-    const auto picture = scene.snapshot();
-    int brightest = 0;
-    for (int y = 0; y < 720; ++y) {
-        for (int x = 0; x < 1280; ++x)
-            brightest = std::max(brightest, colourAt(*picture, x, y)[0]);
-    }
-    // White at alpha 0.4, once for each time that the plane is covered.
-    EXPECT_GT(brightest, 150);
-    EXPECT_LE(brightest, 206);
-}
-
-TEST(VideoWatermark, IsDrawnOnceItHasArrivedAlsoOverAVideoThatIsPaused) {
-    VideoScene scene({180, 320});
-    BackgroundHold hold;
-    scene.give(flatFrame(kFrameSize, kOrange));
-    const auto target = platform::OffscreenTarget::create({180, 320});
-    scene.embedded().draw(target.value()->framebuffer(), {0, 0, 180, 320});
-    const platform::Image without(target.value()->readPixels());
-    EXPECT_TRUE(isFlat(without));
-    EXPECT_LE(distance(colourAt(without, 0, 0), shownColour(kOrange)), 1);
-    ASSERT_FALSE(scene.view().needsDisplay());
-    hold.release();
-    scene.host().settle();
-    EXPECT_TRUE(scene.view().needsDisplay());
-    EXPECT_FALSE(isFlat(*scene.snapshot()));
-}
-
-TEST(VideoWatermark, ChangesNoPixelByItsTransparentParts) {
-    VideoScene scene;
-    BackgroundHold hold;
-    const auto frame = noise();
-    scene.give(frame);
-    const auto without = scene.embedded().snapshot(1).value();
-    hold.release();
-    const auto with = scene.snapshot();
-    scene.give(flatFrame(kFrameSize, kBlack));
-    const auto alone = scene.snapshot();
-    int transparent = 0;
-    for (int y = 0; y < 180; ++y) {
-        for (int x = 0; x < 320; ++x) {
-            if (colourAt(*alone, x, y) != std::array{0, 0, 0, 255})
-                continue;
-            ++transparent;
-            ASSERT_EQ(colourAt(*with, x, y), colourAt(*without, x, y)) << x << ", " << y;
-        }
-    }
-    EXPECT_GT(transparent, 320 * 180 / 2);
-}
-
-TEST(VideoWatermark, IsTheSameToTheLastBitWhenOnlyWhatShowsIsDrawn) {
-    VideoScene scene;
-    scene.give(noise());
-    scene.host().settle();
-    std::mt19937 random(7);
-    std::uniform_real_distribution<float> angle(-3.14F, 3.14F);
-    for (int i = 0; i < 12; ++i) {
-        scene.view().interractor()->setViewMatrix(GLKMatrix4MakeRotation(angle(random), 1, 0, 0));
-        scene.view().interractor()->setRotationMatrix(
-            GLKMatrix4MakeRotation(angle(random), 0, 0, 1));
-        const auto visible = scene.snapshot();
-        setMeshExtent(MeshExtent::Whole);
-        EXPECT_TRUE(picturesAreEqual("what-shows", *visible, *scene.snapshot()));
-        setMeshExtent(MeshExtent::WhatShows);
-    }
-}
-
-// Uploads and objects
-
-TEST(VideoUploads, AreTwoPlanesAFrameAndTheWatermarksOnce) {
-    VideoScene scene;
-    EXPECT_EQ(scene.uploadsDuring([&] {
-        for (int i = 0; i < 10; ++i) {
-            scene.give(flatFrame(kFrameSize, kOrange));
-            (void)scene.snapshot();
-        }
-    }),
-              22U);
-}
-
-TEST(VideoUploads, ServeBothViewsOfSideBySide) {
-    VideoScene scene;
-    scene.controller().setDisplayMode(DisplayMode::SideBySide);
-    scene.give(flatFrame(kFrameSize, kBlue));
-    (void)scene.snapshot();
-    EXPECT_EQ(scene.uploadsDuring([&] {
-        for (int i = 0; i < 10; ++i) {
-            scene.give(flatFrame(kFrameSize, kOrange));
-            (void)scene.snapshot();
-        }
-    }),
-              20U);
-    scene.host().advanceTo(platform::fromSeconds(1));
-    const auto picture = scene.snapshot();
-    EXPECT_LE(distance(colourAt(*picture, 80, kClearY), shownColour(kOrange)), 1);
-    EXPECT_LE(distance(colourAt(*picture, 240, kClearY), shownColour(kOrange)), 1);
-}
-
-TEST(VideoUploads, AreNoneForAFrameThatIsShownAgain) {
-    VideoScene scene;
-    const auto frame = flatFrame(kFrameSize, kOrange);
-    scene.give(frame);
-    (void)scene.snapshot();
-    EXPECT_EQ(scene.uploadsDuring([&] {
-        scene.give(frame);
-        scene.controller().setDisplayMode(DisplayMode::SideBySide);
-        scene.give(frame);
-    }),
-              0U);
-}
-
-TEST(VideoUploads, MakeNoObjectsBeyondTwoSetsOfTextures) {
-    VideoScene scene;
-    platform::PixelBufferPtr kept; // as a player keeps the last frame
-    const auto play = [&](int frames) {
-        for (int i = 0; i < frames; ++i) {
-            auto frame = flatFrame(kFrameSize, kOrange);
-            scene.give(frame);
-            (void)scene.snapshot();
-            kept = std::move(frame);
-        }
-    };
-    play(3);
-    const auto before = liveGLObjects();
-    play(50);
-    EXPECT_EQ(liveGLObjects(), before);
-}
-
-TEST(VideoUploads, LeaveNoObjectBehindWithTheView) {
-    VideoScene scene;
-    (void)scene.snapshot();
-    const auto before = liveGLObjects();
-    for (int cycle = 0; cycle < 3; ++cycle) {
-        auto view = platform::make<ZNTDisplayView>(platform::Rect{{}, {320, 180}});
-        for (const DisplayMode mode : kModes) {
-            view->startRenderVO(mode);
-            view->displayCVPixelBuffer(flatFrame(kFrameSize, kOrange));
-            (void)view->snapshot();
-        }
-        scene.host().settle();
-        EXPECT_GT(liveGLObjects(), before);
-        view.reset();
-        scene.host().settle();
-        EXPECT_EQ(liveGLObjects(), before) << "cycle " << cycle;
-    }
-}
-
-// Picking
 
 TEST(VideoPicking, DrawsBlackWhileMarkersArePicked) {
     VideoScene scene;

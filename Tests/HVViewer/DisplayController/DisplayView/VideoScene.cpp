@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <random>
 
 VideoScene::VideoScene(platform::Size size) : HeadlessPlayer(size) {
     embedded().appear();
@@ -25,4 +26,17 @@ int distance(const std::array<int, 4>& a, const std::array<int, 4>& b) {
     for (std::size_t i = 0; i < a.size(); ++i)
         farthest = std::max(farthest, std::abs(a[i] - b[i]));
     return farthest;
+}
+
+std::array<int, 4> middleOf(HeadlessPlayer& player) {
+    return colourAt(*player.snapshot(), kClearX, kClearY);
+}
+
+platform::PixelBufferPtr noise() {
+    std::mt19937 random(5);
+    return videoFrame(kFrameSize, [&random](int, int) {
+        return YCbCr{static_cast<std::uint8_t>(16 + random() % 220),
+                     static_cast<std::uint8_t>(16 + random() % 225),
+                     static_cast<std::uint8_t>(16 + random() % 225)};
+    });
 }
