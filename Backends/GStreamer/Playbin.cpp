@@ -83,7 +83,7 @@ Playbin::Playbin(URL url, MediaPacing pacing, PipelineEventSink events)
 void Playbin::close() {
     isClosed_ = true;
     OpenPlaybins::shared().remove(this);
-    worker_.finish([self = shared_from_this()] { self->shutDown(); });
+    worker_.finish([self = shared_from_this()] { self->stop(); });
 }
 
 void Playbin::post(PipelineEvent event) {
@@ -197,33 +197,24 @@ void Playbin::setVolume(double volume) {
 }
 
 void Playbin::seek(Instant to) {
-    worker_.async([this, to] {
-        // What comes more slowly than that is hardly complete in the very instant of the seek.
-        constexpr std::chrono::milliseconds kLongest{500};
-        if (!playlists_ || !playlists_->areThere())
-            return seekNow(to);
-        playlists_->hold();
-        seekBetweenSegments(to, std::chrono::steady_clock::now() + kLongest);
-    });
-}
-
-void Playbin::seekBetweenSegments(Instant to, std::chrono::steady_clock::time_point latest) {
-    constexpr std::chrono::milliseconds kOften{10};
-    if (!playlists_->areQuiet() && std::chrono::steady_clock::now() < latest)
-        return worker_.asyncAfter(kOften, [this, to, latest] { seekBetweenSegments(to, latest); });
-    playlists_->goOn();
-    seekNow(to);
+    worker_.async([this, to] { seekNow(to); });
 }
 
 void Playbin::seekNow(Instant to) {
     post(pipeline_event::SeekBegun{videoSink_->flushes()});
     std::string obstacle = seekObstacle();
     constexpr auto kFlags = static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE);
-    if (obstacle.empty() &&
-        !gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, kFlags, toClockTime(to)))
-        obstacle = "the media cannot be moved about in";
-    if (!obstacle.empty())
-        post(pipeline_event::SeekRefused{std::move(obstacle)});
+    if (obstacle.empty()) {
+        playlists_->quieten();
+        playlists_->goOn();
+        setSettled(false);
+        if (!gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, kFlags, toClockTime(to)))
+            obstacle = "the media cannot be moved about in";
+    }
+    if (obstacle.empty())
+        return;
+    setSettled(true);
+    post(pipeline_event::SeekRefused{std::move(obstacle)});
 }
 
 /// Asked first, because a seek that fails on its way to the server ends playback altogether.
@@ -293,6 +284,18 @@ void Playbin::explain(const Error& error, bool mayBeUnreachable) {
     post(pipeline_event::Failed{cause.value_or(error)});
 }
 
+/// A source that is stopped when its server has just answered, or its reader of playlists when it
+/// has just begun, fails: with the process, or by never ending. So the pipeline is let come to
+/// something first, unless that takes long.
+void Playbin::stop() {
+    constexpr std::chrono::milliseconds kLongest{500};
+    if (std::unique_lock lock(mutex_); pipeline_)
+        settled_.wait_for(lock, kLongest, [this] { return isSettled_; });
+    if (playlists_)
+        playlists_->quieten();
+    shutDown();
+}
+
 void Playbin::shutDown() {
     if (!pipeline_)
         return;
@@ -303,7 +306,15 @@ void Playbin::shutDown() {
     pipeline_.reset();
 }
 
+void Playbin::setSettled(bool isSettled) {
+    const std::scoped_lock lock(mutex_);
+    isSettled_ = isSettled;
+    if (isSettled)
+        settled_.notify_all();
+}
+
 void Playbin::didPreroll() {
+    setSettled(true);
     post(pipeline_event::Prerolled{videoSink_->flushes()});
 }
 
@@ -334,6 +345,7 @@ void Playbin::overtookItself(const GError& error) {
 void Playbin::failed(const GError& error) {
     if (startsAgain_)
         return;
+    setSettled(true);
     const Error inWords = inWordsOf(error);
     // Told before the pictures end, which they do next.
     if (!isRemote() || httpStatus_ != 0)

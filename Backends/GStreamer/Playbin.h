@@ -12,6 +12,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -63,12 +64,12 @@ private:
     [[nodiscard]] bool build();
     void setUpSource(GstElement* source);
     void queryMedia();
-    void seekBetweenSegments(Instant to, std::chrono::steady_clock::time_point latest);
     void seekNow(Instant to);
     [[nodiscard]] std::string seekObstacle();
     void checkLife(int wait);
     void giveUp(int wait);
     void explain(const Error& error, bool mayBeUnreachable);
+    void stop();
     void shutDown();
 
     // On threads of the pipeline.
@@ -83,6 +84,7 @@ private:
     void missesDecoder(const std::string& description) override;
     void answered(int httpStatus, bool handsOutParts) override;
     void pictureArrived();
+    void setSettled(bool isSettled);
     [[nodiscard]] Error inWordsOf(const GError& error);
 
     [[nodiscard]] bool isRemote() const { return !url_.isFileURL(); }
@@ -113,8 +115,10 @@ private:
     std::atomic<int> order_{0};
     std::atomic<int> wait_{0};
     std::atomic<unsigned> life_{0};
-    std::mutex mutex_; // guards missingDecoder_
+    std::mutex mutex_; // guards what follows
     std::string missingDecoder_;
+    bool isSettled_ = false; // opening, or the last seek, has come to something
+    std::condition_variable settled_;
 
     // On the worker only.
     bool isIdle_ = false;

@@ -1,6 +1,7 @@
 #include "Backends/GStreamer/PlaylistReaders.h"
 
-#include <algorithm>
+#include <chrono>
+#include <thread>
 
 namespace platform {
 namespace {
@@ -14,8 +15,12 @@ constexpr const char* kAhead = "max-buffering-time";
 /// Less than the length of a picture, and they would not go on before the next seek.
 constexpr guint64 kHardlyAhead = GST_SECOND;
 
-GstPadProbeReturn onPiece(GstPad* /*pad*/, GstPadProbeInfo* /*info*/, gpointer readers) {
-    (*static_cast<Readers*>(readers))->pieceCame();
+/// What a part of a reader has may not keep the reader alive.
+using ReadersOfPart = std::weak_ptr<PlaylistReaders>;
+
+GstPadProbeReturn onPiece(GstPad* /*pad*/, GstPadProbeInfo* /*info*/, gpointer data) {
+    if (const auto readers = static_cast<ReadersOfPart*>(data)->lock())
+        readers->pieceCame();
     return GST_PAD_PROBE_OK;
 }
 
@@ -23,8 +28,8 @@ GstPadProbeReturn onPiece(GstPad* /*pad*/, GstPadProbeInfo* /*info*/, gpointer r
 void watchPieces(GstElement* element, const Readers& readers) {
     const GStreamerPtr<GstPad> pad(gst_element_get_static_pad(element, "sink"));
     if (pad)
-        gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, onPiece, new Readers(readers),
-                          [](gpointer data) { delete static_cast<Readers*>(data); });
+        gst_pad_add_probe(pad.get(), GST_PAD_PROBE_TYPE_BUFFER, onPiece, new ReadersOfPart(readers),
+                          [](gpointer data) { delete static_cast<ReadersOfPart*>(data); });
 }
 
 void onElementAdded(GstBin* /*pipeline*/, GstBin* bin, GstElement* element, gpointer data) {
@@ -60,27 +65,30 @@ std::shared_ptr<PlaylistReaders> PlaylistReaders::in(GstElement* pipeline) {
     return readers;
 }
 
-bool PlaylistReaders::areThere() const {
-    const std::scoped_lock lock(mutex_);
-    return !readers_.empty();
+void PlaylistReaders::quieten() {
+    // What comes more slowly than that is hardly complete in the very instant that follows.
+    constexpr int kMostLooks = 12;
+    if (!hold())
+        return;
+    unsigned before = 0;
+    int looks = 0;
+    do {
+        before = pieces_;
+        std::this_thread::sleep_for(kQuiet);
+    } while (pieces_ != before && ++looks < kMostLooks);
 }
 
-void PlaylistReaders::hold() {
+bool PlaylistReaders::hold() {
     const std::scoped_lock lock(mutex_);
     for (const Reader& reader : readers_)
         g_object_set(reader.element.get(), kAhead, kHardlyAhead, nullptr);
-    heldSince_ = std::chrono::steady_clock::now();
+    return !readers_.empty();
 }
 
 void PlaylistReaders::goOn() {
     const std::scoped_lock lock(mutex_);
     for (const Reader& reader : readers_)
         g_object_set(reader.element.get(), kAhead, reader.ahead, nullptr);
-}
-
-bool PlaylistReaders::areQuiet() const {
-    const Moment since = std::max(lastPiece_.load(), heldSince_.load());
-    return std::chrono::steady_clock::now() - since >= kQuiet;
 }
 
 void PlaylistReaders::add(GstElement* reader) {
@@ -96,7 +104,7 @@ void PlaylistReaders::remove(GstElement* reader) {
 }
 
 void PlaylistReaders::pieceCame() {
-    lastPiece_ = std::chrono::steady_clock::now();
+    ++pieces_;
 }
 
 } // namespace platform

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <filesystem>
 #include <iterator>
@@ -62,6 +61,21 @@ void openAndDrop(const URL& url, MediaPacing pacing, int stage) {
         opened.pipeline->seek(fromSeconds(0.4));
 }
 
+/// Each a little later on its way than the one before, which has ended by then.
+void expectEarlyClosingsToLeaveNothing(const URL& url, int count, std::chrono::microseconds later) {
+    openAndDrop(url, MediaPacing::Machine, 1);
+    const Resources before;
+    for (int i = 0; i < count; ++i) {
+        {
+            const OpenedPipeline opened(url, i % 2 == 0 ? MediaPacing::Host : MediaPacing::Machine,
+                                        QueueDriver::Time::Virtual);
+            std::this_thread::sleep_for(i * later);
+        }
+        QueueDriver queue(QueueDriver::Time::Real);
+        ASSERT_TRUE(areGivenBack(queue, before)) << i << " of " << url.absoluteString();
+    }
+}
+
 template <class Call>
 auto longest(const Call& call) {
     std::chrono::steady_clock::duration most{0};
@@ -89,19 +103,15 @@ TEST(PipelineLife, ManyThatAreClosedWhileTheyOpenLeaveNoThreadsAndNoFiles) {
     const std::string clip = testClip({.frames = 15});
     tests::HttpServer server;
     server.serveFile("/a.mp4", clip);
-    const std::array urls{URL::fileURLWithPath(clip), *URL::URLWithString(server.url("/a.mp4"))};
-    openAndDrop(urls[0], MediaPacing::Machine, 1);
-    openAndDrop(urls[1], MediaPacing::Machine, 1);
-    const Resources before;
-    for (unsigned i = 0; i < 400; ++i) {
-        const OpenedPipeline opened(urls[i % 2],
-                                    i % 4 < 2 ? MediaPacing::Host : MediaPacing::Machine,
-                                    QueueDriver::Time::Virtual);
-        // Each a little later on its way than the last one.
-        std::this_thread::sleep_for(i % 40 * 100us);
-    }
-    QueueDriver queue(QueueDriver::Time::Real);
-    EXPECT_TRUE(areGivenBack(queue, before));
+    expectEarlyClosingsToLeaveNothing(URL::fileURLWithPath(clip), 40, 100us);
+    expectEarlyClosingsToLeaveNothing(*URL::URLWithString(server.url("/a.mp4")), 40, 100us);
+}
+
+TEST(PipelineLife, ManyPlaylistsThatAreClosedWhileTheyOpenLeaveNoThreadsAndNoFiles) {
+    tests::HttpServer server;
+    server.serveFolder("/", tests::remuxedClip({.frames = 90, .keyFrameInterval = 30},
+                                               {"-f", "hls", "-hls_time", "1", "list.m3u8"}));
+    expectEarlyClosingsToLeaveNothing(*URL::URLWithString(server.url("/list.m3u8")), 40, 250us);
 }
 
 /// What has arrived as a whole goes on its way all at once, and a sound may be over first.
