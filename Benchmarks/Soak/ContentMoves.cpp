@@ -70,11 +70,6 @@ void prepareRemoteVideo(Scene& scene) {
         remote(scene, scene.dice().of(scene.media().videos), delivery));
 }
 
-void preparePlaylist(Scene& scene) {
-    scene.player().prepareVideoWithUrl(
-        remote(scene, scene.dice().of(scene.media().playlists), Media::Delivery::Quick));
-}
-
 void prepareBrokenVideo(Scene& scene) {
     const std::string& name = scene.dice().of(scene.media().brokenVideos);
     if (scene.dice().oneIn(3))
@@ -131,7 +126,6 @@ Moves contentMoves() {
             {"broken download", 2, downloadBroken},
             {"video", 8, prepareVideo},
             {"remote video", 3, prepareRemoteVideo},
-            {"playlist", 3, preparePlaylist},
             {"broken video", 2, prepareBrokenVideo},
             {"change of mind", 2, changeOnesMind},
             {"play", 5, play},

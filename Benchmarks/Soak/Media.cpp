@@ -36,7 +36,6 @@ Media::Media(const std::string& program) : server_({program, "--serve", folder_.
     address_ = *line;
     addPictures();
     addVideos();
-    addPlaylists();
     addIcons();
 }
 
@@ -86,22 +85,6 @@ void Media::addVideos() {
     folder_.add("text.mp4", Bytes(text.begin(), text.end()));
     folder_.add("empty.mp4", {});
     brokenVideos = {"cut.mp4", "text.mp4", "empty.mp4", "baseline.jpg", "missing.mp4"};
-}
-
-void Media::addPlaylists() {
-    const auto add = [this](const std::string& folder, const std::vector<std::string>& arguments) {
-        const tests::ClipOptions clip{
-            .frames = 90, .sound = tests::ClipSound::Tone, .keyFrameInterval = 30};
-        std::filesystem::copy(tests::remuxedClip(clip, arguments), pathOf(folder));
-        playlists.push_back(folder + "/" + arguments.back());
-    };
-    const auto list = [](const std::string& segments) {
-        return std::vector<std::string>{"-f",     "hls",      "-hls_time", "1", "-hls_segment_type",
-                                        segments, "list.m3u8"};
-    };
-    add("segments", list("mpegts"));
-    add("fragments", list("fmp4"));
-    add("manifest", {"-f", "dash", "-seg_duration", "1", "list.mpd"});
 }
 
 void Media::addIcons() {

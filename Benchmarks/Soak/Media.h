@@ -18,8 +18,6 @@ public:
     using Names = std::vector<std::string>;
     Names pictures;
     Names videos;
-    /// Of segments; handed out by the server alone.
-    Names playlists;
     /// Cut short, empty, of another kind; and not there at all.
     Names brokenPictures;
     Names brokenVideos;
@@ -36,7 +34,6 @@ public:
 private:
     void addPictures();
     void addVideos();
-    void addPlaylists();
     void addIcons();
 
     tests::TemporaryFolder folder_;
