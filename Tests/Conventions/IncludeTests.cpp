@@ -74,6 +74,21 @@ bool platformHeaderMayInclude(const Include& include) {
     return isStandard(include.path) && !isOneOf({"thread", "filesystem", "fstream"}, include.path);
 }
 
+/// Where a source that has a header of its name includes another one before it.
+std::vector<std::string> lateOwnHeaders(const std::vector<SourceText>& sources) {
+    std::vector<std::string> findings;
+    for (const SourceText& source : sources) {
+        const std::string header = source.path.substr(0, source.path.rfind('.')) + ".h";
+        const bool hasHeader = !source.isHeader() && std::any_of(sources.begin(), sources.end(),
+                                                                 [&](const SourceText& other) {
+                                                                     return other.path == header;
+                                                                 });
+        if (hasHeader && (source.includes.empty() || source.includes.front().path != header))
+            findings.push_back(source.finding(1, header + " is not its first include"));
+    }
+    return findings;
+}
+
 SourceText text(std::string_view code) {
     return {"File.h", code};
 }
@@ -90,6 +105,21 @@ TEST(Includes, OfThePlatformAreItsOwnTheStandardsGLsAndTheMaths) {
 
 TEST(Includes, OfPlatformHeadersShowNoThreadFileOrLibrary) {
     EXPECT_THAT(refusedIncludesIn("Platform", platformHeaderMayInclude, true), IsEmpty());
+}
+
+TEST(Includes, OfASourceBeginWithItsOwnHeader) {
+    EXPECT_THAT(lateOwnHeaders(sourcesIn({"HVViewer", "Platform", "Backends", "Hosts", "Apps"})),
+                IsEmpty());
+}
+
+TEST(IncludeRule, RefusesAnIncludeBeforeTheOwnHeader) {
+    const SourceText header("A/B.h", "");
+    EXPECT_THAT(lateOwnHeaders({header, {"A/B.cpp", "#include <map>\n#include \"A/B.h\"\n"}}),
+                SizeIs(1));
+    EXPECT_THAT(lateOwnHeaders({header, {"A/B.cpp", ""}}), SizeIs(1));
+    EXPECT_THAT(lateOwnHeaders({header, {"A/B.cpp", "#include \"A/B.h\"\n#include <map>\n"}}),
+                IsEmpty());
+    EXPECT_THAT(lateOwnHeaders({header, {"A/C.cpp", "#include <map>\n"}}), IsEmpty());
 }
 
 TEST(IncludeRule, RefusesHostsBackendsAndLibrariesToTheViewer) {
