@@ -98,7 +98,8 @@ void ZNTDisplayViewController::prepareImageWithUrl(const std::optional<platform:
 }
 
 void ZNTDisplayViewController::loadRemoteImage() {
-    const auto url = srcImageUrl_; // the hook may ask for another
+    const auto alive = shared(this); // the hook may let go of the last reference
+    const auto url = srcImageUrl_;   // and may ask for another picture
     downloadImageStarted();
     imageDownloadTask_ = ZNTUtilities::downloadImageWithUrl(
         url, [weak = weak(this)](const platform::ImagePtr& image,

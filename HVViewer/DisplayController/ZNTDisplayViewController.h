@@ -158,8 +158,9 @@ public:
     [[nodiscard]] DisplayMode currentMode() const { return currentMode_; }
     [[nodiscard]] DisplayMode currentVO() const { return currentMode_; }
 
-    /// Hooks, empty here; an override need not call them. A download starts inside the call that
-    /// asks for it, and later either fails or finishes; without a picture when what came is none.
+    /// Hooks, empty here; an override need not call them, and may release the controller. A
+    /// download starts inside the call that asks for it, and later either fails or finishes;
+    /// without a picture when what came is none.
     virtual void downloadImageStarted() {}
     virtual void downloadImageFinished() {}
     virtual void downloadImageFailedWithError(const platform::Error& /*error*/) {}

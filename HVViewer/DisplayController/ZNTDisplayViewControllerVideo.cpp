@@ -19,6 +19,7 @@ void ZNTDisplayViewController::prepareVideoWithUrl(const std::optional<platform:
     if (!url)
         return Dlog("Error in class \"%s\" for selector \"%s\". Url can not be nil",
                     className().c_str(), "prepareVideoWithUrl:");
+    const auto alive = shared(this); // `videoPaused` may let go of the last reference
     contentType_ = ContentType::Video;
     srcVideoUrl_ = url;
     isLocalResource_ = isLocal;
