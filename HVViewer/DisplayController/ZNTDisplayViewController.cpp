@@ -37,6 +37,7 @@ void ZNTDisplayViewController::setupDefaults() {
     contentType_ = ContentType::Undefined;
     isReadyForDisplay_ = false;
     currentMode_ = DisplayMode::Sphere;
+    enableHotSpotTapDetection_ = false;
     platform::NotificationCenter::defaultCenter().addObserver(
         shared(this), platform::kGLContextWasReplaced, [this](const auto&) { showAgain(); });
     platform::NotificationCenter::defaultCenter().addObserver(
@@ -145,6 +146,8 @@ void ZNTDisplayViewController::viewDidLoad() {
 
 void ZNTDisplayViewController::viewWillAppear(bool animated) {
     ViewController::viewWillAppear(animated);
+    if (displayView_)
+        displayView_->setAutoPickingSuspended(false);
     prepareDisplayView();
     showKeptFrame();
     if (enableHotSpotTapDetection_)
@@ -156,6 +159,12 @@ void ZNTDisplayViewController::viewDidAppear(bool animated) {
     if (!hasData())
         Dlog("Error in class \"%s\". No data to display. Use prepare method for setup.",
              className().c_str());
+}
+
+void ZNTDisplayViewController::viewDidDisappear(bool animated) {
+    ViewController::viewDidDisappear(animated);
+    if (displayView_)
+        displayView_->setAutoPickingSuspended(true);
 }
 
 void ZNTDisplayViewController::viewWillTransitionToSize(

@@ -104,8 +104,8 @@ public:
         return hotSpotPickingPoint_;
     }
     /// Reports what is under the picking point once it has been looked at for a while; from the
-    /// next time on that hot spots are shown. Until the view has loaded it is stored and reaches
-    /// nobody: set it afterwards.
+    /// next time on that hot spots are shown. A view that has disappeared reports nothing. Until
+    /// the view has loaded it is stored and reaches nobody: set it afterwards.
     void setEnableHotSpotAutoPicking(bool enable);
     [[nodiscard]] bool enableHotSpotAutoPicking() const { return enableHotSpotAutoPicking_; }
     /// Reports what is tapped; from the next appearance on.
@@ -182,6 +182,7 @@ public:
     void viewDidLoad() override;
     void viewWillAppear(bool animated) override;
     void viewDidAppear(bool animated) override;
+    void viewDidDisappear(bool animated) override;
     void viewWillTransitionToSize(platform::Size size,
                                   const platform::TransitionCoordinator& transition) override;
 
