@@ -120,16 +120,17 @@ void ZNTDisplayViewController::loadRemoteImage() {
 }
 
 void ZNTDisplayViewController::reloadContent() {
-    if (srcImageUrl_ && !srcImage_)
-        prepareImageWithUrl(srcImageUrl_);
-    else if (srcVideoUrl_)
+    // A picture that failed before the video is not what is shown.
+    if (contentType_ == ContentType::Video)
         prepareVideoWithUrl(srcVideoUrl_);
+    else if (srcImageUrl_ && !srcImage_)
+        prepareImageWithUrl(srcImageUrl_);
 }
 
 void ZNTDisplayViewController::prepareDisplayView() {
-    // A video that came after the picture stays on the views.
-    const bool isPhoto = contentType_ == ContentType::Photo;
-    if (!isReadyForDisplay_ || !srcImage_ || !displayView_ || !isPhoto)
+    // Until its first frame a video that was prepared later leaves the picture on the views.
+    const bool showsVideo = frameBuffer_ != nullptr;
+    if (!isReadyForDisplay_ || !srcImage_ || !displayView_ || showsVideo)
         return;
     if (hotSpotPickingPoint_)
         hotSpotPickingPoint_->markSBSModeActive(currentMode_ == DisplayMode::SideBySide);

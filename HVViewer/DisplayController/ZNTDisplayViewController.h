@@ -69,7 +69,7 @@ public:
     /// Errors: a log line for no address; `downloadVideoFailedWithError` for what cannot be played.
     void prepareVideoWithUrl(const std::optional<platform::URL>& url);
     void prepareVideoWithUrl(const std::optional<platform::URL>& url, bool isLocal);
-    /// Loads again from the address: a picture that has not arrived, else the video.
+    /// Loads the content again from its address: the video, or a picture that has not arrived.
     void reloadContent();
     /// Hands a picture that is ready to the view. Appearing does it.
     void prepareDisplayView();

@@ -99,7 +99,7 @@ void ZNTDisplayViewController::showFrame(const platform::PixelBufferPtr& buffer)
 }
 
 void ZNTDisplayViewController::showKeptFrame() {
-    if (contentType_ == ContentType::Video && frameBuffer_)
+    if (frameBuffer_)
         showFrame(frameBuffer_);
 }
 
