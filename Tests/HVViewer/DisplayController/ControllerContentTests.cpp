@@ -131,7 +131,9 @@ TEST_F(ControllerContent, LoadsAPictureAgainOnlyWhileThereIsNone) {
     settle();
     player().take();
     player().prepareImage(flatPicture(8, 4, 0, 0, 200));
+    const LogRecorder log;
     player().reloadContent();
     settle();
     EXPECT_THAT(player().take(), IsEmpty());
+    EXPECT_THAT(log.lines(), IsEmpty()) << "nothing is asked for, so nothing is refused";
 }
