@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
@@ -156,8 +157,14 @@ std::string strayBeforeRender(const CLI::App& app, const PlayCommand& play) {
     return {};
 }
 
-bool fits(const RenderCommand& render) {
-    return std::max(render.size.width, render.size.height) * render.scale <= kLargestSidePx;
+/// What is wrong with the picture's size in pixels; empty: nothing.
+std::string wrongPixels(const RenderCommand& render) {
+    const auto [shorter, longer] = std::minmax(render.size.width, render.size.height);
+    if (longer * render.scale > kLargestSidePx)
+        return "--size times --scale is over 16384 pixels a side";
+    if (std::lround(shorter * render.scale) < 1)
+        return "--size times --scale is less than a pixel a side";
+    return {};
 }
 
 } // namespace
@@ -193,8 +200,8 @@ Command parseCommandLine(int argc, const char* const* argv) {
         tell("\"" + stray + "\" stands before render; input and options are given after it");
         return ExitCode::WrongUse;
     }
-    if (!fits(render)) {
-        tell("--size times --scale is over 16384 pixels a side");
+    if (const std::string wrong = wrongPixels(render); !wrong.empty()) {
+        tell(wrong);
         return ExitCode::WrongUse;
     }
     return render;

@@ -9,6 +9,8 @@
 #include "Apps/Player/PictureOutput.h"
 #include "Apps/Player/Trace.h"
 #include "Apps/Player/TracedController.h"
+#include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
+#include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "Hosts/Headless/HeadlessHost.h"
 #include "Platform/Foundation/NotificationCenter.h"
 
@@ -53,6 +55,7 @@ public:
         host_->embedded().appear();
         hasAppeared_ = true;
         host_->settle();
+        requirePicture();
         for (const Action& action : actions) {
             if (isInitial(action))
                 continue;
@@ -83,6 +86,18 @@ private:
         host_->settle();
         if (stateOfContent(*controller_, command_.input) != ContentState::Open)
             throw Stop{ExitCode::ContentNotOpened};
+    }
+
+    /// A picture that was read without fault may still be too much for the graphics driver.
+    void requirePicture() const {
+        const auto drawer = controller_->displayView()->glDrawer();
+        const bool isPhoto = controller_->contentType() == ContentType::Photo;
+        if (!isPhoto || (drawer && drawer->glTextureI()))
+            return;
+        const bool isBuiltIn = command_.input.empty();
+        tell((isBuiltIn ? nameOfContent(command_.input) : command_.input) +
+             ": the graphics driver refuses the picture");
+        throw Stop{ExitCode::ContentNotOpened};
     }
 
     /// The start is hardly the picture that was meant.

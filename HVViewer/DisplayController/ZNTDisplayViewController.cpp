@@ -37,6 +37,7 @@ void ZNTDisplayViewController::setupDefaults() {
     contentType_ = ContentType::Undefined;
     isReadyForDisplay_ = false;
     currentMode_ = DisplayMode::Sphere;
+    enableHotSpotTapDetection_ = false;
     platform::NotificationCenter::defaultCenter().addObserver(
         shared(this), platform::kGLContextWasReplaced, [this](const auto&) { showAgain(); });
     platform::NotificationCenter::defaultCenter().addObserver(
@@ -98,7 +99,8 @@ void ZNTDisplayViewController::prepareImageWithUrl(const std::optional<platform:
 }
 
 void ZNTDisplayViewController::loadRemoteImage() {
-    const auto url = srcImageUrl_; // the hook may ask for another
+    const auto alive = shared(this); // the hook may let go of the last reference
+    const auto url = srcImageUrl_;   // and may ask for another picture
     downloadImageStarted();
     imageDownloadTask_ = ZNTUtilities::downloadImageWithUrl(
         url, [weak = weak(this)](const platform::ImagePtr& image,
@@ -118,16 +120,17 @@ void ZNTDisplayViewController::loadRemoteImage() {
 }
 
 void ZNTDisplayViewController::reloadContent() {
-    if (srcImageUrl_ && !srcImage_)
-        prepareImageWithUrl(srcImageUrl_);
-    else if (srcVideoUrl_)
+    // A picture that failed before the video is not what is shown.
+    if (contentType_ == ContentType::Video)
         prepareVideoWithUrl(srcVideoUrl_);
+    else if (srcImageUrl_ && !srcImage_)
+        prepareImageWithUrl(srcImageUrl_);
 }
 
 void ZNTDisplayViewController::prepareDisplayView() {
-    // A video that came after the picture stays on the views.
-    const bool isPhoto = contentType_ == ContentType::Photo;
-    if (!isReadyForDisplay_ || !srcImage_ || !displayView_ || !isPhoto)
+    // Until its first frame a video that was prepared later leaves the picture on the views.
+    const bool showsVideo = frameBuffer_ != nullptr;
+    if (!isReadyForDisplay_ || !srcImage_ || !displayView_ || showsVideo)
         return;
     if (hotSpotPickingPoint_)
         hotSpotPickingPoint_->markSBSModeActive(currentMode_ == DisplayMode::SideBySide);
@@ -144,6 +147,8 @@ void ZNTDisplayViewController::viewDidLoad() {
 
 void ZNTDisplayViewController::viewWillAppear(bool animated) {
     ViewController::viewWillAppear(animated);
+    if (displayView_)
+        displayView_->setAutoPickingSuspended(false);
     prepareDisplayView();
     showKeptFrame();
     if (enableHotSpotTapDetection_)
@@ -155,6 +160,12 @@ void ZNTDisplayViewController::viewDidAppear(bool animated) {
     if (!hasData())
         Dlog("Error in class \"%s\". No data to display. Use prepare method for setup.",
              className().c_str());
+}
+
+void ZNTDisplayViewController::viewDidDisappear(bool animated) {
+    ViewController::viewDidDisappear(animated);
+    if (displayView_)
+        displayView_->setAutoPickingSuspended(true);
 }
 
 void ZNTDisplayViewController::viewWillTransitionToSize(

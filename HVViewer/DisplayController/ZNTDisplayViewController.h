@@ -69,7 +69,7 @@ public:
     /// Errors: a log line for no address; `downloadVideoFailedWithError` for what cannot be played.
     void prepareVideoWithUrl(const std::optional<platform::URL>& url);
     void prepareVideoWithUrl(const std::optional<platform::URL>& url, bool isLocal);
-    /// Loads again from the address: a picture that has not arrived, else the video.
+    /// Loads the content again from its address: the video, or a picture that has not arrived.
     void reloadContent();
     /// Hands a picture that is ready to the view. Appearing does it.
     void prepareDisplayView();
@@ -104,8 +104,8 @@ public:
         return hotSpotPickingPoint_;
     }
     /// Reports what is under the picking point once it has been looked at for a while; from the
-    /// next time on that hot spots are shown. Until the view has loaded it is stored and reaches
-    /// nobody: set it afterwards.
+    /// next time on that hot spots are shown. A view that has disappeared reports nothing. Until
+    /// the view has loaded it is stored and reaches nobody: set it afterwards.
     void setEnableHotSpotAutoPicking(bool enable);
     [[nodiscard]] bool enableHotSpotAutoPicking() const { return enableHotSpotAutoPicking_; }
     /// Reports what is tapped; from the next appearance on.
@@ -158,8 +158,9 @@ public:
     [[nodiscard]] DisplayMode currentMode() const { return currentMode_; }
     [[nodiscard]] DisplayMode currentVO() const { return currentMode_; }
 
-    /// Hooks, empty here; an override need not call them. A download starts inside the call that
-    /// asks for it, and later either fails or finishes; without a picture when what came is none.
+    /// Hooks, empty here; an override need not call them, and may release the controller. A
+    /// download starts inside the call that asks for it, and later either fails or finishes;
+    /// without a picture when what came is none.
     virtual void downloadImageStarted() {}
     virtual void downloadImageFinished() {}
     virtual void downloadImageFailedWithError(const platform::Error& /*error*/) {}
@@ -181,6 +182,7 @@ public:
     void viewDidLoad() override;
     void viewWillAppear(bool animated) override;
     void viewDidAppear(bool animated) override;
+    void viewDidDisappear(bool animated) override;
     void viewWillTransitionToSize(platform::Size size,
                                   const platform::TransitionCoordinator& transition) override;
 

@@ -31,6 +31,8 @@ void ZNTDisplayViewController::setEnableHotSpotAutoPicking(bool enable) {
 
 void ZNTDisplayViewController::prepareHotSpotGestures() {
     for (const auto& view : {displayView_, virtualDisplayView_}) {
+        if (!view)
+            continue; // not loaded yet, or a subclass has not called `viewDidLoad`
         view->addGestureRecognizer(platform::make<platform::TapGestureRecognizer>(
             [weak = weak(this)](platform::TapGestureRecognizer& recognizer) {
                 if (const auto self = weak.lock())

@@ -19,6 +19,7 @@ void ZNTDisplayViewController::prepareVideoWithUrl(const std::optional<platform:
     if (!url)
         return Dlog("Error in class \"%s\" for selector \"%s\". Url can not be nil",
                     className().c_str(), "prepareVideoWithUrl:");
+    const auto alive = shared(this); // `videoPaused` may let go of the last reference
     contentType_ = ContentType::Video;
     srcVideoUrl_ = url;
     isLocalResource_ = isLocal;
@@ -98,7 +99,7 @@ void ZNTDisplayViewController::showFrame(const platform::PixelBufferPtr& buffer)
 }
 
 void ZNTDisplayViewController::showKeptFrame() {
-    if (contentType_ == ContentType::Video && frameBuffer_)
+    if (frameBuffer_)
         showFrame(frameBuffer_);
 }
 

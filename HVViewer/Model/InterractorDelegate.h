@@ -1,9 +1,13 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <cstdint>
 
 /// Told by an interactor when the camera has changed.
-class InterractorDelegate {
+///
+/// Thread: main.
+class ZANTO_EXPORT InterractorDelegate {
 public:
     virtual ~InterractorDelegate() = default;
 

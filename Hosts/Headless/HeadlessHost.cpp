@@ -78,7 +78,7 @@ void HeadlessHost::present() {
     const auto shorter = static_cast<int>(native.size.width);
     const auto longer = static_cast<int>(native.size.height);
     const platform::SizePx size{wide ? longer : shorter, wide ? shorter : longer};
-    if (size != targetSize_)
+    if (size != targetSize_ || !target_)
         makeTarget(size);
     if (!target_)
         return;

@@ -46,7 +46,7 @@ void GLView::drawContent(const DrawTarget& target) {
 }
 
 bool GLView::coversItsFrame() const {
-    return context_ && !delegate_.expired();
+    return GLContext::setCurrentContext(context_) && !delegate_.expired();
 }
 
 SizePx GLView::snapshotSize() const {

@@ -36,11 +36,13 @@ private:
 } // namespace
 
 void Window::setRootViewController(const std::shared_ptr<ViewController>& controller) {
-    if (controller_) {
-        resignVisible();
+    // Shared, not referred to: the host may release its own reference as the view disappears.
+    std::shared_ptr<ViewController> next;
+    next = controller;
+    resignVisible();
+    if (controller_)
         controller_->view()->rootOf_.reset();
-    }
-    controller_ = controller;
+    controller_ = next;
     if (!controller_)
         return;
     controller_->view()->rootOf_ = weak(this);
@@ -50,20 +52,27 @@ void Window::setRootViewController(const std::shared_ptr<ViewController>& contro
 void Window::makeKeyAndVisible() {
     if (!controller_ || visible_)
         return;
-    controller_->viewWillAppear(false);
+    const auto appearing = controller_; // the host may release it, or show another, in the calls
+    appearing->viewWillAppear(false);
+    if (controller_ != appearing)
+        return;
     layout();
     visible_ = true;
-    controller_->view()->setNeedsDisplay();
-    controller_->viewDidAppear(false);
+    appearing->view()->setNeedsDisplay();
+    appearing->viewDidAppear(false);
 }
 
 void Window::resignVisible() {
-    if (!controller_ || !visible_)
+    // The host may take the controller out in the calls, which would end up here again.
+    if (!controller_ || !visible_ || isDisappearing_)
         return;
+    const auto disappearing = controller_;
+    isDisappearing_ = true;
     touches_.cancelTouches();
-    controller_->viewWillDisappear(false);
+    disappearing->viewWillDisappear(false);
     visible_ = false;
-    controller_->viewDidDisappear(false);
+    isDisappearing_ = false;
+    disappearing->viewDidDisappear(false);
 }
 
 void Window::layout() {

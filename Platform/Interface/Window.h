@@ -64,6 +64,7 @@ private:
 
     std::shared_ptr<ViewController> controller_;
     bool visible_ = false;
+    bool isDisappearing_ = false;
     bool atOnce_ = false;
     std::optional<DrawTarget> passTarget_;
     TouchRouter touches_;

@@ -64,7 +64,7 @@ void ZNTDisplayView::displayImage(const platform::ImagePtr& image,
     showImage(image, [&] { glDrawer_->attachPickingPoint(pickingPoint, hotSpots); });
     if (const auto hotSpotDrawer = glDrawer_ ? glDrawer_->hotSpotGLDrawer() : nullptr) {
         interractor_->updateWithControlDrawer(hotSpotDrawer);
-        hotSpotDrawer->setEnableAutoPickingTest(enableAutoPicking_);
+        handOnAutoPicking();
     }
 }
 
@@ -111,7 +111,19 @@ void ZNTDisplayView::showHotSpots(const std::shared_ptr<ZNTHotSpotPickingPoint>&
         glDrawer_->attachPickingPoint(pickingPoint, hotSpots);
         interractor_->updateWithControlDrawer(glDrawer_->hotSpotGLDrawer());
     }
-    glDrawer_->hotSpotGLDrawer()->setEnableAutoPickingTest(enableAutoPicking_);
+    handOnAutoPicking();
+}
+
+void ZNTDisplayView::handOnAutoPicking() {
+    if (const auto hotSpotDrawer = glDrawer_ ? glDrawer_->hotSpotGLDrawer() : nullptr)
+        hotSpotDrawer->setEnableAutoPickingTest(enableAutoPicking_ && !isAutoPickingSuspended_);
+}
+
+void ZNTDisplayView::setAutoPickingSuspended(bool suspended) {
+    if (suspended == isAutoPickingSuspended_)
+        return;
+    isAutoPickingSuspended_ = suspended;
+    handOnAutoPicking();
 }
 
 void ZNTDisplayView::showFrame(const platform::PixelBufferPtr& buffer) {

@@ -58,6 +58,8 @@ public:
     /// Automatic picking: stored, and handed on when hot spots are attached.
     [[nodiscard]] bool enableAutoPicking() const { return enableAutoPicking_; }
     void setEnableAutoPicking(bool enable) { enableAutoPicking_ = enable; }
+    /// Stops automatic picking while nobody sees the view, whatever is stored.
+    void setAutoPickingSuspended(bool suspended);
 
     /// Switches the scene: the camera goes back to where the scene starts, and the mesh follows.
     void startRenderVO(DisplayMode mode);
@@ -118,6 +120,7 @@ private:
     void showFrame(const platform::PixelBufferPtr& buffer);
     void showHotSpots(const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
                       const HotSpots& hotSpots);
+    void handOnAutoPicking();
     void configureDefaultParameters();
     void prepareGLWithType(ContentType type);
     void orientationDidChangedNotification();
@@ -129,6 +132,7 @@ private:
     float initialRotationOffset_ = 0;
     bool makeTransparent_ = false;
     bool enableAutoPicking_ = false;
+    bool isAutoPickingSuspended_ = false;
     SceneCameraInputs cameraInputs_;
     SceneCamera camera_;
     std::shared_ptr<ZNTInterractor> interractor_;

@@ -141,6 +141,9 @@ TEST(CommandLine, NamesWhatIsWrongInOneLine) {
               "after it\n");
     EXPECT_EQ(complaint({"render", "--output", "o", "--size", "9000x1", "--scale", "2"}),
               "zanto-player: --size times --scale is over 16384 pixels a side\n");
+    for (const char* size : {"3x3", "100x3", "3x100"})
+        EXPECT_EQ(complaint({"render", "--output", "o", "--size", size, "--scale", "0.1"}),
+                  "zanto-player: --size times --scale is less than a pixel a side\n");
 }
 
 TEST(CommandLine, RefusesAnInputThatNamesNothing) {

@@ -209,6 +209,11 @@ TEST_F(SystemVersion, FromTenOnIsTenOrLater) {
     EXPECT_TRUE(isIOS10("11.2"));
 }
 
+TEST_F(SystemVersion, IsReadAsASinglePrecisionNumber) {
+    EXPECT_TRUE(isIOS10("9.99999999")) << "the nearest such number is 10";
+    EXPECT_FALSE(isIOS10("9.999999"));
+}
+
 TEST_F(SystemVersion, IsTenOrLaterAtFirst) {
     EXPECT_TRUE(ZNTUtilities::isIOS10());
 }

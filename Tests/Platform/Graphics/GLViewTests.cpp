@@ -135,6 +135,15 @@ TEST(GLView, SparesTheFillingOfWhatItCovers) {
     EXPECT_EQ(colourAt(*scene.picture(), 0, 0), kBlack);
 }
 
+TEST(GLView, LeavesTheFillingToItsSuperviewOnceItsContextIsLost) {
+    Scene scene;
+    scene.controller->view()->setBackgroundColor(kGreenColor);
+    scene.painted.view->setFrame(scene.controller->view()->bounds());
+    EXPECT_EQ(colourAt(*scene.picture(), 0, 0), kRed);
+    ASSERT_TRUE(scene.host->replaceContext());
+    EXPECT_EQ(colourAt(*scene.picture(), 0, 0), kGreen);
+}
+
 TEST(GLViewDisplay, AsksOnlyForADrawingWhileInNoWindow) {
     const auto host = makeHost({4, 4});
     const PaintedView painted({{}, {4, 4}}, kRedColor);

@@ -7,7 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstddef>
 #include <optional>
+#include <utility>
 
 using platform::BlendMode;
 using platform::Screen;
@@ -120,6 +122,26 @@ TEST_F(Tint, IsAsLargeInPointsAtTheScreensScale) {
     EXPECT_EQ(image->scale(), 3);
     EXPECT_EQ(image->widthPx(), 12);
     EXPECT_EQ(colourAt(*image, 11, 5), (Pixel{200, 100, 50, 255}));
+}
+
+TEST_F(Tint, MixesNeighbouringPixelsWhereItIsEnlarged) {
+    setScale(8);
+    platform::PixelStorage pixels(2, 1);
+    for (std::size_t i = 0; i < pixels.size(); ++i)
+        pixels.bytes[i] = i < 4 ? 255 : 0;
+    pixels.bytes[7] = 255; // white beside opaque black
+    const auto image =
+        tintedImageWithColor(platform::Image(std::move(pixels)), kOrange, BlendMode::Normal);
+    ASSERT_EQ(image->widthPx(), 16);
+    EXPECT_LT(colourAt(*image, 7, 4)[0], 255) << "the last column of the white pixel";
+    EXPECT_GT(colourAt(*image, 8, 4)[0], 0) << "the first column of the black one";
+}
+
+TEST_F(Tint, CountsTheAlphaOfTheColour) {
+    const auto image =
+        tintedImageWithColor(*flatPicture(2, 2, 9, 9, 9), platform::Color{1, 0.6F, 0.2F, 0.4F},
+                             BlendMode::DestinationIn);
+    EXPECT_EQ(colourAt(*image, 0, 0)[3], 102);
 }
 
 TEST_F(Tint, OfAPictureThatIsTooLargeIsNone) {
