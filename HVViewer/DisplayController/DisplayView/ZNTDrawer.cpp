@@ -164,7 +164,8 @@ void ZNTDrawer::setupTextureWithImage(const platform::ImagePtr& image) {
 void ZNTDrawer::setupWatermarkTexture() {
     if (contentType_ == ContentType::Video)
         return setupVideoWatermark();
-    requestBuiltInWatermark([weak = weak(this)](const Watermark* watermark) {
+    const int maxSidePx = platform::GLDevice::main().maxTextureSidePx();
+    requestBuiltInWatermark(maxSidePx, [weak = weak(this)](const Watermark* watermark) {
         const auto self = weak.lock();
         if (self && watermark && self->glWatermarkLoader_)
             self->loadWatermark(*watermark);
@@ -172,7 +173,8 @@ void ZNTDrawer::setupWatermarkTexture() {
 }
 
 void ZNTDrawer::setupVideoWatermark() {
-    requestBuiltInWatermarkPlanes([weak = weak(this)](const WatermarkPlanes* watermark) {
+    const int maxSidePx = platform::GLDevice::main().maxTextureSidePx();
+    requestBuiltInWatermarkPlanes(maxSidePx, [weak = weak(this)](const WatermarkPlanes* watermark) {
         const auto self = weak.lock();
         if (!self || watermark == nullptr ||
             !platform::GLContext::setCurrentContext(self->context_.lock()))
