@@ -81,7 +81,7 @@ void ZNTDrawer::changeRenderingVO(DisplayMode mode) {
     if (mode == renderingVO_)
         return;
     setupVO(mode);
-    bindBuffers();
+    replaceBuffers();
     if (const auto view = glView_.lock())
         view->display();
 }
@@ -113,7 +113,16 @@ void ZNTDrawer::screenShapeDidChange() {
     if (!isPlane || planeScreen_ == platform::Screen::mainScreen().nativeBounds().size)
         return;
     setupVO(renderingVO_);
+    replaceBuffers();
+}
+
+void ZNTDrawer::replaceBuffers() {
+    const std::vector<MeshBuffers> earlier = std::exchange(madeBuffers_, {});
     bindBuffers();
+    if (madeBuffers_.empty()) // there is no context, in which the earlier ones could be deleted
+        madeBuffers_ = earlier;
+    else
+        std::for_each(earlier.begin(), earlier.end(), deleteMesh);
 }
 
 void ZNTDrawer::bindBuffers() {
