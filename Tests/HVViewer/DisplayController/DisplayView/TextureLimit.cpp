@@ -1,18 +1,12 @@
 #include "Tests/HVViewer/DisplayController/DisplayView/TextureLimit.h"
 
 #include <GLES2/gl2.h>
-#include <dlfcn.h>
 
 #include <algorithm>
 
 namespace {
 
 int limitPx = 0; // 0: the driver's own
-
-template <class Function>
-Function* driversOwn(Function* /*type*/, const char* name) {
-    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
 
 } // namespace
 
@@ -25,23 +19,30 @@ TextureLimit::~TextureLimit() {
     platform::Image::setDecodeLimits(decodeLimits_);
 }
 
-// The program's definitions come before those of the driver's library.
+// The linker gives every call in the test program these functions, and them the driver's: see
+// `--wrap` in the CMakeLists.txt.
 extern "C" {
 
-void glGetIntegerv(GLenum name, GLint* values) {
-    static auto* const real = driversOwn(&glGetIntegerv, "glGetIntegerv");
-    real(name, values);
+// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp): the linker's names.
+void __real_glGetIntegerv(GLenum name, GLint* values);
+void __real_glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width,
+                         GLsizei height, GLint border, GLenum format, GLenum type,
+                         const void* pixels);
+
+void __wrap_glGetIntegerv(GLenum name, GLint* values) {
+    __real_glGetIntegerv(name, values);
     if (name == GL_MAX_TEXTURE_SIZE && limitPx != 0)
         *values = std::min(*values, limitPx);
 }
 
-void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height,
-                  GLint border, GLenum format, GLenum type, const void* pixels) {
-    static auto* const real = driversOwn(&glTexImage2D, "glTexImage2D");
+void __wrap_glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width,
+                         GLsizei height, GLint border, GLenum format, GLenum type,
+                         const void* pixels) {
     const bool isTooLarge = limitPx != 0 && std::max(width, height) > limitPx;
     // The driver itself notes the error for a width below zero.
-    real(target, level, internalFormat, isTooLarge ? -1 : width, height, border, format, type,
-         pixels);
+    __real_glTexImage2D(target, level, internalFormat, isTooLarge ? -1 : width, height, border,
+                        format, type, pixels);
 }
+// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c,cert-dcl51-cpp)
 
 } // extern "C"
