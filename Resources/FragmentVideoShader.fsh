@@ -1,12 +1,16 @@
-// Medium precision cannot tell the columns of a large panorama apart.
+// Medium precision cannot tell the columns of a large panorama apart, but some devices have no more.
+#ifdef GL_FRAGMENT_PRECISION_HIGH
 precision highp float;
+#else
+precision mediump float;
+#endif
 
 uniform sampler2D SamplerY;
 uniform sampler2D SamplerUV;
 uniform mat3 colorConversionMatrix;
 uniform int u_enableColorPicking;
 
-varying highp vec2 v_textureCoord;
+varying vec2 v_textureCoord;
 
 // Video range: luma begins at 16, chroma is centred on 128.
 const vec3 kRangeOffset = vec3(16.0, 128.0, 128.0) / 255.0;

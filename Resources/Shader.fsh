@@ -1,10 +1,14 @@
+#ifdef GL_FRAGMENT_PRECISION_HIGH
 precision highp float;
+#else
+precision mediump float;
+#endif
 
 uniform sampler2D u_texture;
 uniform int u_enableColorPicking;
 uniform vec3 u_color;
 
-varying highp vec2 v_texCoord;
+varying vec2 v_texCoord;
 
 void main() {
     if (u_enableColorPicking != 0) {

@@ -66,7 +66,8 @@ bool GLDevice::loadVertexArrayFunctions() {
     return offers("GL_OES_vertex_array_object") && bindings_.procAddress &&
            lookUp(genVertexArrays_, bindings_, "glGenVertexArraysOES") &&
            lookUp(bindVertexArray_, bindings_, "glBindVertexArrayOES") &&
-           lookUp(deleteVertexArrays_, bindings_, "glDeleteVertexArraysOES");
+           lookUp(deleteVertexArrays_, bindings_, "glDeleteVertexArraysOES") &&
+           lookUp(isVertexArray_, bindings_, "glIsVertexArrayOES");
 }
 
 void GLDevice::uninstall() {

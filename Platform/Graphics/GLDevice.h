@@ -55,6 +55,7 @@ public:
     void deleteVertexArrays(int count, const std::uint32_t* names) const {
         deleteVertexArrays_(count, names);
     }
+    [[nodiscard]] bool isVertexArray(std::uint32_t name) const { return isVertexArray_(name) != 0; }
 
 private:
     GLDevice() = default;
@@ -69,6 +70,7 @@ private:
     void (*genVertexArrays_)(int, std::uint32_t*) = nullptr;
     void (*bindVertexArray_)(std::uint32_t) = nullptr;
     void (*deleteVertexArrays_)(int, const std::uint32_t*) = nullptr;
+    std::uint8_t (*isVertexArray_)(std::uint32_t) = nullptr;
 };
 
 } // namespace platform

@@ -49,14 +49,16 @@ private:
     std::vector<Entry> entries_;
 };
 
-ImagePtr fitted(const ImagePtr& image, int maxSidePx) {
-    if (std::max(image->widthPx(), image->heightPx()) <= maxSidePx)
-        return image;
-    ImagePtr smaller = scaledDownToFit(*image, maxSidePx);
+/// A smaller copy of a picture over the context's limit; null for one within it.
+ImagePtr smallerCopy(const Image& image) {
+    const int maxSidePx = GLDevice::main().maxTextureSidePx();
+    if (std::max(image.widthPx(), image.heightPx()) <= maxSidePx)
+        return nullptr;
+    ImagePtr smaller = scaledDownToFit(image, maxSidePx);
     log(LogLevel::Warning,
-        "texture: the picture is scaled down from " + std::to_string(image->widthPx()) + " x " +
-            std::to_string(image->heightPx()) + " to " + std::to_string(smaller->widthPx()) +
-            " x " + std::to_string(smaller->heightPx()) + " pixels to fit the graphics limit");
+        "texture: the picture is scaled down from " + std::to_string(image.widthPx()) + " x " +
+            std::to_string(image.heightPx()) + " to " + std::to_string(smaller->widthPx()) + " x " +
+            std::to_string(smaller->heightPx()) + " pixels to fit the graphics limit");
     return smaller;
 }
 
@@ -64,8 +66,8 @@ TextureLoader::Upload upload(const std::shared_ptr<GLContext>& context, SizePx s
                              const std::uint8_t* rgba) {
     auto texture = std::make_shared<TextureInfo>(context, size);
     if (const std::uint32_t error = texture->define(GL_RGBA, rgba); error != GL_NO_ERROR)
-        return {nullptr, error};
-    return {std::move(texture), GL_NO_ERROR};
+        return {.texture = nullptr, .glError = error};
+    return {.texture = std::move(texture)};
 }
 
 std::vector<std::uint8_t> premultiplied(std::span<const std::uint8_t> straight) {
@@ -86,30 +88,31 @@ void TextureLoader::textureWithImage(ImagePtr image, Completion completion) {
     MainQueue::main().async([context = context_, image = std::move(image),
                              completion = std::move(completion),
                              work = MainQueue::main().beginWork()] {
-        if (!image || !GLContext::setCurrentContext(context))
-            return completion(nullptr, GL_NO_ERROR);
+        if (!GLContext::setCurrentContext(context))
+            return completion({.texture = nullptr, .contextIsGone = true});
         const std::uint32_t generation = GLDevice::main().generation();
-        if (auto shared = Uploads::shared().find(image, generation))
-            return completion(std::move(shared), GL_NO_ERROR);
-        if (image->pixels().empty())
-            return completion(nullptr, GL_NO_ERROR);
-        const ImagePtr picture = fitted(image, GLDevice::main().maxTextureSidePx());
-        auto [texture, error] =
-            upload(context, {picture->widthPx(), picture->heightPx()}, picture->pixels().data());
-        if (texture) {
-            Uploads::shared().add(image, generation, texture);
+        if (auto shared = image ? Uploads::shared().find(image, generation) : nullptr)
+            return completion({.texture = std::move(shared)});
+        if (!image || image->pixels().empty())
+            return completion({});
+        const ImagePtr smaller = smallerCopy(*image);
+        const Image& picture = smaller ? *smaller : *image;
+        Upload made =
+            upload(context, {picture.widthPx(), picture.heightPx()}, picture.pixels().data());
+        if (made.texture) {
+            Uploads::shared().add(image, generation, made.texture);
             image->giveBackPixels();
         }
-        completion(std::move(texture), error);
+        completion(std::move(made));
     });
 }
 
 TextureLoader::Upload TextureLoader::premultipliedTexture(const std::shared_ptr<GLContext>& context,
                                                           const Image& image) {
-    if (std::max(image.widthPx(), image.heightPx()) > GLDevice::main().maxTextureSidePx())
-        return {};
-    const std::vector<std::uint8_t> pixels = premultiplied(image.pixels());
-    return upload(context, {image.widthPx(), image.heightPx()}, pixels.data());
+    const ImagePtr smaller = smallerCopy(image);
+    const Image& picture = smaller ? *smaller : image;
+    const std::vector<std::uint8_t> pixels = premultiplied(picture.pixels());
+    return upload(context, {picture.widthPx(), picture.heightPx()}, pixels.data());
 }
 
 std::shared_ptr<TextureInfo>

@@ -19,9 +19,15 @@ class GLContext;
 /// Thread: main.
 class TextureLoader {
 public:
-    /// The texture, or null and GL's error code (0 when there is no picture, or no context any
-    /// more).
-    using Completion = std::function<void(std::shared_ptr<TextureInfo>, std::uint32_t glError)>;
+    /// The texture; or null, and what went wrong.
+    struct Upload {
+        std::shared_ptr<TextureInfo> texture;
+        /// GL's error code; 0 where the picture has no pixels, or none any more.
+        std::uint32_t glError = 0;
+        /// The loader's context is no longer the host's: nothing was tried.
+        bool contextIsGone = false;
+    };
+    using Completion = std::function<void(Upload)>;
 
     explicit TextureLoader(std::shared_ptr<GLContext> context);
 
@@ -30,12 +36,7 @@ public:
     void textureWithImage(ImagePtr image, Completion completion);
 
     /// A picture whose colours are multiplied by its alpha, so that filtering does not bring in
-    /// what lies under transparent parts; made at once. Null and GL's error code (0: over the
-    /// limit) if it cannot be. The context is current.
-    struct Upload {
-        std::shared_ptr<TextureInfo> texture;
-        std::uint32_t glError = 0;
-    };
+    /// what lies under transparent parts; made at once. The context is current.
     [[nodiscard]] static Upload premultipliedTexture(const std::shared_ptr<GLContext>& context,
                                                      const Image& image);
 

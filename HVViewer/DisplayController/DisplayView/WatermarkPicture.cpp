@@ -1,5 +1,6 @@
 #include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
 
+#include "HVViewer/DisplayController/DisplayView/WatermarkStore.h"
 #include "Platform/Foundation/Base64.h"
 #include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Foundation/MainQueue.h"
@@ -12,30 +13,57 @@
 /// Built in from Resources/watermark.png.
 extern const std::string_view watermarkStr;
 
-platform::ImagePtr decodeWatermark(std::string_view base64) {
+namespace {
+
+std::string_view replacementText;
+
+} // namespace
+
+std::string_view watermarkText() {
+    return replacementText.empty() ? watermarkStr : replacementText;
+}
+
+void setWatermarkText(std::string_view base64) {
+    replacementText = base64;
+}
+
+platform::ImagePtr decodeWatermark(std::string_view base64, int maxSidePx) {
     const auto encoded = platform::decodeBase64(base64);
     if (!encoded)
         return nullptr;
-    // Not the limits that a host sets for its own pictures: the loader fits it to the context.
-    auto picture = platform::decodePicture(*encoded, {});
+    // Not the limits that a host sets for its own pictures.
+    auto picture = platform::decodePicture(*encoded, {.maxSidePx = maxSidePx});
     if (!picture)
         return nullptr;
     return std::make_shared<platform::Image>(std::move(picture.value().pixels));
 }
 
-platform::ImagePtr decodeBuiltInWatermark() {
-    return decodeWatermark(watermarkStr);
+platform::ImagePtr decodeBuiltInWatermark(int maxSidePx) {
+    return decodeWatermark(watermarkText(), maxSidePx);
 }
 
+namespace {
+
+/// Parts of a side of `whole` texels that a range of texels overlaps: the first and the last.
+std::pair<int, int> partsUnder(int firstTexel, int lastTexel, int whole, int parts) {
+    const auto partOf = [&](int texel) { return std::clamp(texel, 0, whole - 1) * parts / whole; };
+    // The end of the last texel, not its beginning: where texels are wider than quads, one texel
+    // covers several.
+    const int end = std::clamp(lastTexel + 1, 1, whole) * parts;
+    return {partOf(firstTexel), (end - 1) / whole};
+}
+
+} // namespace
+
 void markQuadsAround(QuadMask& mask, platform::SizePx size, int x, int y) {
-    for (const int column : {x - 1, x + 1}) {
-        for (const int row : {y - 1, y + 1}) {
-            const int across = std::clamp(column, 0, size.width - 1);
-            // The picture's first row is the zenith, the mesh's first ring the nadir.
-            const int upward = size.height - 1 - std::clamp(row, 0, size.height - 1);
-            mask.ring(upward * QuadMask::kRings / size.height)
-                .set(across * RingMask::kSegments / size.width);
-        }
+    // Filtering spreads a texel over half of each neighbour; the other half allows for rounding.
+    const auto [left, right] = partsUnder(x - 1, x + 1, size.width, RingMask::kSegments);
+    // The picture's first row is the zenith, the mesh's first ring the nadir.
+    const int upward = size.height - 1 - y;
+    const auto [lower, upper] = partsUnder(upward - 1, upward + 1, size.height, QuadMask::kRings);
+    for (int ring = lower; ring <= upper; ++ring) {
+        for (int segment = left; segment <= right; ++segment)
+            mask.ring(ring).set(segment);
     }
 }
 
@@ -52,21 +80,31 @@ QuadMask opaqueQuads(const platform::Image& picture) {
     return mask;
 }
 
-const Watermark* builtInWatermark() {
-    static const std::unique_ptr<Watermark> watermark = [] {
-        platform::ImagePtr picture = decodeBuiltInWatermark();
+namespace {
+
+const Watermark* keptWatermark(std::string_view text, int maxSidePx) {
+    static WatermarkStore<Watermark> store;
+    const int side = std::min(maxSidePx, kWatermarkSidePx);
+    return store.findOrMake(text, side, [&]() -> std::unique_ptr<Watermark> {
+        platform::ImagePtr picture = decodeWatermark(text, side);
         if (!picture)
-            return std::unique_ptr<Watermark>();
+            return nullptr;
         const QuadMask coverage = opaqueQuads(*picture);
         return std::make_unique<Watermark>(Watermark{std::move(picture), coverage});
-    }();
-    return watermark.get();
+    });
 }
 
-void requestBuiltInWatermark(std::function<void(const Watermark*)> completion) {
-    platform::DispatchQueue::background().async([completion = std::move(completion),
+} // namespace
+
+const Watermark* builtInWatermark(int maxSidePx) {
+    return keptWatermark(watermarkText(), maxSidePx);
+}
+
+void requestBuiltInWatermark(int maxSidePx, std::function<void(const Watermark*)> completion) {
+    platform::DispatchQueue::background().async([completion = std::move(completion), maxSidePx,
+                                                 text = watermarkText(),
                                                  work = platform::MainQueue::main().beginWork()] {
-        const Watermark* watermark = builtInWatermark();
+        const Watermark* watermark = keptWatermark(text, maxSidePx);
         platform::MainQueue::main().async([completion, watermark, work] { completion(watermark); });
     });
 }

@@ -7,35 +7,47 @@
 #include <memory>
 #include <string_view>
 
-/// The picture drawn over all content, wrapped over the same mesh: 4096 × 2048, mostly transparent.
+/// The longer side of the built-in picture, which is twice as wide as high.
+inline constexpr int kWatermarkSidePx = 4096;
+
+/// The picture drawn over all content, wrapped over the same mesh; mostly transparent.
 struct Watermark {
     platform::ImagePtr picture;
     /// The quads of the sphere on which any of it shows.
     QuadMask coverage;
 };
 
-/// The built-in watermark, decoded by the first call and kept as long as the program.
+/// The built-in watermark, scaled down where a side would exceed `maxSidePx`. The first call for a
+/// size decodes it; it is kept until the process ends.
 ///
-/// Thread: any.
+/// Thread: any, but not while `setWatermarkText` runs.
 /// Errors: null when the built-in text cannot be decoded.
-[[nodiscard]] const Watermark* builtInWatermark();
+[[nodiscard]] const Watermark* builtInWatermark(int maxSidePx = kWatermarkSidePx);
 
-/// The same for whoever cannot wait: it is decoded away from the main thread, so that the content
-/// is not kept from the screen, and handed over in a later turn.
-void requestBuiltInWatermark(std::function<void(const Watermark*)> completion);
+/// The same without blocking: it is decoded on another thread, so that the content appears at
+/// once, and passed to `completion` in a later turn. Thread: main.
+void requestBuiltInWatermark(int maxSidePx, std::function<void(const Watermark*)> completion);
 
-/// The built-in watermark's picture once more, kept by nobody else.
+/// Decodes the built-in watermark into a picture of its own, scaled down to `maxSidePx`.
 ///
-/// Thread: any.
+/// Thread: any, but not while `setWatermarkText` runs.
 /// Errors: null when the built-in text cannot be decoded.
-[[nodiscard]] platform::ImagePtr decodeBuiltInWatermark();
+[[nodiscard]] platform::ImagePtr decodeBuiltInWatermark(int maxSidePx = kWatermarkSidePx);
 
-/// Decodes a picture from base64 text. Errors: null, without a word.
-[[nodiscard]] platform::ImagePtr decodeWatermark(std::string_view base64);
+/// The base64 text that is decoded for watermarks requested from now on.
+[[nodiscard]] std::string_view watermarkText();
+/// Replaces it; an empty text restores the built-in one. Text that is no picture means no
+/// watermark. It must stay valid until the process ends. Thread: main.
+void setWatermarkText(std::string_view base64);
+
+/// Decodes a picture from base64 text and scales it down to `maxSidePx`. Errors: null, and no log
+/// line.
+[[nodiscard]] platform::ImagePtr decodeWatermark(std::string_view base64,
+                                                 int maxSidePx = kWatermarkSidePx);
 
 /// The quads of the sphere on which a picture wrapped over it, linearly filtered, is not
 /// transparent.
 [[nodiscard]] QuadMask opaqueQuads(const platform::Image& picture);
 
-/// Marks the quads that a texel of a picture of that size reaches when it is filtered.
+/// Marks the quads on which linear filtering shows a texel of a picture of that size.
 void markQuadsAround(QuadMask& mask, platform::SizePx size, int x, int y);

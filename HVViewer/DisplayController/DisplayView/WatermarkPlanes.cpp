@@ -1,7 +1,7 @@
 #include "HVViewer/DisplayController/DisplayView/WatermarkPlanes.h"
 
 #include "HVViewer/DisplayController/DisplayView/ColorConversion.h"
-#include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
+#include "HVViewer/DisplayController/DisplayView/WatermarkStore.h"
 #include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Imaging/Image.h"
@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -139,22 +140,33 @@ QuadMask quadsThatShow(const platform::PixelBuffer& frame) {
     return mask;
 }
 
-const WatermarkPlanes* builtInWatermarkPlanes() {
-    static const std::unique_ptr<WatermarkPlanes> planes = [] {
-        const platform::ImagePtr picture = decodeBuiltInWatermark();
+namespace {
+
+const WatermarkPlanes* keptPlanes(std::string_view text, int maxSidePx) {
+    static WatermarkStore<WatermarkPlanes> store;
+    const int side = std::min(maxSidePx, kWatermarkSidePx);
+    return store.findOrMake(text, side, [&]() -> std::unique_ptr<WatermarkPlanes> {
+        const platform::ImagePtr picture = decodeWatermark(text, side);
         if (!picture)
-            return std::unique_ptr<WatermarkPlanes>();
+            return nullptr;
         auto buffer = planesOverBlack(*picture);
         const QuadMask coverage = quadsThatShow(*buffer);
         return std::make_unique<WatermarkPlanes>(WatermarkPlanes{std::move(buffer), coverage});
-    }();
-    return planes.get();
+    });
 }
 
-void requestBuiltInWatermarkPlanes(std::function<void(const WatermarkPlanes*)> completion) {
-    platform::DispatchQueue::background().async(
-        [completion = std::move(completion), work = platform::MainQueue::main().beginWork()] {
-            const WatermarkPlanes* planes = builtInWatermarkPlanes();
-            platform::MainQueue::main().async([completion, planes, work] { completion(planes); });
-        });
+} // namespace
+
+const WatermarkPlanes* builtInWatermarkPlanes(int maxSidePx) {
+    return keptPlanes(watermarkText(), maxSidePx);
+}
+
+void requestBuiltInWatermarkPlanes(int maxSidePx,
+                                   std::function<void(const WatermarkPlanes*)> completion) {
+    platform::DispatchQueue::background().async([completion = std::move(completion), maxSidePx,
+                                                 text = watermarkText(),
+                                                 work = platform::MainQueue::main().beginWork()] {
+        const WatermarkPlanes* planes = keptPlanes(text, maxSidePx);
+        platform::MainQueue::main().async([completion, planes, work] { completion(planes); });
+    });
 }

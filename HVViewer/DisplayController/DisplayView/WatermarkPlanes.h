@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
 #include "HVViewer/Model/QuadMask.h"
 #include "Platform/Graphics/PixelBuffer.h"
 
@@ -17,15 +18,17 @@ struct WatermarkPlanes {
     QuadMask coverage;
 };
 
-/// The built-in watermark, made by the first call and kept as long as the program.
+/// The built-in watermark, scaled down where a side would exceed `maxSidePx`. The first call for a
+/// size makes it; it is kept until the process ends.
 ///
-/// Thread: any.
+/// Thread: any, but not while `setWatermarkText` runs.
 /// Errors: null when the built-in text cannot be decoded.
-[[nodiscard]] const WatermarkPlanes* builtInWatermarkPlanes();
+[[nodiscard]] const WatermarkPlanes* builtInWatermarkPlanes(int maxSidePx = kWatermarkSidePx);
 
-/// The same for whoever cannot wait: it is made away from the main thread and handed over in a
-/// later turn.
-void requestBuiltInWatermarkPlanes(std::function<void(const WatermarkPlanes*)> completion);
+/// The same without blocking: it is made on another thread and passed to `completion` in a later
+/// turn. Thread: main.
+void requestBuiltInWatermarkPlanes(int maxSidePx,
+                                   std::function<void(const WatermarkPlanes*)> completion);
 
 /// A picture over black as a frame of video, by the inverse of the matrix that the frame is shown
 /// with: where it is transparent it adds nothing.

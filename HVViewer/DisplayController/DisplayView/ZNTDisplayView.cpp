@@ -8,6 +8,7 @@
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Graphics/GLContext.h"
+#include "Platform/Graphics/GLStateScope.h"
 #include "Platform/Interface/Application.h"
 
 #include <GLES2/gl2.h>
@@ -69,6 +70,7 @@ void ZNTDisplayView::displayImage(const platform::ImagePtr& image,
 }
 
 void ZNTDisplayView::displayCVPixelBuffer(const platform::PixelBufferPtr& buffer) {
+    const platform::GLStateScope applicationState;
     if (isSetUpForVideo() || prepareForVideo())
         showFrame(buffer);
 }
@@ -76,6 +78,7 @@ void ZNTDisplayView::displayCVPixelBuffer(const platform::PixelBufferPtr& buffer
 void ZNTDisplayView::displayCVPixelBuffer(
     const platform::PixelBufferPtr& buffer,
     const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint, const HotSpots& hotSpots) {
+    const platform::GLStateScope applicationState;
     if (!isSetUpForVideo() && !prepareForVideo())
         return;
     showHotSpots(pickingPoint, hotSpots);
@@ -144,6 +147,7 @@ std::shared_ptr<ZNTHotSpotPickingPoint> ZNTDisplayView::shownPickingPoint() cons
 
 void ZNTDisplayView::showImage(const platform::ImagePtr& image,
                                const std::function<void()>& attach) {
+    const platform::GLStateScope applicationState;
     const auto earlier = glDrawer_;
     configureDefaultParameters();
     if (!context())
@@ -161,6 +165,7 @@ void ZNTDisplayView::showImage(const platform::ImagePtr& image,
 void ZNTDisplayView::startRenderVO(DisplayMode mode) {
     displayVO_ = mode;
     interractor_->setCurrentVO(mode);
+    const platform::GLStateScope applicationState;
     if (glDrawer_)
         glDrawer_->changeRenderingVO(mode);
 }

@@ -34,10 +34,10 @@ struct UnitBuffers {
 
 UnitBuffers unitBuffers;
 
-/// Without an error the context has gone, and the picture is on its way into another.
-void logTextureError(std::uint32_t glError) {
-    if (glError != GL_NO_ERROR)
-        platform::log(platform::LogLevel::Error, "GL Error = " + std::to_string(glError));
+void logTextureError(const platform::TextureLoader::Upload& failed) {
+    // After a lost context the picture is loaded again, into the next one.
+    if (!failed.contextIsGone)
+        platform::log(platform::LogLevel::Error, "GL Error = " + std::to_string(failed.glError));
 }
 
 void setColorConversion(const UniformTable& uniforms) {
@@ -81,7 +81,7 @@ void ZNTDrawer::changeRenderingVO(DisplayMode mode) {
     if (mode == renderingVO_)
         return;
     setupVO(mode);
-    bindBuffers();
+    replaceBuffers();
     if (const auto view = glView_.lock())
         view->display();
 }
@@ -113,7 +113,16 @@ void ZNTDrawer::screenShapeDidChange() {
     if (!isPlane || planeScreen_ == platform::Screen::mainScreen().nativeBounds().size)
         return;
     setupVO(renderingVO_);
+    replaceBuffers();
+}
+
+void ZNTDrawer::replaceBuffers() {
+    const std::vector<MeshBuffers> earlier = std::exchange(madeBuffers_, {});
     bindBuffers();
+    if (madeBuffers_.empty()) // there is no context, in which the earlier ones could be deleted
+        madeBuffers_ = earlier;
+    else
+        std::for_each(earlier.begin(), earlier.end(), deleteMesh);
 }
 
 void ZNTDrawer::bindBuffers() {
@@ -148,13 +157,13 @@ void ZNTDrawer::drawImage(const platform::ImagePtr& image) {
 void ZNTDrawer::setupTextureWithImage(const platform::ImagePtr& image) {
     if (!image || !glTextureLoader_)
         return;
-    glTextureLoader_->textureWithImage(image, [weak = weak(this)](auto texture, auto glError) {
+    glTextureLoader_->textureWithImage(image, [weak = weak(this)](auto upload) {
         const auto self = weak.lock();
         if (!self)
             return;
-        if (!texture)
-            return logTextureError(glError);
-        self->glTextureI_ = std::move(texture);
+        if (!upload.texture)
+            return logTextureError(upload);
+        self->glTextureI_ = std::move(upload.texture);
         if (const auto view = self->glView_.lock())
             view->display();
         self->srccgirf_.reset();
@@ -164,7 +173,8 @@ void ZNTDrawer::setupTextureWithImage(const platform::ImagePtr& image) {
 void ZNTDrawer::setupWatermarkTexture() {
     if (contentType_ == ContentType::Video)
         return setupVideoWatermark();
-    requestBuiltInWatermark([weak = weak(this)](const Watermark* watermark) {
+    const int maxSidePx = platform::GLDevice::main().maxTextureSidePx();
+    requestBuiltInWatermark(maxSidePx, [weak = weak(this)](const Watermark* watermark) {
         const auto self = weak.lock();
         if (self && watermark && self->glWatermarkLoader_)
             self->loadWatermark(*watermark);
@@ -172,7 +182,8 @@ void ZNTDrawer::setupWatermarkTexture() {
 }
 
 void ZNTDrawer::setupVideoWatermark() {
-    requestBuiltInWatermarkPlanes([weak = weak(this)](const WatermarkPlanes* watermark) {
+    const int maxSidePx = platform::GLDevice::main().maxTextureSidePx();
+    requestBuiltInWatermarkPlanes(maxSidePx, [weak = weak(this)](const WatermarkPlanes* watermark) {
         const auto self = weak.lock();
         if (!self || watermark == nullptr ||
             !platform::GLContext::setCurrentContext(self->context_.lock()))
@@ -184,18 +195,18 @@ void ZNTDrawer::setupVideoWatermark() {
 }
 
 void ZNTDrawer::loadWatermark(const Watermark& watermark) {
-    glWatermarkLoader_->textureWithImage(
-        watermark.picture, [weak = weak(this), &watermark](auto texture, auto glError) {
-            const auto self = weak.lock();
-            if (!self)
-                return;
-            if (!texture)
-                return logTextureError(glError);
-            self->glTextureWatermark_ = std::move(texture);
-            self->watermarkCoverage_ = &watermark.coverage;
-            if (const auto view = self->glView_.lock())
-                view->setNeedsDisplay();
-        });
+    const auto keep = [weak = weak(this), &watermark](platform::TextureLoader::Upload upload) {
+        const auto self = weak.lock();
+        if (!self)
+            return;
+        if (!upload.texture)
+            return logTextureError(upload);
+        self->glTextureWatermark_ = std::move(upload.texture);
+        self->watermarkCoverage_ = &watermark.coverage;
+        if (const auto view = self->glView_.lock())
+            view->setNeedsDisplay();
+    };
+    glWatermarkLoader_->textureWithImage(watermark.picture, keep);
 }
 
 void ZNTDrawer::prepareTextureCacheIfNeeded() {

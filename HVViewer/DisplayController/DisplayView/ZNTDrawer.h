@@ -50,7 +50,8 @@ public:
     void changeRenderingVO(DisplayMode mode);
     /// Rebuilds a plane whose screen has another shape by now.
     void screenShapeDidChange();
-    /// Uploads the mesh. Earlier buffers stay until the teardown.
+    /// Uploads the mesh. Earlier buffers stay until the mode or the screen's shape changes, or the
+    /// teardown.
     void bindBuffers();
     /// Where the program build leaves the attribute that takes texture coordinates.
     [[nodiscard]] static std::uint32_t& textureCoordinatePointer();
@@ -112,6 +113,8 @@ public:
     [[nodiscard]] std::int32_t enableColoring() const { return enableColoring_; }
 
 private:
+    /// `bindBuffers()` for another mesh, and the buffers of earlier ones are deleted.
+    void replaceBuffers();
     void shareBuffers(const MeshBuffers& buffers);
     void useOwnBuffers();
     void drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix);

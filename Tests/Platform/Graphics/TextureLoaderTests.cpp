@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,9 +23,10 @@ namespace {
 /// A host, a loader and what it completed with.
 struct Scene {
     [[nodiscard]] TextureLoader::Completion keep() {
-        return [this](std::shared_ptr<TextureInfo> texture, std::uint32_t glError) {
-            textures.push_back(std::move(texture));
-            errors.push_back(glError);
+        return [this](TextureLoader::Upload upload) {
+            textures.push_back(std::move(upload.texture));
+            errors.push_back(upload.glError);
+            contextWasGone.push_back(upload.contextIsGone);
         };
     }
     void load(const ImagePtr& image) {
@@ -36,6 +38,7 @@ struct Scene {
     TextureLoader loader{GLContext::create()};
     std::vector<std::shared_ptr<TextureInfo>> textures;
     std::vector<std::uint32_t> errors;
+    std::vector<bool> contextWasGone;
 };
 
 /// Every pixel another colour.
@@ -167,6 +170,22 @@ TEST(TextureLoader, HasNothingOnceItsContextIsGone) {
     ASSERT_EQ(scene.textures.size(), 1U);
     EXPECT_EQ(scene.textures[0], nullptr);
     EXPECT_EQ(scene.errors[0], 0U);
+    EXPECT_TRUE(scene.contextWasGone[0]);
+}
+
+TEST(TextureLoader, TellsAPictureWithoutPixelsFromALostContext) {
+    Scene scene;
+    const auto image =
+        std::make_shared<Image>(PixelStorage(3, 2), [] { return std::optional<PixelStorage>(); });
+    image->giveBackPixels();
+    scene.load(image);
+    scene.load(nullptr);
+    ASSERT_EQ(scene.textures.size(), 2U);
+    for (const std::size_t i : {0U, 1U}) {
+        EXPECT_EQ(scene.textures[i], nullptr);
+        EXPECT_EQ(scene.errors[i], 0U);
+        EXPECT_FALSE(scene.contextWasGone[i]);
+    }
 }
 
 TEST(TextureLoader, UploadsAPictureAgainForTheNextHost) {
@@ -206,6 +225,28 @@ TEST(TextureInfo, LeavesTheNextHostsTexturesAlone) {
     ASSERT_EQ(glIsTexture(name), GL_TRUE);
     scene.textures.clear();
     EXPECT_EQ(glIsTexture(name), GL_TRUE);
+}
+
+TEST(PremultipliedTexture, HoldsColoursTimesAlpha) {
+    const Scene scene;
+    const auto upload = TextureLoader::premultipliedTexture(GLContext::create(),
+                                                            *flatPicture(1, 1, 200, 100, 0, 51));
+    ASSERT_NE(upload.texture, nullptr);
+    EXPECT_EQ(bytesOf(*upload.texture), (std::vector<std::uint8_t>{40, 20, 0, 51}));
+}
+
+TEST(PremultipliedTexture, IsScaledDownToWhatTheContextCanHoldWithALogLine) {
+    const Scene scene;
+    const int limit = GLDevice::main().maxTextureSidePx();
+    const LogRecorder log;
+    const auto upload = TextureLoader::premultipliedTexture(
+        GLContext::create(), *flatPicture(2 * limit, 2, 200, 100, 0, 51));
+    ASSERT_NE(upload.texture, nullptr);
+    EXPECT_EQ(upload.texture->size(), (SizePx{limit, 1}));
+    const auto bytes = bytesOf(*upload.texture);
+    EXPECT_EQ((std::vector<std::uint8_t>(bytes.begin(), bytes.begin() + 4)),
+              (std::vector<std::uint8_t>{40, 20, 0, 51}));
+    EXPECT_EQ(log.count("scaled down from " + std::to_string(2 * limit) + " x 2"), 1);
 }
 
 TEST(TransparentTexture, IsOneTransparentPixelAtOnce) {

@@ -82,6 +82,34 @@ TEST(VideoDrawing, ShowsFramesOfAnySize) {
     }
 }
 
+TEST(VideoDrawing, TakesWholeHalvesOfAnOddSizeForChroma) {
+    VideoScene scene;
+    scene.controller().setDisplayMode(DisplayMode::Plane);
+    scene.give(flatFrame(kFrameSize, kGrey));
+    const auto plane = scene.snapshot();
+    const auto isPlane = [&](int x, int y) { return colourAt(*plane, x, y)[0] != 0; };
+    int right = 160;
+    while (right < 319 && isPlane(right + 1, kClearY))
+        ++right;
+    int bottom = kClearY;
+    while (bottom < 179 && isPlane(right, bottom + 1))
+        ++bottom;
+
+    // The last column and the last row of a 5 x 3 frame have a block of their own in its plane.
+    const YCbCr left{120, 90, 170};
+    const YCbCr inner{120, 160, 110};
+    scene.give(videoFrame({5, 3}, [&](int x, int y) {
+        if (x >= 4 || y >= 2)
+            return YCbCr{120, 128, 128};
+        return x < 2 ? left : inner;
+    }));
+    const auto picture = scene.snapshot();
+    // Two columns of chroma over the whole width, and one row.
+    EXPECT_LE(distance(colourAt(*picture, 320 - right + 4, kClearY), shownColour(left)), 2);
+    EXPECT_LE(distance(colourAt(*picture, right - 4, kClearY), shownColour(inner)), 2);
+    EXPECT_LE(distance(colourAt(*picture, right - 4, bottom - 1), shownColour(inner)), 2);
+}
+
 TEST(VideoDrawing, ShowsAVideoOfOneFrame) {
     VideoScene scene;
     scene.give(flatFrame(kFrameSize, kOrange));

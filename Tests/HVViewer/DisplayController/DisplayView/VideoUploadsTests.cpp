@@ -1,3 +1,4 @@
+#include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "Tests/HVViewer/DisplayController/DisplayView/VideoScene.h"
 #include "Tests/Support/GLObjects.h"
 
@@ -61,6 +62,22 @@ TEST(VideoUploads, MakeNoObjectsBeyondTwoSetsOfTextures) {
     play(3);
     const auto before = liveGLObjects();
     play(50);
+    EXPECT_EQ(liveGLObjects(), before);
+}
+
+TEST(VideoUploads, FreeTheStorageOfAnEarlierSize) {
+    VideoScene scene;
+    const auto play = [&](platform::SizePx size, int frames) {
+        for (int i = 0; i < frames; ++i)
+            scene.view().glDrawer()->drawCVPixelBuffer(flatFrame(size, kOrange), {});
+    };
+    scene.give(flatFrame(kFrameSize, kOrange));
+    play(kFrameSize, 20);
+    scene.host().settle();
+    const auto before = liveGLObjects();
+    play({16, 8}, 2);
+    EXPECT_NE(liveGLObjects(), before);
+    play(kFrameSize, 40);
     EXPECT_EQ(liveGLObjects(), before);
 }
 

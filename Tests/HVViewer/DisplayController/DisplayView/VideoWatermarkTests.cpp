@@ -1,8 +1,8 @@
 #include "HVViewer/DisplayController/DisplayView/MeshPasses.h"
 #include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
 #include "HVViewer/Model/ZNTInterractor.h"
-#include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Graphics/OffscreenTarget.h"
+#include "Tests/HVViewer/DisplayController/DisplayView/BackgroundHold.h"
 #include "Tests/HVViewer/DisplayController/DisplayView/VideoScene.h"
 #include "Tests/Support/PictureCompare.h"
 
@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <array>
-#include <future>
 #include <memory>
 #include <random>
 #include <utility>
@@ -37,27 +36,6 @@ platform::ImagePtr watermarkOverBlack() {
     }
     return std::make_shared<platform::Image>(std::move(pixels));
 }
-
-/// Keeps what is made away from the main thread from being made yet: the watermark.
-class BackgroundHold {
-public:
-    BackgroundHold() {
-        platform::DispatchQueue::background().async(
-            [held = promise_.get_future().share()] { held.wait(); });
-    }
-    ~BackgroundHold() { release(); }
-    BackgroundHold(const BackgroundHold&) = delete;
-    BackgroundHold& operator=(const BackgroundHold&) = delete;
-
-    void release() {
-        if (!std::exchange(isReleased_, true))
-            promise_.set_value();
-    }
-
-private:
-    std::promise<void> promise_;
-    bool isReleased_ = false;
-};
 
 } // namespace
 

@@ -2,6 +2,7 @@
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/Model/ZNTInterractor.h"
+#include "Platform/Foundation/MainQueue.h"
 #include "Platform/Graphics/GLContext.h"
 #include "Platform/Interface/View.h"
 #include "Tests/Support/HeadlessPlayer.h"
@@ -115,13 +116,15 @@ TEST(DisplayView, RedrawsForACameraChange) {
 TEST(DisplayView, IgnoresACameraChangeWhileHidden) {
     HeadlessPlayer player(kLandscape);
     player.show(grey());
-    player.view().setHidden(true);
-    advanceBy(player, 0.1);
-    const int presented = player.host().framesPresented();
+    int wakeUps = 0;
+    platform::MainQueue::main().setWakeUp([&] { ++wakeUps; });
     player.view().matrixUpdated();
-    advanceBy(player, 0.1);
-    EXPECT_EQ(player.host().framesPresented(), presented);
-    EXPECT_FALSE(player.view().needsDisplay());
+    EXPECT_EQ(wakeUps, 1) << "a visible view asks for a redraw";
+    player.view().setHidden(true);
+    wakeUps = 0;
+    player.view().matrixUpdated();
+    EXPECT_EQ(wakeUps, 0);
+    platform::MainQueue::main().setWakeUp(nullptr);
 }
 
 TEST(DisplayView, RedrawsOnceForAChangedSetting) {
@@ -136,6 +139,26 @@ TEST(DisplayView, RedrawsOnceForAChangedSetting) {
     player.view().setMakeTransparent(false);
     advanceBy(player, 0.1);
     EXPECT_EQ(player.host().framesPresented(), presented + 1);
+}
+
+TEST(DisplayView, RedrawsOnceForTheLockAndForTransparency) {
+    HeadlessPlayer player(kLandscape);
+    player.show(grey());
+    int presented = player.host().framesPresented();
+    for (const bool on : {true, false}) {
+        player.view().setLockVerticalRotation(on);
+        player.view().setLockVerticalRotation(on);
+        advanceBy(player, 0.1);
+        EXPECT_EQ(player.host().framesPresented(), ++presented) << "lock " << on;
+        player.view().setMakeTransparent(on);
+        player.view().setMakeTransparent(on);
+        advanceBy(player, 0.1);
+        EXPECT_EQ(player.host().framesPresented(), ++presented) << "transparent " << on;
+        player.view().setLockVerticalRotation(on);
+        player.view().setMakeTransparent(on);
+        advanceBy(player, 0.1);
+        EXPECT_EQ(player.host().framesPresented(), presented) << "nothing has changed";
+    }
 }
 
 TEST(DisplayView, RedrawsForAnOrientationOnlyInsideASuperview) {
@@ -160,6 +183,12 @@ TEST(DisplayView, IsClearAndNotOpaqueOnceMoved) {
     player.show(grey());
     EXPECT_FALSE(player.view().isOpaque());
     EXPECT_EQ(player.view().backgroundColor(), platform::kClearColor);
+    const auto view = player.controller().displayView();
+    view->setOpaque(true);
+    view->setBackgroundColor(platform::kBlackColor);
+    view->removeFromSuperview();
+    EXPECT_FALSE(view->isOpaque());
+    EXPECT_EQ(view->backgroundColor(), platform::kClearColor);
 }
 
 TEST(DisplayView, ClearsToOpaqueBlackOrToNothing) {

@@ -255,6 +255,7 @@ TEST(Drawer, SetsTheStateThatItsMeshNeeds) {
     player.show(orange());
     glEnable(GL_DEPTH_TEST);
     glEnable(GL_CULL_FACE);
+    glDepthMask(GL_TRUE);
     player.view().glDrawer()->bindBuffers();
     EXPECT_FALSE(glIsEnabled(GL_DEPTH_TEST));
     EXPECT_FALSE(glIsEnabled(GL_CULL_FACE));

@@ -1,5 +1,6 @@
 #include "HVViewer/DisplayController/DisplayView/HVVProgram/ZNTProgram.h"
 #include "Platform/Foundation/Assertion.h"
+#include "Platform/Foundation/Bundle.h"
 #include "Platform/Graphics/GLContext.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/LogRecorder.h"
@@ -10,7 +11,9 @@
 
 #include <functional>
 #include <memory>
+#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -41,6 +44,23 @@ platform::AssertionFailure failureOf(const std::function<void()>& action) {
     }
     ADD_FAILURE() << "nothing was thrown";
     return {"", 0, ""};
+}
+
+/// A fragment shader as the preprocessor leaves it where GL_FRAGMENT_PRECISION_HIGH is undefined.
+std::string withoutHighPrecision(const std::string& name) {
+    std::istringstream source(
+        platform::Bundle::framework().string(name, "fsh").value_or(std::string()));
+    std::string text;
+    bool isSkipping = false;
+    for (std::string line; std::getline(source, line);) {
+        if (line == "#ifdef GL_FRAGMENT_PRECISION_HIGH")
+            isSkipping = true;
+        else if (line == "#else" || line == "#endif")
+            isSkipping = false;
+        else if (!isSkipping)
+            text += line + "\n";
+    }
+    return text;
 }
 
 } // namespace
@@ -148,6 +168,37 @@ TEST_F(Program, ReportsAMissingShaderAndThenTheLink) {
     EXPECT_TRUE(program_.attributes().empty());
 }
 
+TEST_F(Program, LogsProgramThenFragmentThenVertexShaderWhenTheLinkFails) {
+    const ShadowedResource shadow("FragmentPhotoShader.fsh");
+    const LogRecorder log;
+    failureOf([this] { build(ContentType::Photo); });
+    std::vector<std::string> heads;
+    for (const std::string& line : log.lines()) {
+        if (const auto colon = line.find(" log: "); colon != std::string::npos)
+            heads.push_back(line.substr(0, colon));
+    }
+    EXPECT_EQ(heads, (std::vector<std::string>{"Program link", "Fragment shader compile",
+                                               "Vertex shader compile"}));
+}
+
+TEST_F(Program, AsksTheProgramFunctionsForTheShadersLogsWhichGivesNone) {
+    const ShadowedResource vertex("VertexPhotoShader.vsh", "this is no shader");
+    const ShadowedResource fragment("FragmentPhotoShader.fsh", "neither is this");
+    const LogRecorder log;
+    failureOf([this] { build(ContentType::Photo); });
+    ASSERT_EQ(log.count("Shader compile informations:\n"), 2) << "both have a log of their own";
+    EXPECT_EQ(log.count("Fragment shader compile log: (null)"), 1);
+    EXPECT_EQ(log.count("Vertex shader compile log: (null)"), 1);
+}
+
+TEST_F(Program, TakesTheVideoShaderForAnyTypeBeyondVideo) {
+    build(static_cast<ContentType>(3));
+    EXPECT_GE(program_.programUniformIndex("SamplerY"), 0);
+    EXPECT_EQ(program_.programUniformIndex("u_Sampler"), -1);
+    for (std::size_t slot = 3; slot <= 7; ++slot)
+        EXPECT_EQ(uniforms_[slot], kUntouched) << slot;
+}
+
 TEST_F(Program, ReportsAMissingVertexShader) {
     const ShadowedResource shadow("VertexPhotoShader.vsh");
     const LogRecorder log;
@@ -174,6 +225,18 @@ TEST_F(Program, BuildsWithoutAPickingUniform) {
     build(ContentType::Photo);
     EXPECT_EQ(uniforms_[9], -1);
     EXPECT_TRUE(glIsProgram(program_.programName()));
+}
+
+TEST_F(Program, BuildsOnADeviceWhoseFragmentsHaveNoHighPrecision) {
+    for (const auto& [name, type] : {std::pair("FragmentPhotoShader", ContentType::Photo),
+                                     std::pair("FragmentVideoShader", ContentType::Video)}) {
+        const std::string source = withoutHighPrecision(name);
+        EXPECT_EQ(source.find("highp"), std::string::npos) << name;
+        const ShadowedResource shadow(std::string(name) + ".fsh", source);
+        build(type);
+        EXPECT_TRUE(glIsProgram(program_.programName())) << name;
+    }
+    EXPECT_EQ(withoutHighPrecision("Shader").find("highp"), std::string::npos);
 }
 
 TEST_F(Program, HasNothingToSayAboutAShaderAskedAsAProgram) {
