@@ -13,7 +13,6 @@
 #include "Platform/Graphics/GLContext.h"
 #include "Platform/Graphics/GLDevice.h"
 #include "Platform/Graphics/GLView.h"
-#include "Platform/Graphics/TextureLoader.h"
 #include "Platform/Interface/Screen.h"
 
 #include <GLES2/gl2.h>
@@ -118,13 +117,11 @@ void ZNTHotSpotDrawer::screenShapeDidChange() {
 }
 
 void ZNTHotSpotDrawer::removeTextures() {
-    // Another drawer may have given a hot spot its texture anew since; that one is not ours.
-    for (std::size_t i = 0; i < hotSpots_.size(); ++i) {
-        if (hotSpots_[i]->texture() == madeTextures_[i].lock())
-            hotSpots_[i]->removeSpotTexture();
+    for (const auto& spot : std::exchange(hotSpots_, {})) {
+        // Another drawer may still show it.
+        if (--spot->timesShown_ == 0)
+            spot->removeSpotTexture();
     }
-    hotSpots_.clear();
-    madeTextures_.clear();
 }
 
 void ZNTHotSpotDrawer::tearDownGL() {
@@ -148,6 +145,8 @@ void ZNTHotSpotDrawer::tearDownGL() {
 // The list
 
 void ZNTHotSpotDrawer::addHotSpot(const std::shared_ptr<ZNTHotSpot>& spot) {
+    if (isTornDown_)
+        return;
     if (!spot)
         return platform::log(platform::LogLevel::Warning,
                              "hot spots: one of the list is null; it is left out");
@@ -155,8 +154,8 @@ void ZNTHotSpotDrawer::addHotSpot(const std::shared_ptr<ZNTHotSpot>& spot) {
     warnOfAngles(*spot);
     if (!platform::GLContext::setCurrentContext(context_.lock()) || !spot->setupTexture())
         return;
+    ++spot->timesShown_;
     hotSpots_.push_back(spot);
-    madeTextures_.push_back(spot->texture());
 }
 
 void ZNTHotSpotDrawer::updateHotSpots(const HotSpots& spots) {

@@ -18,7 +18,6 @@ class ZNTHotSpotPlaneVO;
 namespace platform {
 class GLContext;
 class GLView;
-class TextureInfo;
 class Timer;
 } // namespace platform
 
@@ -38,7 +37,8 @@ public:
     ~ZNTHotSpotDrawer() override;
     void init() override;
 
-    /// A hot spot whose texture fails is left out, and its index goes to the next one.
+    /// A hot spot whose texture fails is left out, and its index goes to the next one. After the
+    /// teardown nothing is added any more.
     void addHotSpot(const std::shared_ptr<ZNTHotSpot>& spot);
     /// Replaces the list; automatic picking starts anew in a later turn.
     void updateHotSpots(const HotSpots& spots);
@@ -105,7 +105,6 @@ private:
     bool updateInProgress_ = false;
     bool isTornDown_ = false;
     HotSpots hotSpots_;
-    std::vector<std::weak_ptr<const platform::TextureInfo>> madeTextures_; // beside `hotSpots_`
     std::weak_ptr<platform::GLContext> context_;
     std::weak_ptr<platform::GLView> glView_;
     std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint_;

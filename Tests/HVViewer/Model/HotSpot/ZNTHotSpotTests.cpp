@@ -132,6 +132,7 @@ TEST(HotSpot, ReplacesItsTextureAndForgetsItsName) {
     const auto hotSpot = ZNTHotSpot::hotSpotWithTextureImage(flatPicture(4, 4, 9, 9, 9), 0, 0);
     EXPECT_TRUE(hotSpot->setupTexture());
     const auto first = hotSpot->texture();
+    hotSpot->setTextureImage(flatPicture(4, 4, 8, 8, 8));
     EXPECT_TRUE(hotSpot->setupTexture());
     EXPECT_EQ(first.use_count(), 1) << "the hot spot holds the second one";
     EXPECT_NE(hotSpot->textureName(), 0U);
