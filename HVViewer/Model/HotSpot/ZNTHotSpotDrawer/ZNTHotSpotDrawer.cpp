@@ -58,6 +58,21 @@ bool isOutOfSight(const VisualObjectModel& quad, const GLKMatrix4& matrix) {
     return std::find(isBeyond.begin(), isBeyond.end(), true) != isBeyond.end();
 }
 
+/// Dithering could turn a red into the one beside it, which stands for another hot spot.
+class WithoutDithering {
+public:
+    WithoutDithering() : wasOn_(glIsEnabled(GL_DITHER) == GL_TRUE) { glDisable(GL_DITHER); }
+    ~WithoutDithering() {
+        if (wasOn_)
+            glEnable(GL_DITHER);
+    }
+    WithoutDithering(const WithoutDithering&) = delete;
+    WithoutDithering& operator=(const WithoutDithering&) = delete;
+
+private:
+    bool wasOn_;
+};
+
 void warnOfAngles(const ZNTHotSpot& spot) {
     if (!std::isfinite(spot.verticalOffset()) || !std::isfinite(spot.horizontalOffset()))
         platform::log(platform::LogLevel::Warning,
@@ -213,6 +228,9 @@ void ZNTHotSpotDrawer::performDrawMarkersWithProjection(const GLKMatrix4& scene)
         return;
     glUseProgram(markerProgramm_.name());
     GLDevice::main().bindVertexArray(buffers_.vertexArray);
+    std::optional<WithoutDithering> exactColors;
+    if (enableColor_)
+        exactColors.emplace();
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glActiveTexture(GL_TEXTURE0 + kTextureUnit);
@@ -223,8 +241,14 @@ void ZNTHotSpotDrawer::performDrawMarkersWithProjection(const GLKMatrix4& scene)
     glBindTexture(GL_TEXTURE_2D, 0);
     glActiveTexture(GL_TEXTURE0);
     glDisable(GL_BLEND);
-    if (enableColor_)
-        endColorPass();
+    if (!enableColor_)
+        return;
+    // Observers of the end may give the drawer another list, or pick themselves.
+    std::vector<DrawnSpot> drawn;
+    for (const auto& spot : hotSpots_)
+        drawn.push_back({spot->indexID(), spot});
+    endColorPass();
+    drawnForPicking_ = std::move(drawn);
 }
 
 void ZNTHotSpotDrawer::drawMarker(ZNTHotSpot& spot, const GLKMatrix4& scene) const {
@@ -254,10 +278,17 @@ std::optional<GLKVector4> ZNTHotSpotDrawer::snapshotDorPicking(platform::Point p
         return std::nullopt;
     enableColor_ = true;
     notifications().post(ZNTHotSpotDrawerDisableDrawing);
+    // What an observer has drawn meanwhile took the picking colours; another frame would show the
+    // content, whose colours stand for nothing.
+    if (!enableColor_)
+        return std::nullopt;
+    drawnForPicking_.clear();
     const auto pixel = view->pixelAt(point);
     // Without markers no pass has taken the picking colours off the content again.
-    if (enableColor_)
+    if (enableColor_) {
         endColorPass();
+        return std::nullopt;
+    }
     if (!pixel)
         return std::nullopt;
     const auto channel = [&pixel](std::size_t i) {
@@ -267,9 +298,11 @@ std::optional<GLKVector4> ZNTHotSpotDrawer::snapshotDorPicking(platform::Point p
 }
 
 void ZNTHotSpotDrawer::pickAt(platform::Point point, bool tap) {
-    const auto self = shared(this); // whoever hears of a selection may end the drawer
-    if (const auto color = snapshotDorPicking(point))
-        detectSelectionFromTapColot(*color, tap);
+    const auto self = shared(this); // observers may end the drawer
+    const auto color = snapshotDorPicking(point);
+    const auto drawn = std::exchange(drawnForPicking_, {});
+    if (color)
+        detectSelectionFromTapColot(*color, drawn, tap);
 }
 
 void ZNTHotSpotDrawer::objectPickTestForPixelAtX(int x, int y) {
@@ -285,25 +318,27 @@ void ZNTHotSpotDrawer::objecPickTestForPickingPoint() {
     });
 }
 
-void ZNTHotSpotDrawer::detectSelectionFromTapColot(const GLKVector4& color, bool tap) {
-    const auto hit = std::find_if(hotSpots_.begin(), hotSpots_.end(), [&color](const auto& spot) {
-        return redOf(spot->indexID()) == color.v[0];
+void ZNTHotSpotDrawer::detectSelectionFromTapColot(const GLKVector4& color,
+                                                   const std::vector<DrawnSpot>& drawn, bool tap) {
+    const auto hit = std::find_if(drawn.begin(), drawn.end(), [&color](const DrawnSpot& spot) {
+        return redOf(spot.index) == color.v[0];
     });
-    if (hit == hotSpots_.end())
+    if (hit == drawn.end())
         return;
-    const auto spot = *hit;
-    if (!tap && !dwellsOn(*spot))
+    if (!tap && !dwellsOn(hit->index))
         return;
     notifications().post(ZNTHotSpotDrawerDetectHotSpotSelection,
-                         {{ZNTHotSpotDrawerHotSpotNameKey, spot->hotSpotName()},
-                          {ZNTHotSpotDrawerHotSpotIndexKey, std::int64_t{spot->indexID()}},
+                         {{ZNTHotSpotDrawerHotSpotNameKey, hit->spot->hotSpotName()},
+                          {ZNTHotSpotDrawerHotSpotIndexKey, std::int64_t{hit->index}},
                           {ZNTHotSpotDrawerTapKey, tap}});
 }
 
-bool ZNTHotSpotDrawer::dwellsOn(const ZNTHotSpot& spot) {
-    if (spot.indexID() != pickingHotSpotIndex_) {
+bool ZNTHotSpotDrawer::dwellsOn(std::uint32_t index) {
+    if (!pickingPoint_)
+        return false; // taken away during the look
+    if (index != pickingHotSpotIndex_) {
         pickingOccurency_ = 0;
-        pickingHotSpotIndex_ = spot.indexID();
+        pickingHotSpotIndex_ = index;
         return false;
     }
     if (++pickingOccurency_ < pickingPoint_->rejectRate())
