@@ -53,9 +53,10 @@ Read readText(const std::string& text, const std::string& name) {
 } // namespace
 
 void HotSpotFile::applyTo(ZNTDisplayViewController& controller) const {
-    addHotSpots(controller, hotSpots);
-    controller.setEnableHotSpotTapDetection(tapDetection);
+    // Automatic picking is switched first: a video that has a frame takes the list at once.
     controller.setEnableHotSpotAutoPicking(autoPicking);
+    controller.setEnableHotSpotTapDetection(tapDetection);
+    addHotSpots(controller, hotSpots);
 }
 
 Read readHotSpotFile(const std::string& path) {

@@ -172,8 +172,9 @@ private:
         addHotSpots(*controller_, action);
         showHotSpots();
     }
+    /// A picture takes them when it appears, a video that has a frame has taken them already.
     void showHotSpots() {
-        if (hasAppeared_)
+        if (hasAppeared_ || controller_->contentType() == ContentType::Video)
             refreshHotSpots(*controller_);
     }
     void applyKind(const SphericalOffsetAction& action) {

@@ -10,6 +10,35 @@
 #include "Platform/Interface/TapGestureRecognizer.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+/// Whole numbers stay, others lose their fraction; what no integer holds becomes the nearest one,
+/// and NaN 0.
+std::int64_t integerOf(double number) {
+    constexpr double limit = 9223372036854775808.0; // 2 to the 63rd
+    if (std::isnan(number))
+        return 0;
+    if (number >= limit)
+        return std::numeric_limits<std::int64_t>::max();
+    return number < -limit ? std::numeric_limits<std::int64_t>::min()
+                           : static_cast<std::int64_t>(number);
+}
+
+/// Of whichever kind the number is; 0 for anything else, and where there is none.
+std::int64_t integerValue(const platform::Notification& notification, const char* key) {
+    if (const auto number = notification.value<double>(key); number != 0)
+        return integerOf(number);
+    return notification.value<std::int64_t>(key, notification.value<bool>(key) ? 1 : 0);
+}
+
+bool boolValue(const platform::Notification& notification, const char* key) {
+    return notification.value<double>(key) != 0 || integerValue(notification, key) != 0;
+}
+
+} // namespace
 
 void ZNTDisplayViewController::addHotSpots(
     const std::vector<std::shared_ptr<ZNTHotSpot>>& hotSpots,
@@ -57,7 +86,7 @@ void ZNTDisplayViewController::didDetectObjectPickingEvent(
             return;
         self->detectPickedHotSpotObjectWithName(
             notification.value<std::string>(ZNTHotSpotDrawerHotSpotNameKey),
-            notification.value<std::int64_t>(ZNTHotSpotDrawerHotSpotIndexKey),
-            notification.value<bool>(ZNTHotSpotDrawerTapKey));
+            integerValue(notification, ZNTHotSpotDrawerHotSpotIndexKey),
+            boolValue(notification, ZNTHotSpotDrawerTapKey));
     });
 }

@@ -1,12 +1,11 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
 
-#include "Platform/Foundation/Log.h"
-#include "Platform/Graphics/GLContext.h"
-#include "Platform/Graphics/TextureLoader.h"
-#include "Platform/Imaging/NamedImage.h"
+#include "HVViewer/Model/HotSpot/MarkerTextures.h"
+#include "Platform/Graphics/TextureInfo.h"
 
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace {
 
@@ -34,23 +33,9 @@ std::shared_ptr<ZNTHotSpot> ZNTHotSpot::hotSpotWithTextureImage(const platform::
 }
 
 bool ZNTHotSpot::setupTexture() {
-    removeSpotTexture();
-    const auto image =
-        textureImageName_.empty() ? textureImage_ : platform::imageNamed(textureImageName_);
-    if (!image || image->pixels().empty()) {
-        platform::log(platform::LogLevel::Error,
-                      "Error - cant setup texture for hotSpot, nill image");
-        return false;
-    }
-    auto upload = platform::TextureLoader::premultipliedTexture(
-        platform::GLContext::currentContext(), *image);
-    texture_ = std::move(upload.texture);
-    if (!texture_)
-        platform::log(
-            platform::LogLevel::Error,
-            "hot spot: its picture of " + std::to_string(image->widthPx()) + " x " +
-                std::to_string(image->heightPx()) +
-                " pixels cannot be uploaded, GL Error = " + std::to_string(upload.glError));
+    // Kept until the end, so that the same picture is not uploaded again.
+    const auto earlier = std::exchange(texture_, nullptr);
+    texture_ = MarkerTextures::shared().textureWith(textureImageName_, textureImage_);
     return texture_ != nullptr;
 }
 

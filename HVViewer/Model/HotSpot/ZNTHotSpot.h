@@ -20,8 +20,8 @@ class TextureInfo;
 /// vertical one further down. At scale 1 the quad is 0.2 of the sphere's radius wide and, by the
 /// shape of the screen, 0.4 of the radius times the screen's shorter side over its longer one high.
 ///
-/// Owner:  the host application, and the controller that it gives the hot spot to. A hot spot has
-///         one texture; it may be shown by both views of side by side.
+/// Owner:  the host application, and the controllers that it gives the hot spot to. All hot spots
+///         with the same picture share one texture, for as long as anything shows one of them.
 /// Thread: main.
 class ZANTO_EXPORT ZNTHotSpot : public platform::Object {
 public:
@@ -65,15 +65,17 @@ public:
     [[nodiscard]] platform::ImagePtr textureImage() const { return textureImage_; }
     void setTextureImage(platform::ImagePtr image) { textureImage_ = std::move(image); }
 
-    /// Uploads the picture in place of an earlier texture; the GL context is current.
+    /// Uploads the picture in place of an earlier texture, scaled down where it is over the limit
+    /// of the GL context, which is current.
     ///
-    /// Errors: false, and a log line, when there is no picture or it cannot be uploaded.
+    /// Errors: false, a log line and the GL name 0 when there is no picture, no context, or the
+    ///         upload fails.
     bool setupTexture();
-    /// The GL name is 0 afterwards.
+    /// Lets go of the texture; the GL name is 0 afterwards.
     void removeSpotTexture() { texture_.reset(); }
     /// 0 while there is none.
     [[nodiscard]] std::uint32_t textureName() const;
-    /// Tells one upload from the next.
+    /// The same for hot spots that share it.
     [[nodiscard]] std::shared_ptr<const platform::TextureInfo> texture() const { return texture_; }
 
     /// Places the quad in a scene.
@@ -81,6 +83,8 @@ public:
     [[nodiscard]] GLKMatrix4 hotSpotModelViewProjectionMatrix() const { return matrix_; }
 
 private:
+    friend class ZNTHotSpotDrawer;
+
     float verticalOffset_ = 0;
     float horizontalOffset_ = 0;
     float scale_ = 1;
@@ -93,4 +97,5 @@ private:
     platform::ImagePtr textureImage_;
     std::shared_ptr<platform::TextureInfo> texture_;
     GLKMatrix4 matrix_{};
+    std::uint32_t timesShown_ = 0; // in the lists of all drawers
 };

@@ -1,3 +1,4 @@
+#include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
 #include "Tests/HVViewer/DisplayController/PlaybackScene.h"
@@ -7,8 +8,42 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <memory>
+#include <string>
+#include <vector>
 
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+using HotSpots = std::vector<std::shared_ptr<ZNTHotSpot>>;
+
+/// Fills the middle of the view, and is the first of its list: each look reports it.
+HotSpots door() {
+    const auto spot = ZNTHotSpot::hotSpotWithTextureImage(flatPicture(8, 8, 255, 0, 0), 0.0F, 0.0F);
+    spot->setHotSpotName("door");
+    return {spot};
+}
+
+/// A video of three seconds on the sphere.
+struct Watching : PlaybackScene {
+    explicit Watching(bool looking) {
+        player->setDisplayMode(DisplayMode::Sphere);
+        player->setEnableHotSpotAutoPicking(looking);
+        play(tests::testClip({.frames = 90}));
+        player->take();
+    }
+    std::vector<std::string> picksDuring(double seconds) {
+        player->take();
+        advance(seconds);
+        return player->take();
+    }
+    std::shared_ptr<ZNTHotSpotPickingPoint> point =
+        ZNTHotSpotPickingPoint::pickingPointForXPosition(0.5, 0.5);
+};
+
+} // namespace
 
 TEST(VideoHotSpots, AreShownAtOnceOverAFrameThatStands) {
     PlaybackScene s;
@@ -69,4 +104,63 @@ TEST(VideoHotSpots, LookIntoTheLeftHalfSideBySideWithEveryFrame) {
     s.player->setDisplayMode(DisplayMode::Sphere);
     s.advance(0.1);
     EXPECT_FALSE(point->sbsModeActive());
+}
+
+TEST(VideoHotSpots, AreLookedAtByTheSwitchThatIsSetWhenTheListIsShown) {
+    Watching s(false);
+    s.player->addHotSpots(door(), s.point);
+    EXPECT_THAT(s.picksDuring(0.4), IsEmpty());
+    s.player->setEnableHotSpotAutoPicking(true);
+    EXPECT_TRUE(s.player->enableHotSpotAutoPicking());
+    EXPECT_THAT(s.picksDuring(0.4), IsEmpty()) << "not by the switch alone";
+    s.player->addHotSpots(door(), s.point);
+    EXPECT_THAT(s.picksDuring(0.4), ElementsAre("picked door 0"));
+    s.player->setEnableHotSpotAutoPicking(false);
+    s.player->addHotSpots(door(), s.point);
+    EXPECT_THAT(s.picksDuring(0.4), IsEmpty());
+}
+
+TEST(VideoHotSpots, AreNotLookedAtOnceAListComesWithoutAPoint) {
+    Watching s(true);
+    const auto spots = door();
+    s.player->addHotSpots(spots, s.point);
+    EXPECT_THAT(s.picksDuring(0.4), ElementsAre("picked door 0"));
+    s.player->addHotSpots(spots, nullptr);
+    EXPECT_EQ(s.player->hotSpotPickingPoint(), nullptr);
+    EXPECT_EQ(s.player->displayView()->shownPickingPoint(), nullptr);
+    EXPECT_THAT(s.picksDuring(0.4), IsEmpty());
+    s.player->addHotSpots(spots, s.point);
+    EXPECT_THAT(s.picksDuring(0.4), ElementsAre("picked door 0"));
+}
+
+TEST(VideoHotSpots, ReplaceTheListAndAreNotAddedToIt) {
+    Watching s(false);
+    s.player->addHotSpots(door(), s.point);
+    const auto later = door();
+    s.player->addHotSpots(later, s.point);
+    EXPECT_EQ(s.player->hotSpots(), later);
+    EXPECT_EQ(s.player->displayView()->glDrawer()->givenHotSpots(), later);
+}
+
+TEST(VideoHotSpots, ReachTheSecondViewOnlySideBySide) {
+    Watching s(false);
+    s.player->setDisplayMode(DisplayMode::SideBySide);
+    const auto first = door();
+    s.player->addHotSpots(first, nullptr);
+    EXPECT_EQ(s.player->virtualDisplayView()->glDrawer()->givenHotSpots(), first);
+    s.player->setDisplayMode(DisplayMode::Sphere);
+    s.player->addHotSpots(door(), nullptr);
+    s.advance(0.1);
+    EXPECT_EQ(s.player->virtualDisplayView()->glDrawer()->givenHotSpots(), first);
+}
+
+TEST(VideoHotSpots, AreKeptWithoutBeingShownBeforeTheFirstFrame) {
+    PlaybackScene s;
+    s.appear();
+    const auto spots = door();
+    const auto point = ZNTHotSpotPickingPoint::pickingPointForXPosition(0.5, 0.5);
+    s.player->addHotSpots(spots, point);
+    EXPECT_EQ(s.player->hotSpots(), spots);
+    EXPECT_EQ(s.player->hotSpotPickingPoint(), point);
+    EXPECT_EQ(s.player->displayView()->glDrawer(), nullptr);
 }

@@ -13,7 +13,6 @@
 #include "Platform/Graphics/GLContext.h"
 #include "Platform/Graphics/GLDevice.h"
 #include "Platform/Graphics/GLView.h"
-#include "Platform/Graphics/TextureLoader.h"
 #include "Platform/Interface/Screen.h"
 
 #include <GLES2/gl2.h>
@@ -58,6 +57,21 @@ bool isOutOfSight(const VisualObjectModel& quad, const GLKMatrix4& matrix) {
     }
     return std::find(isBeyond.begin(), isBeyond.end(), true) != isBeyond.end();
 }
+
+/// Dithering could turn a red into the one beside it, which stands for another hot spot.
+class WithoutDithering {
+public:
+    WithoutDithering() : wasOn_(glIsEnabled(GL_DITHER) == GL_TRUE) { glDisable(GL_DITHER); }
+    ~WithoutDithering() {
+        if (wasOn_)
+            glEnable(GL_DITHER);
+    }
+    WithoutDithering(const WithoutDithering&) = delete;
+    WithoutDithering& operator=(const WithoutDithering&) = delete;
+
+private:
+    bool wasOn_;
+};
 
 void warnOfAngles(const ZNTHotSpot& spot) {
     if (!std::isfinite(spot.verticalOffset()) || !std::isfinite(spot.horizontalOffset()))
@@ -118,13 +132,11 @@ void ZNTHotSpotDrawer::screenShapeDidChange() {
 }
 
 void ZNTHotSpotDrawer::removeTextures() {
-    // Another drawer may have given a hot spot its texture anew since; that one is not ours.
-    for (std::size_t i = 0; i < hotSpots_.size(); ++i) {
-        if (hotSpots_[i]->texture() == madeTextures_[i].lock())
-            hotSpots_[i]->removeSpotTexture();
+    for (const auto& spot : std::exchange(hotSpots_, {})) {
+        // Another drawer may still show it.
+        if (--spot->timesShown_ == 0)
+            spot->removeSpotTexture();
     }
-    hotSpots_.clear();
-    madeTextures_.clear();
 }
 
 void ZNTHotSpotDrawer::tearDownGL() {
@@ -148,6 +160,8 @@ void ZNTHotSpotDrawer::tearDownGL() {
 // The list
 
 void ZNTHotSpotDrawer::addHotSpot(const std::shared_ptr<ZNTHotSpot>& spot) {
+    if (isTornDown_)
+        return;
     if (!spot)
         return platform::log(platform::LogLevel::Warning,
                              "hot spots: one of the list is null; it is left out");
@@ -155,8 +169,8 @@ void ZNTHotSpotDrawer::addHotSpot(const std::shared_ptr<ZNTHotSpot>& spot) {
     warnOfAngles(*spot);
     if (!platform::GLContext::setCurrentContext(context_.lock()) || !spot->setupTexture())
         return;
+    ++spot->timesShown_;
     hotSpots_.push_back(spot);
-    madeTextures_.push_back(spot->texture());
 }
 
 void ZNTHotSpotDrawer::updateHotSpots(const HotSpots& spots) {
@@ -214,6 +228,9 @@ void ZNTHotSpotDrawer::performDrawMarkersWithProjection(const GLKMatrix4& scene)
         return;
     glUseProgram(markerProgramm_.name());
     GLDevice::main().bindVertexArray(buffers_.vertexArray);
+    std::optional<WithoutDithering> exactColors;
+    if (enableColor_)
+        exactColors.emplace();
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glActiveTexture(GL_TEXTURE0 + kTextureUnit);
@@ -224,8 +241,14 @@ void ZNTHotSpotDrawer::performDrawMarkersWithProjection(const GLKMatrix4& scene)
     glBindTexture(GL_TEXTURE_2D, 0);
     glActiveTexture(GL_TEXTURE0);
     glDisable(GL_BLEND);
-    if (enableColor_)
-        endColorPass();
+    if (!enableColor_)
+        return;
+    // Observers of the end may give the drawer another list, or pick themselves.
+    std::vector<DrawnSpot> drawn;
+    for (const auto& spot : hotSpots_)
+        drawn.push_back({spot->indexID(), spot});
+    endColorPass();
+    drawnForPicking_ = std::move(drawn);
 }
 
 void ZNTHotSpotDrawer::drawMarker(ZNTHotSpot& spot, const GLKMatrix4& scene) const {
@@ -255,10 +278,17 @@ std::optional<GLKVector4> ZNTHotSpotDrawer::snapshotDorPicking(platform::Point p
         return std::nullopt;
     enableColor_ = true;
     notifications().post(ZNTHotSpotDrawerDisableDrawing);
+    // What an observer has drawn meanwhile took the picking colours; another frame would show the
+    // content, whose colours stand for nothing.
+    if (!enableColor_)
+        return std::nullopt;
+    drawnForPicking_.clear();
     const auto pixel = view->pixelAt(point);
     // Without markers no pass has taken the picking colours off the content again.
-    if (enableColor_)
+    if (enableColor_) {
         endColorPass();
+        return std::nullopt;
+    }
     if (!pixel)
         return std::nullopt;
     const auto channel = [&pixel](std::size_t i) {
@@ -268,9 +298,11 @@ std::optional<GLKVector4> ZNTHotSpotDrawer::snapshotDorPicking(platform::Point p
 }
 
 void ZNTHotSpotDrawer::pickAt(platform::Point point, bool tap) {
-    const auto self = shared(this); // whoever hears of a selection may end the drawer
-    if (const auto color = snapshotDorPicking(point))
-        detectSelectionFromTapColot(*color, tap);
+    const auto self = shared(this); // observers may end the drawer
+    const auto color = snapshotDorPicking(point);
+    const auto drawn = std::exchange(drawnForPicking_, {});
+    if (color)
+        detectSelectionFromTapColot(*color, drawn, tap);
 }
 
 void ZNTHotSpotDrawer::objectPickTestForPixelAtX(int x, int y) {
@@ -286,25 +318,27 @@ void ZNTHotSpotDrawer::objecPickTestForPickingPoint() {
     });
 }
 
-void ZNTHotSpotDrawer::detectSelectionFromTapColot(const GLKVector4& color, bool tap) {
-    const auto hit = std::find_if(hotSpots_.begin(), hotSpots_.end(), [&color](const auto& spot) {
-        return redOf(spot->indexID()) == color.v[0];
+void ZNTHotSpotDrawer::detectSelectionFromTapColot(const GLKVector4& color,
+                                                   const std::vector<DrawnSpot>& drawn, bool tap) {
+    const auto hit = std::find_if(drawn.begin(), drawn.end(), [&color](const DrawnSpot& spot) {
+        return redOf(spot.index) == color.v[0];
     });
-    if (hit == hotSpots_.end())
+    if (hit == drawn.end())
         return;
-    const auto spot = *hit;
-    if (!tap && !dwellsOn(*spot))
+    if (!tap && !dwellsOn(hit->index))
         return;
     notifications().post(ZNTHotSpotDrawerDetectHotSpotSelection,
-                         {{ZNTHotSpotDrawerHotSpotNameKey, spot->hotSpotName()},
-                          {ZNTHotSpotDrawerHotSpotIndexKey, std::int64_t{spot->indexID()}},
+                         {{ZNTHotSpotDrawerHotSpotNameKey, hit->spot->hotSpotName()},
+                          {ZNTHotSpotDrawerHotSpotIndexKey, std::int64_t{hit->index}},
                           {ZNTHotSpotDrawerTapKey, tap}});
 }
 
-bool ZNTHotSpotDrawer::dwellsOn(const ZNTHotSpot& spot) {
-    if (spot.indexID() != pickingHotSpotIndex_) {
+bool ZNTHotSpotDrawer::dwellsOn(std::uint32_t index) {
+    if (!pickingPoint_)
+        return false; // taken away during the look
+    if (index != pickingHotSpotIndex_) {
         pickingOccurency_ = 0;
-        pickingHotSpotIndex_ = spot.indexID();
+        pickingHotSpotIndex_ = index;
         return false;
     }
     if (++pickingOccurency_ < pickingPoint_->rejectRate())

@@ -18,7 +18,6 @@ class ZNTHotSpotPlaneVO;
 namespace platform {
 class GLContext;
 class GLView;
-class TextureInfo;
 class Timer;
 } // namespace platform
 
@@ -38,7 +37,8 @@ public:
     ~ZNTHotSpotDrawer() override;
     void init() override;
 
-    /// A hot spot whose texture fails is left out, and its index goes to the next one.
+    /// A hot spot whose texture fails is left out, and its index goes to the next one. After the
+    /// teardown nothing is added any more.
     void addHotSpot(const std::shared_ptr<ZNTHotSpot>& spot);
     /// Replaces the list; automatic picking starts anew in a later turn.
     void updateHotSpots(const HotSpots& spots);
@@ -51,7 +51,8 @@ public:
 
     /// Reports the hot spot under a point of the view, if there is one, by the selection
     /// notification. Indices above 205 cannot be told apart and are reported as 205 where that
-    /// exists.
+    /// exists. Observers may change or end anything meanwhile: what is reported is what was drawn,
+    /// and nothing where one of them has drawn the picking frame in place of the drawer.
     void objectPickTestForPixelAtX(int x, int y);
     /// Looks at the picking point, as the timer does every 0.33 s.
     void objecPickTestForPickingPoint();
@@ -81,6 +82,12 @@ public:
     void tearDownGL();
 
 private:
+    /// A hot spot in the colour of an index, whatever becomes of the list later.
+    struct DrawnSpot {
+        std::uint32_t index;
+        std::shared_ptr<ZNTHotSpot> spot;
+    };
+
     void setupGL();
     void bindBuffer();
     void deleteBuffers();
@@ -89,8 +96,9 @@ private:
     void endColorPass();
     [[nodiscard]] std::optional<GLKVector4> snapshotDorPicking(platform::Point point);
     void pickAt(platform::Point point, bool tap);
-    void detectSelectionFromTapColot(const GLKVector4& color, bool tap);
-    [[nodiscard]] bool dwellsOn(const ZNTHotSpot& spot);
+    void detectSelectionFromTapColot(const GLKVector4& color, const std::vector<DrawnSpot>& drawn,
+                                     bool tap);
+    [[nodiscard]] bool dwellsOn(std::uint32_t index);
     void restartTimer(bool hasSpots);
     void warnOfPointOutside() const;
 
@@ -105,7 +113,7 @@ private:
     bool updateInProgress_ = false;
     bool isTornDown_ = false;
     HotSpots hotSpots_;
-    std::vector<std::weak_ptr<const platform::TextureInfo>> madeTextures_; // beside `hotSpots_`
+    std::vector<DrawnSpot> drawnForPicking_; // by the last pass in picking colours
     std::weak_ptr<platform::GLContext> context_;
     std::weak_ptr<platform::GLView> glView_;
     std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint_;

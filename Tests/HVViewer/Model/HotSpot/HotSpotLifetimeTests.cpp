@@ -1,13 +1,10 @@
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
-#include "Platform/Foundation/NotificationCenter.h"
+#include "Hosts/Headless/SurfacelessContext.h"
 #include "Tests/HVViewer/Model/HotSpot/HotSpotScene.h"
 
 #include <GLES2/gl2.h>
 #include <gtest/gtest.h>
-
-#include <functional>
-#include <utility>
 
 namespace {
 
@@ -18,10 +15,13 @@ struct GLObjects {
     int programs = 0;
     int shaders = 0;
     int framebuffers = 0;
+    int vertexArrays = 0;
     friend bool operator==(const GLObjects&, const GLObjects&) = default;
 };
 
 GLObjects countObjects() {
+    static const auto isVertexArray = reinterpret_cast<GLboolean (*)(GLuint)>(
+        SurfacelessContext::procAddress("glIsVertexArrayOES"));
     constexpr GLuint kHighestName = 5000;
     GLObjects objects;
     for (GLuint name = 1; name < kHighestName; ++name) {
@@ -30,22 +30,10 @@ GLObjects countObjects() {
         objects.programs += glIsProgram(name);
         objects.shaders += glIsShader(name);
         objects.framebuffers += glIsFramebuffer(name);
+        objects.vertexArrays += isVertexArray(name);
     }
     return objects;
 }
-
-/// Does something as soon as a selection is reported.
-class Meddler final : public platform::Object {
-public:
-    explicit Meddler(std::function<void()> act) : act_(std::move(act)) {}
-    void init() override {
-        platform::NotificationCenter::defaultCenter().addObserver(
-            shared(this), ZNTHotSpotDrawerDetectHotSpotSelection, [this](const auto&) { act_(); });
-    }
-
-private:
-    std::function<void()> act_;
-};
 
 } // namespace
 
@@ -74,8 +62,8 @@ TEST(HotSpotLifetime, MayHaveItsListReplacedWhileAPickIsReported) {
     HotSpotScene scene;
     SelectionListener selections;
     scene.showSpots({spotAt(0, 2), spotAt(0, 0, "door")});
-    const auto meddler =
-        platform::make<Meddler>([&scene] { scene.drawer().updateHotSpots({spotAt(0, 1)}); });
+    const WhenPosted meddler(ZNTHotSpotDrawerDetectHotSpotSelection,
+                             [&scene] { scene.drawer().updateHotSpots({spotAt(0, 1)}); });
     scene.view().objectPickTestForPixelAtX(160, 90);
     EXPECT_EQ(selections.take(), (std::vector<Selection>{{"door", 1, true}}));
     EXPECT_EQ(scene.drawer().hotSpots().size(), 1U);
@@ -86,7 +74,8 @@ TEST(HotSpotLifetime, MayEndWhileAPickIsReported) {
     SelectionListener selections;
     scene.showSpots({spotAt(0, 0, "door")},
                     ZNTHotSpotPickingPoint::pickingPointForXPosition(0.5, 0.5));
-    const auto meddler = platform::make<Meddler>([&scene] { scene.showSpots({}); });
+    const WhenPosted meddler(ZNTHotSpotDrawerDetectHotSpotSelection,
+                             [&scene] { scene.showSpots({}); });
     scene.drawer().objecPickTestForPickingPoint();
     scene.advance(1);
     EXPECT_EQ(selections.take(), (std::vector<Selection>{{"door", 0, false}}));

@@ -37,8 +37,22 @@ std::vector<Selection> SelectionListener::take() {
     return std::exchange(*selections_, {});
 }
 
+WhenPosted::WhenPosted(const char* name, std::function<void()> act)
+    : observer_(platform::make<Observer>()) {
+    platform::NotificationCenter::defaultCenter().addObserver(
+        observer_, name, [act = std::move(act)](const auto&) { act(); });
+}
+
+WhenPosted::~WhenPosted() {
+    platform::NotificationCenter::defaultCenter().removeObserver(observer_.get());
+}
+
 HotSpotScene::HotSpotScene(platform::Size size, double scale) : HeadlessPlayer(size, scale) {
     show(grey());
+}
+
+HotSpotScene::HotSpotScene(const platform::ImagePtr& content) : HeadlessPlayer({320, 180}) {
+    show(content);
 }
 
 void HotSpotScene::showSpots(const ZNTHotSpotDrawer::HotSpots& spots,

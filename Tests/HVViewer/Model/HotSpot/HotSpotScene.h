@@ -6,6 +6,7 @@
 #include "Tests/Support/HeadlessPlayer.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,10 +35,23 @@ private:
     std::shared_ptr<std::vector<Selection>> selections_;
 };
 
-/// A player whose view shows hot spots over a grey picture.
+/// Acts whenever a notification is posted, while it lives.
+class WhenPosted {
+public:
+    WhenPosted(const char* name, std::function<void()> act);
+    ~WhenPosted();
+    WhenPosted(const WhenPosted&) = delete;
+    WhenPosted& operator=(const WhenPosted&) = delete;
+
+private:
+    std::shared_ptr<platform::Object> observer_;
+};
+
+/// A player whose view shows hot spots over a picture of one colour, grey by default.
 class HotSpotScene : public HeadlessPlayer {
 public:
     explicit HotSpotScene(platform::Size size = {320, 180}, double scale = 1.0);
+    explicit HotSpotScene(const platform::ImagePtr& content);
 
     /// Shows these, in a drawer of their own, as the controller does.
     void showSpots(const ZNTHotSpotDrawer::HotSpots& spots,

@@ -20,6 +20,7 @@ constexpr float kPi = 3.14159265F;
 struct Look {
     platform::Size size;
     DisplayMode mode;
+    double scale = 1;
 };
 
 using Random = std::mt19937;
@@ -109,7 +110,7 @@ class Picking : public ::testing::TestWithParam<Look> {};
 } // namespace
 
 TEST_P(Picking, FindsWhatThereIsToSee) {
-    HotSpotScene scene(GetParam().size);
+    HotSpotScene scene(GetParam().size, GetParam().scale);
     scene.controller().setDisplayMode(GetParam().mode);
     scene.advance(1);
     SelectionListener selections;
@@ -141,13 +142,14 @@ TEST_P(Picking, FindsWhatThereIsToSee) {
 
 INSTANTIATE_TEST_SUITE_P(
     Looks, Picking,
-    ::testing::Values(Look{{96, 54}, DisplayMode::Plane}, Look{{96, 54}, DisplayMode::Sphere},
-                      Look{{96, 54}, DisplayMode::LittlePlanet},
-                      Look{{98, 54}, DisplayMode::SideBySide}, Look{{54, 96}, DisplayMode::Plane},
-                      Look{{54, 96}, DisplayMode::Sphere},
-                      Look{{54, 96}, DisplayMode::LittlePlanet},
-                      Look{{54, 96}, DisplayMode::SideBySide}),
+    ::testing::Values(
+        Look{{96, 54}, DisplayMode::Plane}, Look{{96, 54}, DisplayMode::Sphere},
+        Look{{96, 54}, DisplayMode::LittlePlanet}, Look{{98, 54}, DisplayMode::SideBySide},
+        Look{{54, 96}, DisplayMode::Plane}, Look{{54, 96}, DisplayMode::Sphere},
+        Look{{54, 96}, DisplayMode::LittlePlanet}, Look{{54, 96}, DisplayMode::SideBySide},
+        Look{{96, 54}, DisplayMode::Sphere, 2}, Look{{98, 54}, DisplayMode::SideBySide, 1.5}),
     [](const auto& look) {
         return "mode" + std::to_string(static_cast<int>(look.param.mode)) +
-               (look.param.size.width > look.param.size.height ? "Landscape" : "Portrait");
+               (look.param.size.width > look.param.size.height ? "Landscape" : "Portrait") +
+               (look.param.scale == 1 ? "" : "Dense");
     });

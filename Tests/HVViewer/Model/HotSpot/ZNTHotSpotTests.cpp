@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cmath>
+#include <numbers>
 #include <utility>
 
 using platform::InterfaceOrientation;
@@ -132,6 +133,7 @@ TEST(HotSpot, ReplacesItsTextureAndForgetsItsName) {
     const auto hotSpot = ZNTHotSpot::hotSpotWithTextureImage(flatPicture(4, 4, 9, 9, 9), 0, 0);
     EXPECT_TRUE(hotSpot->setupTexture());
     const auto first = hotSpot->texture();
+    hotSpot->setTextureImage(flatPicture(4, 4, 8, 8, 8));
     EXPECT_TRUE(hotSpot->setupTexture());
     EXPECT_EQ(first.use_count(), 1) << "the hot spot holds the second one";
     EXPECT_NE(hotSpot->textureName(), 0U);
@@ -171,6 +173,59 @@ TEST(HotSpot, FacesTheMiddleWhereverItStands) {
         EXPECT_NEAR(std::sqrt(dot(column(1), column(1))), 0.1, 1e-6);
         EXPECT_NEAR(std::sqrt(dot(column(2), column(2))), 0.2, 1e-6) << "unstretched in depth";
     }
+}
+
+TEST(HotSpot, TakesItsTiltAndItsSizeInDoubles) {
+    for (int i = -100; i <= 100; ++i) {
+        const float angle = 0.0157F * static_cast<float>(i);
+        const float scale = 0.037F * static_cast<float>(i);
+        const auto hotSpot = spot(angle, 0.3F);
+        hotSpot->setScale(scale);
+        hotSpot->updateWithModelViewProjection(GLKMatrix4Identity);
+        const float theta = std::numbers::pi_v<float> / 2 + angle;
+        const float phi = std::numbers::pi_v<float> / 2 + 0.3F;
+        GLKMatrix4 expected =
+            GLKMatrix4Translate(GLKMatrix4Identity, std::sin(theta) * std::cos(phi),
+                                std::sin(theta) * std::sin(phi), std::cos(theta));
+        expected = GLKMatrix4Rotate(expected, 0.3F, 0, 0, 1);
+        expected = GLKMatrix4Rotate(
+            expected, static_cast<float>(std::numbers::pi / 2 - double{angle}), 1, 0, 0);
+        const auto size = static_cast<float>(double{scale} * 0.2);
+        expected = GLKMatrix4Scale(expected, size, size, size);
+        const GLKMatrix4 actual = hotSpot->hotSpotModelViewProjectionMatrix();
+        for (std::size_t element = 0; element < 16; ++element)
+            ASSERT_EQ(actual.m[element], expected.m[element]) << i << " at " << element;
+    }
+}
+
+TEST(HotSpot, HasNoPlaceBeforeItsFirstFrame) {
+    const auto hotSpot = spot(0.5F, 0.5F);
+    for (const float element : hotSpot->hotSpotModelViewProjectionMatrix().m)
+        EXPECT_EQ(element, 0);
+}
+
+TEST(HotSpot, KeepsWhatTheHostStoresInIt) {
+    const auto hotSpot = spot(0, 0);
+    hotSpot->setSelectionScale(1.25);
+    hotSpot->setIndexID(7);
+    hotSpot->setHotSpotName("door");
+    EXPECT_EQ(hotSpot->selectionScale(), 1.25);
+    EXPECT_EQ(hotSpot->indexID(), 7U);
+    EXPECT_EQ(hotSpot->hotSpotName(), "door");
+    hotSpot->updateWithModelViewProjection(GLKMatrix4Identity);
+    const GLKMatrix4 before = hotSpot->hotSpotModelViewProjectionMatrix();
+    hotSpot->setSelectionScale(9);
+    hotSpot->updateWithModelViewProjection(GLKMatrix4Identity);
+    EXPECT_EQ(hotSpot->hotSpotModelViewProjectionMatrix().m[0], before.m[0]) << "nothing reads it";
+}
+
+TEST(HotSpot, IsPlacedInFrontOfTheSceneMatrix) {
+    const auto hotSpot = spot(0.2F, -0.4F);
+    hotSpot->updateWithModelViewProjection(GLKMatrix4Identity);
+    const auto alone = placed(*hotSpot, 0.5F, 0.5F);
+    const GLKMatrix4 scene = GLKMatrix4Translate(GLKMatrix4Identity, 1, 2, 3);
+    hotSpot->updateWithModelViewProjection(scene);
+    expectNear(placed(*hotSpot, 0.5F, 0.5F), {alone[0] + 1, alone[1] + 2, alone[2] + 3});
 }
 
 TEST(NamedPicture, IsFoundWithAndWithoutItsEnding) {
@@ -249,9 +304,30 @@ TEST(PickingPoint, LiesInTheLeftHalfSideBySide) {
 }
 
 TEST(PickingPoint, GoesByHowTheScreenIsHeld) {
-    const auto host = makeHost({667, 375});
-    host->embedded().setOrientation(InterfaceOrientation::Portrait);
-    const auto point = ZNTHotSpotPickingPoint::pickingPointForXPosition(1, 1);
-    EXPECT_EQ(point->xPosition(), 375);
-    EXPECT_EQ(point->yPosition(), 667);
+    for (const platform::Size size : {platform::Size{667, 375}, {375, 667}}) {
+        const auto host = makeHost(size);
+        const auto point = ZNTHotSpotPickingPoint::pickingPointForXPosition(1, 1);
+        using Held = InterfaceOrientation;
+        for (const auto orientation : {Held::Portrait, Held::PortraitUpsideDown}) {
+            host->embedded().setOrientation(orientation);
+            EXPECT_EQ(point->xPosition(), 375);
+            EXPECT_EQ(point->yPosition(), 667);
+        }
+        for (const auto orientation : {Held::LandscapeRight, Held::LandscapeLeft}) {
+            host->embedded().setOrientation(orientation);
+            EXPECT_EQ(point->xPosition(), 667);
+            EXPECT_EQ(point->yPosition(), 375);
+        }
+    }
+}
+
+TEST(PickingPoint, IsInPointsWhateverTheScreensScale) {
+    const auto host = makeHost({375, 667}, 2);
+    const ZNTHotSpotPickingPoint point(0.5, 0.25);
+    EXPECT_EQ(point.hKoef(), 0.5);
+    EXPECT_EQ(point.vKoef(), 0.25);
+    EXPECT_EQ(point.rejectRate(), 1);
+    EXPECT_FALSE(point.sbsModeActive());
+    EXPECT_EQ(point.xPosition(), 187.5);
+    EXPECT_EQ(point.yPosition(), 166.75);
 }
