@@ -38,9 +38,10 @@ public:
     void init() override;
 
     /// The scene that is looked at. Setting it turns the camera back to where that scene starts and
-    /// tells nobody; the plane and the little planet switch the device's attitude off, side by side
-    /// switches it on, the sphere leaves it. A coast that is under way goes on, but for
-    /// side by side.
+    /// notifies no delegate; the plane and the little planet switch the device's attitude off, side
+    /// by side switches it on, the sphere leaves it. Gestures that are running are cancelled, and
+    /// the view's fingers count again once they are put down anew. A coast continues on the new
+    /// matrices.
     [[nodiscard]] DisplayMode currentVO() const { return currentVO_; }
     void setCurrentVO(DisplayMode mode);
 

@@ -250,8 +250,10 @@ void ZNTDisplayView::update() {
     cameraInputs_.size = announced ? newSize_ : frame().size;
     cameraInputs_.farZ = FarZ();
     cameraInputs_.scale = interractor_->scale();
-    cameraInputs_.view = interractor_->viewMatrix();
-    cameraInputs_.rotation = interractor_->rotationMatrix();
+    // A coast that continues side by side turns one of the halves only: neither shows it.
+    const bool isHalf = displayVO_ == DisplayMode::SideBySide;
+    cameraInputs_.view = isHalf ? GLKMatrix4Identity : interractor_->viewMatrix();
+    cameraInputs_.rotation = isHalf ? GLKMatrix4Identity : interractor_->rotationMatrix();
     cameraInputs_.translation = interractor_->translationMatrix();
     cameraInputs_.motion.reset();
     if (interractor_->isDeviceMotionOn())
