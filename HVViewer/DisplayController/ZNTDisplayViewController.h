@@ -115,8 +115,9 @@ public:
     [[nodiscard]] bool enableHotSpotTapDetection() const { return enableHotSpotTapDetection_; }
 
     /// How people may look around, in the main view; until that has loaded nothing happens and
-    /// nothing is on. Device motion steers the sphere only, where the machine has a sensor; side by
-    /// side it is on, and touches are off, whatever is set here.
+    /// nothing is on. Device motion steers the sphere only, from when a sensor arrives until it
+    /// goes away; side by side it is on while there is one, and touches are off, whatever is set
+    /// here.
     void turnOnDeviceMotionInterraction(bool on);
     void turnOnTouchMotionInterraction(bool on);
     void turnOnScaleInterraction(bool on);

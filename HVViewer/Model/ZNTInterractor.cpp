@@ -337,17 +337,20 @@ bool ZNTInterractor::isDeviceMotionOn() const {
 }
 
 void ZNTInterractor::turnDeviceMotionOn(bool on) {
-    // Also of a source that has gone: it would steer again by coming back.
     if (!on)
         return motionManager_->stopDeviceMotionUpdates();
-    if (isDeviceMotionOn())
-        return;
-    motionManager_->startDeviceMotionUpdates([weak = weak(this)](const auto& /*motion*/) {
-        const auto self = weak.lock();
-        const auto delegate = self ? self->delegate_.lock() : nullptr;
-        if (delegate)
-            delegate->matrixUpdated();
+    motionManager_->startDeviceMotionUpdates([weak = weak(this)](const auto& motion) {
+        if (const auto self = weak.lock())
+            self->deviceMotionUpdated(motion.has_value());
     });
+}
+
+void ZNTInterractor::deviceMotionUpdated(bool hasSource) {
+    // Nothing else can turn the halves: touches are off there.
+    if (!hasSource && currentVO_ == DisplayMode::SideBySide)
+        turnDeviceMotionOn(true);
+    if (const auto delegate = delegate_.lock())
+        delegate->matrixUpdated();
 }
 
 GLKMatrix4 ZNTInterractor::motionMatrix() const {

@@ -59,7 +59,8 @@ public:
 
     [[nodiscard]] bool isDeviceMotionAvailable() const;
     [[nodiscard]] bool isDeviceMotionOn() const;
-    /// Without a source nothing happens.
+    /// Without a source, device motion is off until one arrives; what was asked for holds then. A
+    /// source that goes away ends it, except in side by side, which asks for it until it is left.
     void turnDeviceMotionOn(bool on);
 
     /// Zoom factor, 1 is neutral; the field of view is divided by it.
@@ -110,6 +111,7 @@ private:
     void initialSetup();
     void addGestures();
     void setupDeviceMotion();
+    void deviceMotionUpdated(bool hasSource);
     void handlePan(const platform::PanGestureRecognizer& recognizer);
     void handlePinch(platform::PinchGestureRecognizer& recognizer);
     void rotateMatrixToPoint(platform::Point point);

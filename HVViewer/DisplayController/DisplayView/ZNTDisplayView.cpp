@@ -154,8 +154,13 @@ void ZNTDisplayView::startRenderVO(DisplayMode mode) {
 }
 
 void ZNTDisplayView::turnOnDeviceMotionInterraction(bool on) {
-    if (deviceMotionAvailable())
-        interractor_->turnDeviceMotionOn(on);
+    if (displayVO_ != DisplayMode::Sphere)
+        return;
+    const bool wasOn = deviceMotionIsOn();
+    interractor_->turnDeviceMotionOn(on);
+    // No sample asks for the frame without it; on, the first one does.
+    if (wasOn && !on)
+        setNeedsDisplay();
 }
 
 void ZNTDisplayView::turnOnTouchMotionInterraction(bool on) {
@@ -217,7 +222,7 @@ void ZNTDisplayView::setHidden(bool hidden) {
     GLView::setHidden(hidden);
     // Sensors would run for nobody, and the halves could part over it.
     if (hidden != wasHidden && displayVO_ == DisplayMode::SideBySide)
-        interractor_->turnDeviceMotionOn(!hidden && interractor_->isDeviceMotionAvailable());
+        interractor_->turnDeviceMotionOn(!hidden);
 }
 
 void ZNTDisplayView::matrixUpdated() {
