@@ -85,10 +85,12 @@ public:
     /// In seconds; NaN until it is known, and for a live stream.
     [[nodiscard]] double videoDuration() const;
 
-    /// Switches the display mode, at any moment; the layout follows within 0.3 s. Before the view
-    /// has loaded the mode is only noted: set it afterwards.
+    /// Switches the display mode, at any moment; the layout follows within 0.3 s. Gestures that are
+    /// running are cancelled. Before the view has loaded the mode is only noted: set it afterwards.
     void setDisplayMode(DisplayMode mode);
     /// Turns the scene by so many radians about its vertical, in all views.
+    ///
+    /// Errors: a log line for radians that are not finite; nothing changes then.
     void setSphericalOffset(float radians);
     [[nodiscard]] float sphericalOffset() const { return sphericalOffset_; }
 
@@ -113,8 +115,9 @@ public:
     [[nodiscard]] bool enableHotSpotTapDetection() const { return enableHotSpotTapDetection_; }
 
     /// How people may look around, in the main view; until that has loaded nothing happens and
-    /// nothing is on. Device motion steers the sphere only, where the machine has a sensor; side by
-    /// side it is on, and touches are off, whatever is set here.
+    /// nothing is on. Device motion steers the sphere only, from when a sensor arrives until it
+    /// goes away; side by side it is on while there is one, and touches are off, whatever is set
+    /// here.
     void turnOnDeviceMotionInterraction(bool on);
     void turnOnTouchMotionInterraction(bool on);
     void turnOnScaleInterraction(bool on);

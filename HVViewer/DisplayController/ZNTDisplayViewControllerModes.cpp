@@ -4,7 +4,10 @@
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
+#include "Platform/Foundation/Log.h"
 #include "Platform/Interface/LayoutConstraint.h"
+
+#include <cmath>
 
 namespace {
 
@@ -91,6 +94,9 @@ void ZNTDisplayViewController::showSecondView() {
 }
 
 void ZNTDisplayViewController::setSphericalOffset(float radians) {
+    if (!std::isfinite(radians))
+        return platform::log(platform::LogLevel::Error,
+                             "setSphericalOffset: the offset is ignored, it is not finite");
     sphericalOffset_ = radians;
     if (!displayView_)
         return;

@@ -1,5 +1,6 @@
 #include "HVViewer/Model/ZNTInterractor.h"
 
+#include "HVViewer/Model/ZoomLimits.h"
 #include "HVViewer/Utilities/ZNTMath.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
@@ -35,24 +36,6 @@ constexpr double kSpringSteps = 20.0;
 constexpr double kSpringSeconds = 0.1F;
 /// Until a turned interface has its new frame.
 constexpr platform::Instant kTurnTime = std::chrono::milliseconds(150);
-
-/// What a mode allows the zoom: where it rests and how far fingers can pull it.
-struct ZoomLimits {
-    double min, max, minAnim, maxAnim;
-};
-
-constexpr ZoomLimits zoomLimitsOf(DisplayMode mode) {
-    switch (mode) {
-    case DisplayMode::Sphere:
-        return {0.7F, 1.9F, 0.5, 2.9F};
-    case DisplayMode::LittlePlanet:
-        return {0.8F, 0.85F, 0.7F, 2.9F};
-    case DisplayMode::Plane:
-    case DisplayMode::SideBySide:
-        break;
-    }
-    return {1.0, 3.0, 0.8, 4.5};
-}
 
 double nativeWidth() {
     return platform::Screen::mainScreen().nativeBounds().size.width;
@@ -126,6 +109,9 @@ void ZNTInterractor::addGestures() {
 }
 
 void ZNTInterractor::setCurrentVO(DisplayMode mode) {
+    // Their reference points belong to the mode that ends.
+    if (const auto view = view_.lock())
+        view->gestures().cancelTouches();
     if (mode == DisplayMode::SideBySide)
         turnDeviceMotionOn(true);
     else if (mode != DisplayMode::Sphere)
@@ -229,9 +215,6 @@ void ZNTInterractor::animateRotation() {
 }
 
 void ZNTInterractor::coast(double share) {
-    // Side by side only one of the halves would coast on, and nobody could bring them together.
-    if (currentVO_ == DisplayMode::SideBySide)
-        return;
     const Point v = panVelocity_;
     const bool isMoving = std::abs(v.x) > VelocityMinValue || std::abs(v.y) > VelocityMinValue;
     if (!isMoving)
@@ -265,7 +248,8 @@ void ZNTInterractor::normalizeX(GLKMatrix4& matrix) const {
     double planeWidth = size.width * scale_;
     if (platform::isPortrait(Application::sharedApplication().statusBarOrientation()))
         planeWidth = size.height * (size.height / size.width) * scale_;
-    const double limit = (planeWidth - size.width) / planeWidth / 2.0;
+    // Below 0 in a window that is wider than high and still reported as portrait. NaN stays.
+    const double limit = std::max((planeWidth - size.width) / planeWidth / 2.0, 0.0);
     if (scale_ < 1.0)
         matrix.m[kTranslationX] = 0;
     else
@@ -353,17 +337,20 @@ bool ZNTInterractor::isDeviceMotionOn() const {
 }
 
 void ZNTInterractor::turnDeviceMotionOn(bool on) {
-    // Also of a source that has gone: it would steer again by coming back.
     if (!on)
         return motionManager_->stopDeviceMotionUpdates();
-    if (isDeviceMotionOn())
-        return;
-    motionManager_->startDeviceMotionUpdates([weak = weak(this)](const auto& /*motion*/) {
-        const auto self = weak.lock();
-        const auto delegate = self ? self->delegate_.lock() : nullptr;
-        if (delegate)
-            delegate->matrixUpdated();
+    motionManager_->startDeviceMotionUpdates([weak = weak(this)](const auto& motion) {
+        if (const auto self = weak.lock())
+            self->deviceMotionUpdated(motion.has_value());
     });
+}
+
+void ZNTInterractor::deviceMotionUpdated(bool hasSource) {
+    // Nothing else can turn the halves: touches are off there.
+    if (!hasSource && currentVO_ == DisplayMode::SideBySide)
+        turnDeviceMotionOn(true);
+    if (const auto delegate = delegate_.lock())
+        delegate->matrixUpdated();
 }
 
 GLKMatrix4 ZNTInterractor::motionMatrix() const {

@@ -38,9 +38,10 @@ public:
     void init() override;
 
     /// The scene that is looked at. Setting it turns the camera back to where that scene starts and
-    /// tells nobody; the plane and the little planet switch the device's attitude off, side by side
-    /// switches it on, the sphere leaves it. A coast that is under way goes on, but for
-    /// side by side.
+    /// notifies no delegate; the plane and the little planet switch the device's attitude off, side
+    /// by side switches it on, the sphere leaves it. Gestures that are running are cancelled, and
+    /// the view's fingers count again once they are put down anew. A coast continues on the new
+    /// matrices.
     [[nodiscard]] DisplayMode currentVO() const { return currentVO_; }
     void setCurrentVO(DisplayMode mode);
 
@@ -58,7 +59,8 @@ public:
 
     [[nodiscard]] bool isDeviceMotionAvailable() const;
     [[nodiscard]] bool isDeviceMotionOn() const;
-    /// Without a source nothing happens.
+    /// Without a source, device motion is off until one arrives; what was asked for holds then. A
+    /// source that goes away ends it, except in side by side, which asks for it until it is left.
     void turnDeviceMotionOn(bool on);
 
     /// Zoom factor, 1 is neutral; the field of view is divided by it.
@@ -109,6 +111,7 @@ private:
     void initialSetup();
     void addGestures();
     void setupDeviceMotion();
+    void deviceMotionUpdated(bool hasSource);
     void handlePan(const platform::PanGestureRecognizer& recognizer);
     void handlePinch(platform::PinchGestureRecognizer& recognizer);
     void rotateMatrixToPoint(platform::Point point);

@@ -86,7 +86,9 @@ public:
 
     /// How the device is turned now; it is there from then on. Whoever steers by it learns of it in
     /// a later turn. Samples are expected to go on coming while the device is in use, also when it
-    /// rests: while the device steers they are what asks for frames.
+    /// rests: while the device steers they are what asks for frames. See docs/embedding.md.
+    ///
+    /// Errors: a sample that is not a rotation is ignored, with one log line.
     void setAttitude(const platform::Attitude& attitude);
     /// Whether there is a sensor at all, known before its first sample.
     void setAttitudeAvailable(bool available);

@@ -137,6 +137,7 @@ void SDLHost::Loop::dispatchPending() {
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0)
         dispatch(event);
+    input_->endPump();
 }
 
 /// Every event that SDL delivers comes through here.

@@ -48,6 +48,8 @@ public:
 
     /// Events that are not about input, or about another window, change nothing.
     void dispatch(const SDL_Event& event);
+    /// Every event that SDL has collected has been dispatched.
+    void endPump() { times_.endPump(); }
     /// A touch of the program's own making, as if the machine had reported it.
     void deliver(const platform::TouchEvent& event);
     /// Every touch ends without having happened.

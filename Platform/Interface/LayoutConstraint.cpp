@@ -98,7 +98,7 @@ ParsedFormat parse(std::string_view format) {
 } // namespace
 
 std::vector<std::shared_ptr<LayoutConstraint>> LayoutConstraint::constraintsWithVisualFormat(
-    std::string_view format, unsigned /*options*/,
+    std::string_view format, unsigned options,
     const std::map<std::string, std::shared_ptr<View>>& views) {
     const ParsedFormat parsed = parse(format);
     if (!parsed.equal.empty() && !views.contains(parsed.equal))
@@ -111,11 +111,12 @@ std::vector<std::shared_ptr<LayoutConstraint>> LayoutConstraint::constraintsWith
         row.push_back(found->second);
     }
     return {std::shared_ptr<LayoutConstraint>(
-        new LayoutConstraint(parsed.axis, std::move(row), parsed.gap))};
+        new LayoutConstraint(parsed.axis, std::move(row), parsed.gap, options))};
 }
 
-LayoutConstraint::LayoutConstraint(Axis axis, std::vector<std::weak_ptr<View>> views, double gap)
-    : axis_(axis), views_(std::move(views)), gap_(gap) {}
+LayoutConstraint::LayoutConstraint(Axis axis, std::vector<std::weak_ptr<View>> views, double gap,
+                                   unsigned options)
+    : axis_(axis), views_(std::move(views)), gap_(gap), options_(options) {}
 
 std::shared_ptr<View> LayoutConstraint::superview() const {
     const auto first = views_.front().lock();

@@ -21,8 +21,8 @@ public:
 
     /// Reads a format such as `V:|[a]|` or `|[a(==b)]-2-[b]|`: `H:` (or nothing) or `V:`, an edge,
     /// views with the same gap in points between them, the other edge. Where there are several
-    /// views they are of equal length. `options` says how they line up across the axis, which a row
-    /// that fills its superview leaves nothing to: it is kept for the reader of the format.
+    /// views they are of equal length. `options` says how they line up across the axis; it is kept
+    /// but changes nothing, as every view has a constraint of its own there.
     ///
     /// Errors: an assertion failure for a format that is none of these or names an unknown view.
     [[nodiscard]] static std::vector<std::shared_ptr<LayoutConstraint>>
@@ -36,17 +36,21 @@ public:
     deactivateConstraints(const std::vector<std::shared_ptr<LayoutConstraint>>& constraints);
 
     [[nodiscard]] bool isActive() const;
+    /// As given with the format.
+    [[nodiscard]] unsigned options() const { return options_; }
 
     /// Sets the views' frames along the axis.
     void apply(const View& superview) const;
 
 private:
-    LayoutConstraint(Axis axis, std::vector<std::weak_ptr<View>> views, double gap);
+    LayoutConstraint(Axis axis, std::vector<std::weak_ptr<View>> views, double gap,
+                     unsigned options);
     [[nodiscard]] std::shared_ptr<View> superview() const;
 
     Axis axis_;
     std::vector<std::weak_ptr<View>> views_;
     double gap_;
+    unsigned options_;
 };
 
 } // namespace platform

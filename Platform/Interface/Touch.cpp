@@ -7,6 +7,7 @@ namespace platform {
 namespace {
 
 constexpr Instant kVelocitySpan = std::chrono::milliseconds(100);
+constexpr Instant kLeastVelocitySpan = std::chrono::nanoseconds(std::chrono::seconds(1)) / 60;
 
 } // namespace
 
@@ -34,9 +35,9 @@ double Touch::distance() const {
 }
 
 Point Touch::velocity() const {
-    const Instant span = std::min(age(), kVelocitySpan);
-    if (span <= Instant(0))
+    if (age() <= Instant(0))
         return {};
+    const Instant span = std::clamp(age(), kLeastVelocitySpan, kVelocitySpan);
     // The oldest one kept is where the finger was when the span began.
     const Point from = recent_.front().location;
     const double seconds = toSeconds(span);

@@ -51,7 +51,8 @@ public:
     /// Points between where it went down and where it is.
     [[nodiscard]] double distance() const;
     /// Points per second over the last tenth of a second, or since it went down if that is shorter:
-    /// 0 for a finger that rests.
+    /// 0 for a finger that rests. Never measured over less than a sixtieth of a second: times that
+    /// are closer say when a report was heard, not when it was made.
     [[nodiscard]] Point velocity() const;
 
 private:

@@ -1,14 +1,31 @@
 #include "Platform/Interface/TouchRouter.h"
 
+#include "Platform/Foundation/Log.h"
 #include "Platform/Interface/View.h"
 
 #include <cmath>
+#include <utility>
 
 namespace platform {
+namespace {
+
+/// Points. Differences and speeds of places within it can be computed with.
+constexpr double kFarthest = 1e6;
+
+} // namespace
+
+bool TouchRouter::accepts(Point location) {
+    // The negation refuses NaN too.
+    const bool refused = !(std::abs(location.x) <= kFarthest && std::abs(location.y) <= kFarthest);
+    if (refused && !hasRefused_)
+        log(LogLevel::Warning, "touch: the location is ignored, it is not finite or too far away");
+    hasRefused_ = refused;
+    return !refused;
+}
 
 void TouchRouter::dispatch(const TouchEvent& event, const std::shared_ptr<View>& root) {
     const bool isLast = event.phase == TouchPhase::Up || event.phase == TouchPhase::Cancel;
-    const bool isSomewhere = std::isfinite(event.location.x) && std::isfinite(event.location.y);
+    const bool isSomewhere = event.phase == TouchPhase::Cancel || accepts(event.location);
     if (!isSomewhere && !isLast)
         return;
     if (event.phase == TouchPhase::Down)

@@ -1,12 +1,20 @@
 #include "Platform/Motion/AttitudeSource.h"
 
+#include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
 
+#include <cmath>
 #include <utility>
 
 namespace platform {
 
 namespace {
+
+/// Whether it can be normalized in single precision without loss. False for NaN.
+bool isRotation(const Attitude& q) {
+    const double length = std::hypot(std::hypot(q.x, q.y), std::hypot(q.z, q.w));
+    return length >= 0.01 && length <= 100;
+}
 
 /// A handler and whether a call of it waits in the main queue.
 class Listener : public std::enable_shared_from_this<Listener> {
@@ -79,6 +87,12 @@ void AttitudeSource::setAvailable(bool available) {
 }
 
 void AttitudeSource::publish(const Attitude& attitude) {
+    if (!isRotation(attitude)) {
+        if (!std::exchange(hasRefused_, true))
+            log(LogLevel::Warning, "attitude: the sample is ignored, it is not a rotation");
+        return;
+    }
+    hasRefused_ = false;
     latest_ = attitude;
     available_ = true;
     hasGone_ = false;
@@ -94,7 +108,7 @@ std::shared_ptr<AttitudeSource::Subscription>
 AttitudeSource::subscribe(std::function<void()> handler) {
     auto subscription = std::make_shared<Subscription>(*this, std::move(handler));
     subscriptions_.push_back(subscription.get());
-    if (latest_)
+    if (available_ && latest_)
         subscription->callInNextTurn();
     if (subscriptions_.size() == 1)
         tellDemand();
@@ -121,6 +135,7 @@ void AttitudeSource::tellDemand() {
 void AttitudeSource::reset() {
     available_ = false;
     hasGone_ = false;
+    hasRefused_ = false;
     latest_.reset();
     demandListener_ = nullptr;
 }

@@ -38,7 +38,10 @@ public:
     void setAvailable(bool available);
     [[nodiscard]] bool isAvailable() const { return available_; }
     /// For hosts: a new sample. Whoever listens is told in a later turn of the main queue, once for
-    /// all samples that came before that turn.
+    /// all samples that came before that turn. Its length need not be 1, but lies between 0.01 and
+    /// 100.
+    ///
+    /// Errors: any other sample changes nothing; a log line for the first of several in a row.
     void publish(const Attitude& attitude);
     /// For hosts whose sensor costs power: called with whether anybody listens, now and whenever
     /// that changes. Empty: nobody wants to know.
@@ -53,8 +56,8 @@ public:
     [[nodiscard]] bool hasNews() const { return latest_ || hasGone_; }
 
     /// Calls the handler for every sample until the token goes, never afterwards; first in the next
-    /// turn where a sample is there already. The handler reads `latest()`, and may drop its own
-    /// token or another's, subscribe and publish.
+    /// turn where the source is available and has a sample already. The handler reads `latest()`,
+    /// and may drop its own token or another's, subscribe and publish.
     [[nodiscard]] std::shared_ptr<Subscription> subscribe(std::function<void()> handler);
     [[nodiscard]] bool isWanted() const { return !subscriptions_.empty(); }
 
@@ -65,7 +68,8 @@ private:
     void tellListeners();
 
     bool available_ = false;
-    bool hasGone_ = false; // which is told like a sample
+    bool hasGone_ = false;    // which is told like a sample
+    bool hasRefused_ = false; // the last sample
     std::optional<Attitude> latest_;
     std::vector<Subscription*> subscriptions_; // in the order of subscribing; each removes itself
     std::function<void(bool)> demandListener_;

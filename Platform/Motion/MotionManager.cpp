@@ -29,7 +29,7 @@ std::optional<DeviceMotion> MotionManager::deviceMotion() const {
 }
 
 void MotionManager::startDeviceMotionUpdates(Handler handler) {
-    if (isDeviceMotionActive() || !isDeviceMotionAvailable())
+    if (subscription_)
         return;
     handler_ = std::move(handler);
     lastDelivery_.reset();
@@ -44,10 +44,8 @@ void MotionManager::stopDeviceMotionUpdates() {
 void MotionManager::end() {
     const auto handler = handler_;
     stopDeviceMotionUpdates();
-    // Whoever was steered has to be seen without it.
-    const auto& latest = AttitudeSource::shared().latest();
-    if (handler && latest)
-        handler({*latest});
+    if (handler)
+        handler(std::nullopt);
 }
 
 void MotionManager::deliver() {
@@ -61,7 +59,7 @@ void MotionManager::deliver() {
     // A copy, because the handler may stop the manager or be the last to hold it.
     const auto handler = handler_;
     if (handler && motion)
-        handler(*motion);
+        handler(motion);
 }
 
 } // namespace platform

@@ -22,7 +22,8 @@ struct DeviceMotion {
 /// Thread: main.
 class ZANTO_EXPORT MotionManager {
 public:
-    using Handler = std::function<void(const DeviceMotion&)>;
+    /// Given a sample, or none in its last call, when the source has gone away.
+    using Handler = std::function<void(const std::optional<DeviceMotion>&)>;
 
     MotionManager() = default;
     MotionManager(const MotionManager&) = delete;
@@ -40,10 +41,10 @@ public:
     [[nodiscard]] std::optional<DeviceMotion> deviceMotion() const;
 
     /// Calls the handler for samples until stopped, in turns of the main queue of their own; first
-    /// for the sample that the source has kept, if it has one. Without effect while motion is
-    /// unavailable and while active. A source that goes away ends the updates, with a last call of
-    /// the handler. The handler may stop and release the manager; an empty one is
-    /// for those who only read `deviceMotion()`.
+    /// for the sample that the source has kept, if it has one. Without a source the updates begin
+    /// when one arrives. Without effect when started already. A source that goes away ends the
+    /// updates, with a last call of the handler. The handler may stop, start again and release the
+    /// manager; an empty one is for those who only read `deviceMotion()`.
     void startDeviceMotionUpdates(Handler handler);
     void stopDeviceMotionUpdates();
 

@@ -171,8 +171,13 @@ void ZNTDisplayView::startRenderVO(DisplayMode mode) {
 }
 
 void ZNTDisplayView::turnOnDeviceMotionInterraction(bool on) {
-    if (deviceMotionAvailable())
-        interractor_->turnDeviceMotionOn(on);
+    if (displayVO_ != DisplayMode::Sphere)
+        return;
+    const bool wasOn = deviceMotionIsOn();
+    interractor_->turnDeviceMotionOn(on);
+    // No sample asks for the frame without it; on, the first one does.
+    if (wasOn && !on)
+        setNeedsDisplay();
 }
 
 void ZNTDisplayView::turnOnTouchMotionInterraction(bool on) {
@@ -234,7 +239,7 @@ void ZNTDisplayView::setHidden(bool hidden) {
     GLView::setHidden(hidden);
     // Sensors would run for nobody, and the halves could part over it.
     if (hidden != wasHidden && displayVO_ == DisplayMode::SideBySide)
-        interractor_->turnDeviceMotionOn(!hidden && interractor_->isDeviceMotionAvailable());
+        interractor_->turnDeviceMotionOn(!hidden);
 }
 
 void ZNTDisplayView::matrixUpdated() {
@@ -267,8 +272,10 @@ void ZNTDisplayView::update() {
     cameraInputs_.size = announced ? newSize_ : frame().size;
     cameraInputs_.farZ = FarZ();
     cameraInputs_.scale = interractor_->scale();
-    cameraInputs_.view = interractor_->viewMatrix();
-    cameraInputs_.rotation = interractor_->rotationMatrix();
+    // A coast that continues side by side turns one of the halves only: neither shows it.
+    const bool isHalf = displayVO_ == DisplayMode::SideBySide;
+    cameraInputs_.view = isHalf ? GLKMatrix4Identity : interractor_->viewMatrix();
+    cameraInputs_.rotation = isHalf ? GLKMatrix4Identity : interractor_->rotationMatrix();
     cameraInputs_.translation = interractor_->translationMatrix();
     cameraInputs_.motion.reset();
     if (interractor_->isDeviceMotionOn())

@@ -64,8 +64,8 @@ public:
     /// Switches the scene: the camera goes back to where the scene starts, and the mesh follows.
     void startRenderVO(DisplayMode mode);
 
-    /// The interactor's switches. The device's attitude steers the sphere only, where the machine
-    /// has one.
+    /// The interactor's switches. Device motion is switched in the sphere only; switching it off
+    /// asks for one redraw.
     void turnOnDeviceMotionInterraction(bool on);
     void turnOnTouchMotionInterraction(bool on);
     void turnOnScaleInterraction(bool on);

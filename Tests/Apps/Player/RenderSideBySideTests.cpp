@@ -122,3 +122,19 @@ TEST_F(RenderSideBySide, CanBeTheModeToBeginWith) {
     EXPECT_EQ(trace().at(0)["views"].size(), 2U);
     EXPECT_TRUE(isBlack(*picture("a.png"), 79));
 }
+
+TEST_F(RenderSideBySide, FollowsADeviceThatComesAfterTheMode) {
+    RenderCommand command;
+    command.size = {160, 90};
+    command.mode = DisplayMode::SideBySide;
+    ASSERT_EQ(renderScript(R"({"at":0,"snapshot":"level.png"}
+{"at":1,"attitude":[0.5,0.5,0.5,0.5]}
+{"at":1,"snapshot":"steered.png"})",
+                           command),
+              ExitCode::Done);
+    const json steered = trace().at(1);
+    for (const json& each : steered["views"])
+        EXPECT_EQ(each["motion"].size(), 16U);
+    EXPECT_EQ(steered["views"][0]["mvp"], steered["views"][1]["mvp"]);
+    EXPECT_NE(view("steered.png")["mvp"], view("level.png")["mvp"]);
+}

@@ -1,10 +1,7 @@
-#include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/Model/ZNTInterractor.h"
-#include "HVViewer/Utilities/ZNTMath.h"
 #include "Platform/Graphics/OffscreenTarget.h"
-#include "Platform/Motion/AttitudeSource.h"
-#include "Tests/Support/DirectionPanorama.h"
-#include "Tests/Support/HeadlessPlayer.h"
+#include "Tests/HVViewer/DisplayController/ShownPanorama.h"
+#include "Tests/Support/LogRecorder.h"
 #include "Tests/Support/PictureCompare.h"
 
 #include <GLES2/gl2.h>
@@ -21,32 +18,10 @@ namespace {
 
 const platform::Size kLandscape{322, 180};
 
-/// A player that shows a picture whose every direction has a colour of its own.
-struct Shown : HeadlessPlayer {
-    explicit Shown(platform::Size size = kLandscape) : HeadlessPlayer(size) {
-        show(directionPanorama(1024));
-    }
-    [[nodiscard]] ZNTDisplayView& second() { return *controller().virtualDisplayView(); }
-    void advance(platform::Instant span) { host().advanceTo(host().now() + span); }
-};
-
-platform::ImagePtr half(const platform::Image& picture, int left, int widthPx) {
-    const auto height = static_cast<int>(picture.size().height);
-    platform::PixelStorage part(widthPx, height);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < widthPx; ++x) {
-            const auto colour = colourAt(picture, left + x, y);
-            std::copy(colour.begin(), colour.end(),
-                      part.row(y) + static_cast<std::ptrdiff_t>(4) * x);
-        }
-    }
-    return std::make_shared<platform::Image>(std::move(part));
-}
-
 } // namespace
 
 TEST(DisplayMode, PutsTwoViewsSideBySideTwoPointsApart) {
-    Shown player;
+    ShownPanorama player;
     EXPECT_TRUE(player.second().isHidden());
     EXPECT_EQ(player.view().frame(), (Rect{{}, kLandscape}));
     player.controller().setDisplayMode(DisplayMode::SideBySide);
@@ -63,10 +38,11 @@ TEST(DisplayMode, PutsTwoViewsSideBySideTwoPointsApart) {
 }
 
 TEST(DisplayMode, ShowsTheSameOnBothSidesAndBlackBetween) {
-    Shown player;
+    ShownPanorama player;
     player.controller().setDisplayMode(DisplayMode::SideBySide);
     const auto picture = player.snapshot();
-    EXPECT_TRUE(picturesMatch("side-by-side", *half(*picture, 162, 160), *half(*picture, 0, 160)));
+    EXPECT_TRUE(picturesMatch("side-by-side", *columnsOf(*picture, 162, 160),
+                              *columnsOf(*picture, 0, 160)));
     for (const int x : {160, 161}) {
         for (const int y : {0, 90, 179})
             EXPECT_EQ(colourAt(*picture, x, y), (std::array{0, 0, 0, 255}));
@@ -76,7 +52,7 @@ TEST(DisplayMode, ShowsTheSameOnBothSidesAndBlackBetween) {
 }
 
 TEST(DisplayMode, HalvesAnOddWidthWithoutAGapAtTheEdges) {
-    Shown player({321, 180});
+    ShownPanorama player({321, 180});
     player.controller().setDisplayMode(DisplayMode::SideBySide);
     EXPECT_EQ(player.view().frame(), (Rect{{0, 0}, {159.5, 180}}));
     EXPECT_EQ(player.second().frame(), (Rect{{161.5, 0}, {159.5, 180}}));
@@ -86,7 +62,7 @@ TEST(DisplayMode, HalvesAnOddWidthWithoutAGapAtTheEdges) {
 }
 
 TEST(DisplayMode, DoesNothingWhenItIsThePresentOne) {
-    Shown player;
+    ShownPanorama player;
     player.advance(1s);
     player.view().interractor()->setScale(1.5);
     const int frames = player.host().framesPresented();
@@ -136,7 +112,7 @@ TEST(DisplayMode, MayChangeAfterLoadingAndBeforeAppearing) {
 }
 
 TEST(DisplayMode, WorksInPortrait) {
-    Shown player({180, 322});
+    ShownPanorama player({180, 322});
     for (const DisplayMode mode : {DisplayMode::Plane, DisplayMode::LittlePlanet,
                                    DisplayMode::SideBySide, DisplayMode::Sphere}) {
         player.controller().setDisplayMode(mode);
@@ -149,81 +125,21 @@ TEST(DisplayMode, WorksInPortrait) {
     EXPECT_EQ(player.second().frame(), (Rect{{91, 0}, {89, 322}}));
 }
 
-TEST(DisplayMode, MovesIntoItsLayoutWithinThirdsOfASecond) {
-    Shown player;
-    player.advance(1s);
-    const int frames = player.host().framesPresented();
-    player.controller().setDisplayMode(DisplayMode::SideBySide);
-    player.advance(2s);
-    const int moving = player.host().framesPresented() - frames;
-    EXPECT_GE(moving, 18);
-    EXPECT_LE(moving, 21);
-}
-
 TEST(DisplayMode, FollowsATurnOfTheDeviceSideBySide) {
-    Shown player;
+    ShownPanorama player;
     player.controller().setDisplayMode(DisplayMode::SideBySide);
     player.embedded().resize({180, 322}, 1);
     player.advance(1s);
     EXPECT_EQ(player.view().frame(), (Rect{{0, 0}, {89, 322}}));
     EXPECT_EQ(player.second().frame(), (Rect{{91, 0}, {89, 322}}));
     const auto picture = player.snapshot();
-    EXPECT_TRUE(
-        picturesMatch("side-by-side-turned", *half(*picture, 91, 89), *half(*picture, 0, 89)));
+    EXPECT_TRUE(picturesMatch("side-by-side-turned", *columnsOf(*picture, 91, 89),
+                              *columnsOf(*picture, 0, 89)));
     EXPECT_DOUBLE_EQ(player.view().camera().aspect, 89.0 / 322.0);
 }
 
-TEST(DisplayMode, LetsBothHalvesFollowTheDevice) {
-    Shown player;
-    player.embedded().setAttitude({0, 0, 0, 1});
-    player.controller().setDisplayMode(DisplayMode::SideBySide);
-    EXPECT_TRUE(player.view().deviceMotionIsOn());
-    EXPECT_TRUE(player.second().deviceMotionIsOn());
-    const auto flat = player.snapshot();
-    player.embedded().setAttitude({std::sqrt(0.5), 0, 0, std::sqrt(0.5)});
-    player.advance(1s);
-    const auto upright = player.snapshot();
-    EXPECT_FALSE(picturesAreEqual("side-by-side-upright", *upright, *flat));
-    EXPECT_TRUE(
-        picturesMatch("side-by-side-halves", *half(*upright, 162, 160), *half(*upright, 0, 160)));
-}
-
-TEST(DisplayMode, LetsTheHiddenHalfGoOfTheDevice) {
-    Shown player;
-    player.embedded().setAttitude({0, 0, 0, 1});
-    player.controller().setDisplayMode(DisplayMode::SideBySide);
-    EXPECT_TRUE(player.second().deviceMotionIsOn());
-    player.controller().setDisplayMode(DisplayMode::Plane);
-    EXPECT_FALSE(player.second().deviceMotionIsOn());
-    EXPECT_FALSE(platform::AttitudeSource::shared().isWanted());
-    player.controller().setDisplayMode(DisplayMode::SideBySide);
-    EXPECT_TRUE(player.second().deviceMotionIsOn());
-}
-
-TEST(DisplayMode, FollowsTheDeviceAgainWhenAHalfIsShownAgain) {
-    Shown player;
-    player.embedded().setAttitude({0, 0, 0, 1});
-    player.controller().setDisplayMode(DisplayMode::SideBySide);
-    player.view().setHidden(true);
-    EXPECT_FALSE(player.view().deviceMotionIsOn());
-    player.view().setHidden(false);
-    EXPECT_TRUE(player.view().deviceMotionIsOn());
-}
-
-TEST(DisplayMode, GoesBackToTouchWhenTheSensorGoesAway) {
-    Shown player;
-    player.embedded().setAttitude({0, 0, 0, 1});
-    player.controller().turnOnDeviceMotionInterraction(true);
-    player.advance(1s);
-    const int frames = player.host().framesPresented();
-    player.embedded().setAttitudeAvailable(false);
-    player.advance(1s);
-    EXPECT_FALSE(player.controller().deviceMotionIsOn());
-    EXPECT_EQ(player.host().framesPresented(), frames + 1);
-}
-
 TEST(DisplayMode, KeepsTheSecondViewHiddenAndStartsAnewBetweenTheSingleModes) {
-    Shown player;
+    ShownPanorama player;
     for (const DisplayMode mode :
          {DisplayMode::Plane, DisplayMode::LittlePlanet, DisplayMode::Sphere}) {
         player.view().interractor()->setScale(1.7);
@@ -235,7 +151,7 @@ TEST(DisplayMode, KeepsTheSecondViewHiddenAndStartsAnewBetweenTheSingleModes) {
 }
 
 TEST(DisplayMode, SurvivesAViewWithoutASize) {
-    Shown player;
+    ShownPanorama player;
     for (const DisplayMode mode : {DisplayMode::Sphere, DisplayMode::SideBySide}) {
         player.controller().setDisplayMode(mode);
         player.embedded().resize({0, 0}, 1);
@@ -246,38 +162,8 @@ TEST(DisplayMode, SurvivesAViewWithoutASize) {
     }
 }
 
-TEST(DisplayMode, KeepsItsCameraWhileThereIsNoScreen) {
-    Shown player;
-    ZNTInterractor& camera = *player.view().interractor();
-    camera.setPanVelocity({20, 20});
-    player.embedded().touch({platform::TouchPhase::Down, 1, {160, 90}});
-    player.embedded().touch({platform::TouchPhase::Move, 1, {180, 90}});
-    player.embedded().touch({platform::TouchPhase::Move, 1, {220, 90}});
-    player.embedded().touch({platform::TouchPhase::Up, 1, {220, 90}});
-    player.embedded().resize({0, 0}, 1);
-    player.advance(1s);
-    player.embedded().resize(kLandscape, 1);
-    player.advance(1s);
-    EXPECT_FALSE(containsNaN(camera.rotationMatrix()));
-    EXPECT_FALSE(containsNaN(camera.viewMatrix()));
-    player.controller().setDisplayMode(DisplayMode::Plane);
-    player.embedded().resize({0, 0}, 1);
-    player.advance(1s);
-    player.embedded().resize(kLandscape, 1);
-    player.advance(1s);
-    EXPECT_FALSE(containsNaN(camera.translationMatrix()));
-    EXPECT_NE(colourAt(*player.snapshot(), 80, 90), (std::array{0, 0, 0, 255}));
-}
-
-TEST(DisplayMode, DrawsNothingBeforeTheFirstSample) {
-    Shown player;
-    player.embedded().setAttitudeAvailable(true);
-    player.controller().setDisplayMode(DisplayMode::SideBySide);
-    EXPECT_EQ(colourAt(*player.snapshot(), 80, 90), (std::array{0, 0, 0, 255}));
-}
-
 TEST(Switches, ReachTheMainViewOnly) {
-    Shown player;
+    ShownPanorama player;
     player.embedded().setAttitudeAvailable(true);
     ZNTDisplayViewController& controller = player.controller();
     EXPECT_TRUE(controller.scaleIsOn());
@@ -296,10 +182,9 @@ TEST(Switches, ReachTheMainViewOnly) {
 }
 
 TEST(Switches, GiveTheSphereAloneToTheDevice) {
-    Shown player;
+    ShownPanorama player;
     ZNTDisplayViewController& controller = player.controller();
-    controller.turnOnDeviceMotionInterraction(true);
-    EXPECT_FALSE(controller.deviceMotionIsOn()) << "there is no sensor";
+    EXPECT_FALSE(controller.deviceMotionAvailable()) << "there is no sensor";
     player.embedded().setAttitudeAvailable(true);
     EXPECT_TRUE(controller.deviceMotionAvailable());
     for (const DisplayMode mode : {DisplayMode::Plane, DisplayMode::LittlePlanet}) {
@@ -315,7 +200,7 @@ TEST(Switches, GiveTheSphereAloneToTheDevice) {
 }
 
 TEST(Offset, TurnsAllViewsInEveryModeAndShowsAtOnce) {
-    Shown player;
+    ShownPanorama player;
     player.advance(1s);
     const int frames = player.host().framesPresented();
     player.controller().setSphericalOffset(1.0F);
@@ -328,8 +213,24 @@ TEST(Offset, TurnsAllViewsInEveryModeAndShowsAtOnce) {
     EXPECT_EQ(player.host().framesPresented(), frames + 1) << "nothing changed";
 }
 
+TEST(Offset, IsRefusedUnlessItIsFinite) {
+    ShownPanorama player;
+    player.controller().setSphericalOffset(1.0F);
+    player.advance(1s);
+    const int frames = player.host().framesPresented();
+    const LogRecorder log;
+    for (const float refused : {std::nanf(""), HUGE_VALF, -HUGE_VALF})
+        player.controller().setSphericalOffset(refused);
+    EXPECT_EQ(log.lines().size(), 3U);
+    player.advance(1s);
+    EXPECT_EQ(player.controller().sphericalOffset(), 1.0F);
+    EXPECT_EQ(player.view().initialRotationOffset(), 1.0F);
+    EXPECT_EQ(player.second().initialRotationOffset(), 1.0F);
+    EXPECT_EQ(player.host().framesPresented(), frames);
+}
+
 TEST(TransparentBackground, ReachesAllViews) {
-    Shown player;
+    ShownPanorama player;
     player.controller().setEnableTransparentBackground(true);
     for (platform::View* view :
          {player.controller().view().get(), static_cast<platform::View*>(&player.view()),

@@ -1,5 +1,6 @@
 #include "Tests/HVViewer/Model/InterractorScene.h"
 
+#include "HVViewer/Utilities/ZNTMath.h"
 #include "Platform/Interface/GestureArena.h"
 #include "Tests/Support/HeadlessPlayer.h"
 
@@ -78,6 +79,18 @@ void InterractorScene::flick(double pointsPerSecond) {
     up({reach, 90});
 }
 
+void InterractorScene::fling(Point pointsPerSecond) {
+    using namespace std::chrono_literals;
+    const Point reach{pointsPerSecond.x * 0.1, pointsPerSecond.y * 0.1};
+    const Point end{kMiddle.x + reach.x, kMiddle.y + reach.y};
+    down(kMiddle);
+    advance(50ms);
+    move({kMiddle.x + reach.x / 2, kMiddle.y + reach.y / 2});
+    advance(50ms);
+    move(end);
+    up(end);
+}
+
 void InterractorScene::pinch(double factor) {
     pinchDistance_ = 50 * factor;
     down({kMiddle.x - 50, kMiddle.y}, 1);
@@ -99,4 +112,12 @@ bool areNear(const GLKMatrix4& one, const GLKMatrix4& other) {
 
 bool areEqual(const GLKMatrix4& one, const GLKMatrix4& other) {
     return std::equal(std::begin(one.m), std::end(one.m), std::begin(other.m));
+}
+
+GLKMatrix4 yawOf(double points) {
+    return GLKMatrix4MakeRotation(static_cast<float>(DegToRad(70.0 / 180 * points)), 0, 0, 1);
+}
+
+GLKMatrix4 pitchOf(double points) {
+    return GLKMatrix4MakeRotation(static_cast<float>(DegToRad(70.0 / 180 * points)), 1, 0, 0);
 }

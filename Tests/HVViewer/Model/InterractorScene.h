@@ -26,6 +26,7 @@ public:
     /// Lets go of the interactor; what still holds it is told by the pointer.
     [[nodiscard]] std::weak_ptr<ZNTInterractor> release();
     void releaseView() { view_.reset(); }
+    void releaseDelegate() { delegate_.reset(); }
 
     void advance(platform::Instant span);
     /// Goes on by so many frames of a sixtieth of a second.
@@ -39,6 +40,8 @@ public:
     void drag(platform::Point from, platform::Point to);
     /// A drag to the right at so many points per second, which ends at full speed.
     void flick(double pointsPerSecond);
+    /// The same in any direction, from the middle.
+    void fling(platform::Point pointsPerSecond);
     /// Two fingers that spread by a factor and stay down; then lifted.
     void pinch(double factor);
     void liftPinch();
@@ -59,3 +62,8 @@ inline constexpr float kQuarterTurn = 1.5707963705062866F;
 /// Whether all elements agree to a few units of the last place of numbers around 1.
 [[nodiscard]] bool areNear(const GLKMatrix4& one, const GLKMatrix4& other);
 [[nodiscard]] bool areEqual(const GLKMatrix4& one, const GLKMatrix4& other);
+
+/// What a drag by so many points to the left turns the camera by, and one up, on a screen that is
+/// 180 pixels wide in portrait, at a zoom of 1.
+[[nodiscard]] GLKMatrix4 yawOf(double points);
+[[nodiscard]] GLKMatrix4 pitchOf(double points);

@@ -1,4 +1,6 @@
 #include "HVViewer/Utilities/ZNTMath.h"
+#include "Platform/Interface/PanGestureRecognizer.h"
+#include "Platform/Interface/PinchGestureRecognizer.h"
 #include "Tests/HVViewer/Model/InterractorScene.h"
 
 #include <gtest/gtest.h>
@@ -8,19 +10,6 @@
 
 using namespace std::chrono_literals;
 using platform::Point;
-
-namespace {
-
-// The screen is 320 x 180 at one pixel a point, so its portrait width is 180.
-GLKMatrix4 yawOf(double points) {
-    return GLKMatrix4MakeRotation(static_cast<float>(DegToRad(70.0 / 180 * points)), 0, 0, 1);
-}
-
-GLKMatrix4 pitchOf(double points) {
-    return GLKMatrix4MakeRotation(static_cast<float>(DegToRad(70.0 / 180 * points)), 1, 0, 0);
-}
-
-} // namespace
 
 TEST(Interractor, StartsWhereTheSphereStarts) {
     InterractorScene scene;
@@ -117,102 +106,72 @@ TEST(Interractor, LeavesTheCameraAloneWhileTouchIsOffOrSideBySide) {
     EXPECT_EQ(scene.camera().panLocation(), Point{});
 }
 
-TEST(Coast, StartsWithAFifteenthOfTheVelocityAndDecaysByAStepAFrame) {
+TEST(Interractor, TiltsHalfAsFarAtTwiceTheZoom) {
     InterractorScene scene;
-    scene.flick(1500);
-    EXPECT_NEAR(scene.camera().panVelocity().x, 100, 1e-9);
-    EXPECT_EQ(scene.camera().panVelocity().y, 0);
-    scene.updates();
-    double velocity = scene.camera().panVelocity().x;
-    int steps = 0;
-    for (; velocity > 0.05; ++steps) {
-        scene.advanceFrames(1);
-        ASSERT_EQ(scene.updates(), 1);
-        velocity *= 1 - VelocityDeltaCoef;
-        ASSERT_DOUBLE_EQ(scene.camera().panVelocity().x, velocity);
-    }
-    EXPECT_EQ(steps, 92);
-    scene.advanceFrames(5);
-    EXPECT_EQ(scene.updates(), 0);
-    EXPECT_EQ(scene.camera().panVelocity().x, velocity) << "what is left stays";
+    scene.camera().setScale(2.0);
+    scene.drag({100, 50}, {100, 86});
+    EXPECT_TRUE(areNear(scene.camera().viewMatrix(), pitchOf(-18)));
 }
 
-TEST(Coast, TurnsByTheShareOfTheVelocityAtEveryStep) {
+TEST(Interractor, TurnsByTheSameAngleInTheLittlePlanet) {
     InterractorScene scene;
-    scene.flick(1500);
-    const GLKMatrix4 before = scene.camera().rotationMatrix();
-    scene.advanceFrames(1);
-    const GLKMatrix4 step = yawOf(-100 * VelocityDeltaCoef);
-    EXPECT_TRUE(areNear(scene.camera().rotationMatrix(), GLKMatrix4Multiply(before, step)));
-    EXPECT_EQ(scene.camera().panLocation(), (Point{150, 90})) << "the reference point stays";
+    scene.camera().setCurrentVO(DisplayMode::LittlePlanet);
+    const GLKMatrix4 start = scene.camera().viewMatrix();
+    scene.drag({100, 90}, {136, 108});
+    const double zoom = scene.camera().scale();
+    EXPECT_TRUE(areNear(scene.camera().rotationMatrix(), yawOf(-36 / zoom)));
+    EXPECT_TRUE(
+        areNear(scene.camera().viewMatrix(), GLKMatrix4Multiply(start, pitchOf(-18 / zoom))));
 }
 
-TEST(Coast, DoesNotBeginWhenTheFingerRestedBeforeItWasLifted) {
+TEST(Interractor, StopsAnimationsAtEveryCallOfADragUntilItEnds) {
     InterractorScene scene;
+    scene.down({100, 90});
+    EXPECT_TRUE(scene.camera().animationsEnabled());
+    scene.move({100, 90});
+    EXPECT_FALSE(scene.camera().animationsEnabled()) << "began";
+    scene.camera().setAnimationsEnabled(true);
+    scene.move({110, 90});
+    EXPECT_FALSE(scene.camera().animationsEnabled()) << "changed";
+    scene.up({110, 90});
+    EXPECT_TRUE(scene.camera().animationsEnabled()) << "ended";
+}
+
+TEST(Interractor, AddsItsPanBeforeItsPinch) {
+    InterractorScene scene;
+    const auto& recognizers = scene.view().gestureRecognizers();
+    ASSERT_EQ(recognizers.size(), 2U);
+    const auto pan = std::dynamic_pointer_cast<platform::PanGestureRecognizer>(recognizers[0]);
+    ASSERT_TRUE(pan);
+    EXPECT_EQ(pan->maximumNumberOfTouches(), 1U);
+    EXPECT_TRUE(std::dynamic_pointer_cast<platform::PinchGestureRecognizer>(recognizers[1]));
+}
+
+TEST(Interractor, TurnsAndZoomsWithoutADelegate) {
+    InterractorScene scene;
+    scene.releaseDelegate();
     scene.drag({100, 90}, {136, 90});
-    scene.advance(200ms);
     scene.up({136, 90});
-    const GLKMatrix4 rested = scene.camera().rotationMatrix();
-    EXPECT_EQ(scene.camera().panVelocity(), Point{});
-    scene.updates();
-    scene.advance(1s);
-    EXPECT_EQ(scene.updates(), 0);
-    EXPECT_TRUE(areEqual(scene.camera().rotationMatrix(), rested));
+    EXPECT_TRUE(areNear(scene.camera().rotationMatrix(), yawOf(-36)));
+    scene.pinch(1.5);
+    scene.liftPinch();
+    EXPECT_NEAR(scene.camera().scale(), 1.5, 1e-12);
 }
 
-TEST(Coast, EndsWithTheNextTouchAfterTheStepThatIsUnderWay) {
+TEST(Interractor, EndsADragThatIsHeldOverAModeSwitch) {
     InterractorScene scene;
-    scene.flick(1500);
-    scene.advanceFrames(10);
-    scene.drag({160, 90}, {160, 90});
-    EXPECT_FALSE(scene.camera().animationsEnabled());
-    scene.updates();
-    scene.advanceFrames(1);
-    EXPECT_EQ(scene.updates(), 1) << "a step that was queued already runs";
-    scene.advanceFrames(30);
-    EXPECT_EQ(scene.updates(), 0);
-}
-
-TEST(Coast, GoesOnInAnotherModeFromWhereThatStarts) {
-    InterractorScene scene;
-    scene.flick(1500);
-    scene.advanceFrames(3);
-    const double velocity = scene.camera().panVelocity().x;
-    scene.camera().setCurrentVO(DisplayMode::Sphere);
-    EXPECT_EQ(scene.camera().panVelocity().x, velocity);
-    EXPECT_EQ(scene.camera().panLocation(), (Point{150, 90}));
-    scene.advanceFrames(1);
-    EXPECT_TRUE(areNear(scene.camera().rotationMatrix(), yawOf(-velocity * VelocityDeltaCoef)));
-}
-
-TEST(Coast, EndsForAVelocityThatIsNoNumber) {
-    InterractorScene scene;
-    scene.flick(600);
-    scene.camera().setPanVelocity({std::nan(""), std::nan("")});
-    const auto gone = scene.release();
-    scene.advanceFrames(3);
-    EXPECT_TRUE(gone.expired()) << "nothing holds it any longer";
-}
-
-TEST(Coast, EndsSideBySide) {
-    InterractorScene scene;
-    scene.flick(1500);
-    scene.advanceFrames(3);
+    scene.drag({20, 90}, {40, 90});
     scene.camera().setCurrentVO(DisplayMode::SideBySide);
+    scene.move({140, 90});
+    scene.camera().setCurrentVO(DisplayMode::Sphere);
     scene.updates();
-    scene.advanceFrames(10);
-    EXPECT_EQ(scene.updates(), 0);
+    scene.move({141, 90});
+    scene.up({160, 90});
+    scene.advance(1s);
     EXPECT_TRUE(areEqual(scene.camera().rotationMatrix(), GLKMatrix4Identity));
-}
-
-TEST(Coast, HoldsTheInteractorUntilItHasRunOut) {
-    InterractorScene scene;
-    scene.flick(1500);
-    const auto camera = scene.release();
-    scene.advanceFrames(50);
-    EXPECT_FALSE(camera.expired());
-    scene.advanceFrames(50);
-    EXPECT_TRUE(camera.expired());
+    EXPECT_EQ(scene.updates(), 0);
+    scene.drag({100, 90}, {136, 90});
+    EXPECT_TRUE(areNear(scene.camera().rotationMatrix(), yawOf(-36))) << "the next one turns";
 }
 
 TEST(FlatPicture, FollowsTheFingerWithinItsLimits) {
@@ -231,6 +190,19 @@ TEST(FlatPicture, FollowsTheFingerWithinItsLimits) {
     EXPECT_FLOAT_EQ(scene.camera().translationMatrix().m[12], -0.25F);
     EXPECT_FLOAT_EQ(scene.camera().translationMatrix().m[13], -0.15F);
     EXPECT_TRUE(areEqual(scene.camera().rotationMatrix(), GLKMatrix4Identity));
+}
+
+TEST(FlatPicture, TellsItsDelegateOfADrag) {
+    InterractorScene scene;
+    scene.camera().setCurrentVO(DisplayMode::Plane);
+    scene.camera().setScale(2.0);
+    scene.down({100, 90});
+    scene.move({100, 90});
+    EXPECT_EQ(scene.updates(), 1) << "began";
+    scene.move({118, 72});
+    EXPECT_EQ(scene.updates(), 1) << "changed";
+    scene.up({118, 72});
+    EXPECT_EQ(scene.updates(), 1) << "ended";
 }
 
 TEST(FlatPicture, DoesNotCoast) {
@@ -262,6 +234,38 @@ TEST(FlatPicture, MovesSidewaysInPortraitWithoutZoom) {
     const double planeWidth = 320.0 * 320 / 180;
     EXPECT_FLOAT_EQ(scene.camera().translationMatrix().m[12],
                     static_cast<float>((planeWidth - 180) / planeWidth / 2));
+}
+
+TEST(FlatPicture, HasItsPortraitLimitUpsideDownTooAndTimesTheZoom) {
+    InterractorScene scene({180, 320});
+    scene.host().embedded().setOrientation(platform::InterfaceOrientation::PortraitUpsideDown);
+    scene.camera().setCurrentVO(DisplayMode::Plane);
+    scene.camera().setScale(2.0);
+    scene.drag({10, 90}, {9000, 90});
+    const double planeWidth = 320.0 * 320 / 180 * 2;
+    EXPECT_FLOAT_EQ(scene.camera().translationMatrix().m[12],
+                    static_cast<float>((planeWidth - 180) / planeWidth / 2));
+}
+
+TEST(FlatPicture, HasItsLandscapeLimitWhileTheOrientationIsUnknown) {
+    InterractorScene scene({180, 320});
+    scene.host().embedded().setOrientation(platform::InterfaceOrientation::Unknown);
+    scene.camera().setCurrentVO(DisplayMode::Plane);
+    scene.camera().setScale(2.0);
+    scene.drag({10, 90}, {9000, 90});
+    EXPECT_FLOAT_EQ(scene.camera().translationMatrix().m[12], 0.25F);
+}
+
+TEST(FlatPicture, StaysInTheMiddleOfAWideWindowThatIsReportedAsPortrait) {
+    InterractorScene scene;
+    scene.host().embedded().setOrientation(platform::InterfaceOrientation::Portrait);
+    scene.camera().setCurrentVO(DisplayMode::Plane);
+    scene.camera().setScale(1.5);
+    for (const double x : {136.0, 20.0}) {
+        scene.drag({100, 90}, {x, 90});
+        scene.up({x, 90});
+        EXPECT_EQ(scene.camera().translationMatrix().m[12], 0);
+    }
 }
 
 TEST(FlatPicture, IsForcedToTheMiddleBelowItsSize) {

@@ -34,16 +34,76 @@ GLKMatrix4 held(InterractorScene& scene, InterfaceOrientation orientation) {
 
 } // namespace
 
-TEST(DeviceMotion, StaysOffWithoutASensor) {
+TEST(DeviceMotion, IsOffUntilASensorArrives) {
+    for (const DisplayMode mode : {DisplayMode::Sphere, DisplayMode::SideBySide}) {
+        InterractorScene scene;
+        EXPECT_FALSE(scene.camera().isDeviceMotionAvailable());
+        scene.camera().setCurrentVO(mode);
+        if (mode == DisplayMode::Sphere)
+            scene.camera().turnDeviceMotionOn(true);
+        EXPECT_FALSE(scene.camera().isDeviceMotionOn());
+        scene.advanceFrames(1);
+        scene.updates();
+        AttitudeSource::shared().publish({});
+        EXPECT_TRUE(scene.camera().isDeviceMotionAvailable());
+        EXPECT_TRUE(scene.camera().isDeviceMotionOn());
+        scene.advanceFrames(1);
+        EXPECT_EQ(scene.updates(), 1);
+    }
+}
+
+TEST(DeviceMotion, IsNotSwitchedOnByASensorThatNobodyAskedFor) {
     InterractorScene scene;
-    EXPECT_FALSE(scene.camera().isDeviceMotionAvailable());
+    AttitudeSource::shared().publish({});
+    EXPECT_FALSE(scene.camera().isDeviceMotionOn());
+    AttitudeSource::shared().setAvailable(false);
     scene.camera().turnDeviceMotionOn(true);
+    scene.camera().turnDeviceMotionOn(false);
+    AttitudeSource::shared().publish({});
+    EXPECT_FALSE(scene.camera().isDeviceMotionOn()) << "it was switched off again";
+    AttitudeSource::shared().setAvailable(false);
+    scene.camera().setCurrentVO(DisplayMode::SideBySide);
+    scene.camera().setCurrentVO(DisplayMode::Plane);
+    AttitudeSource::shared().publish({});
+    EXPECT_FALSE(scene.camera().isDeviceMotionOn()) << "the plane has none";
+}
+
+TEST(DeviceMotion, EndsWithItsSensorButSideBySide) {
+    Sensed scene;
+    AttitudeSource::shared().setAvailable(false);
+    scene.advanceFrames(1);
+    EXPECT_EQ(scene.updates(), 1) << "the camera is seen without it";
+    AttitudeSource::shared().publish({});
+    scene.advanceFrames(1);
     EXPECT_FALSE(scene.camera().isDeviceMotionOn());
     scene.camera().setCurrentVO(DisplayMode::SideBySide);
-    EXPECT_FALSE(scene.camera().isDeviceMotionOn());
+    scene.advanceFrames(1);
+    AttitudeSource::shared().setAvailable(false);
+    scene.updates();
+    scene.advanceFrames(3);
+    EXPECT_EQ(scene.updates(), 1);
     AttitudeSource::shared().publish({});
-    EXPECT_TRUE(scene.camera().isDeviceMotionAvailable());
-    EXPECT_FALSE(scene.camera().isDeviceMotionOn()) << "a sample switches nothing on";
+    EXPECT_TRUE(scene.camera().isDeviceMotionOn());
+}
+
+TEST(DeviceMotion, StaysOffWhenItIsSwitchedOffAfterItsSensorHasGone) {
+    Sensed scene;
+    AttitudeSource::shared().setAvailable(false);
+    scene.camera().turnDeviceMotionOn(false); // before anybody is told
+    AttitudeSource::shared().publish({});
+    EXPECT_FALSE(scene.camera().isDeviceMotionOn());
+    scene.advanceFrames(1);
+    EXPECT_FALSE(scene.camera().isDeviceMotionOn());
+}
+
+TEST(DeviceMotion, NeedsNoDelegate) {
+    Sensed scene;
+    scene.releaseDelegate();
+    AttitudeSource::shared().publish({0, 0, 1, 0});
+    scene.advanceFrames(1);
+    AttitudeSource::shared().setAvailable(false);
+    scene.advanceFrames(1);
+    EXPECT_FALSE(scene.camera().isDeviceMotionOn());
 }
 
 TEST(DeviceMotion, TellsTheDelegateOnceForEachSampleHoweverOftenItIsTurnedOn) {
@@ -115,6 +175,7 @@ TEST(Attitude, IsTheIdentityForADeviceLyingFlatInPortrait) {
     EXPECT_TRUE(areNear(held(scene, InterfaceOrientation::LandscapeRight), aboutZ(kQuarterTurn)));
     EXPECT_TRUE(
         areNear(held(scene, InterfaceOrientation::PortraitUpsideDown), aboutZ(2 * kQuarterTurn)));
+    EXPECT_TRUE(areNear(held(scene, InterfaceOrientation::Unknown), GLKMatrix4Identity));
 }
 
 TEST(Attitude, IsInvertedAndExpressedInTheAxesOfTheInterface) {
@@ -128,6 +189,7 @@ TEST(Attitude, IsInvertedAndExpressedInTheAxesOfTheInterface) {
         return GLKMatrix4MakeWithQuaternion(GLKQuaternionMake(a, b, c, w));
     };
     EXPECT_TRUE(areNear(held(scene, InterfaceOrientation::Portrait), matrix(-x, -y, -z)));
+    EXPECT_TRUE(areNear(held(scene, InterfaceOrientation::Unknown), matrix(-x, -y, -z)));
     EXPECT_TRUE(areNear(held(scene, InterfaceOrientation::PortraitUpsideDown),
                         GLKMatrix4Multiply(matrix(x, y, -z), aboutZ(2 * kQuarterTurn))))
         << "of the three only z is negated";
@@ -164,6 +226,30 @@ TEST(TurnedInterface, DrawsTheFlatPictureBackOnceItHasItsFrame) {
     EXPECT_FLOAT_EQ(scene.camera().translationMatrix().m[12], 0.1F);
     EXPECT_FLOAT_EQ(scene.camera().translationMatrix().m[13], 0.05F);
     EXPECT_EQ(scene.updates(), 1);
+}
+
+TEST(TurnedInterface, DrawsTheOffsetBackInEveryMode) {
+    for (const DisplayMode mode :
+         {DisplayMode::Sphere, DisplayMode::LittlePlanet, DisplayMode::SideBySide}) {
+        InterractorScene scene;
+        scene.camera().setCurrentVO(mode);
+        scene.camera().setScale(1.25);
+        scene.camera().setTranslationMatrix(GLKMatrix4MakeTranslation(0.4F, 0.3F, 0));
+        scene.host().embedded().resize({400, 200}, 1);
+        scene.advance(150ms);
+        EXPECT_FLOAT_EQ(scene.camera().translationMatrix().m[12], 0.1F) << static_cast<int>(mode);
+        EXPECT_FLOAT_EQ(scene.camera().translationMatrix().m[13], 0.05F);
+    }
+}
+
+TEST(TurnedInterface, HoldsTheInteractorUntilItHasItsFrame) {
+    InterractorScene scene;
+    scene.host().embedded().resize({400, 200}, 1);
+    const auto camera = scene.release();
+    scene.advance(149ms);
+    EXPECT_FALSE(camera.expired());
+    scene.advance(1ms);
+    EXPECT_TRUE(camera.expired());
 }
 
 TEST(TurnedInterface, ChangesNothingWhenItsFrameStays) {

@@ -1,3 +1,4 @@
+#include "Platform/Interface/GestureArena.h"
 #include "Tests/HVViewer/Model/InterractorScene.h"
 
 #include <gtest/gtest.h>
@@ -147,12 +148,123 @@ TEST(Zoom, DrawsTheFlatPictureBackInsideItsLimits) {
     EXPECT_NEAR(scene.camera().translationMatrix().m[13], 0.1 / 1.1 * 0.6 / 2, 1e-6);
 }
 
+TEST(Zoom, TellsItsDelegateOfEveryCallOfAPinch) {
+    InterractorScene scene;
+    scene.down({110, 90}, 1);
+    scene.down({210, 90}, 2);
+    EXPECT_EQ(scene.updates(), 0);
+    scene.move({210, 90}, 2);
+    EXPECT_EQ(scene.updates(), 1) << "began";
+    scene.move({230, 90}, 2);
+    EXPECT_EQ(scene.updates(), 1) << "changed";
+    scene.up({230, 90}, 2);
+    EXPECT_EQ(scene.updates(), 1) << "ended";
+}
+
+TEST(Zoom, StopsAnimationsAtEveryCallOfAPinchUntilItEnds) {
+    InterractorScene scene;
+    scene.down({110, 90}, 1);
+    scene.down({210, 90}, 2);
+    EXPECT_TRUE(scene.camera().animationsEnabled());
+    scene.move({210, 90}, 2);
+    EXPECT_FALSE(scene.camera().animationsEnabled()) << "began";
+    scene.camera().setAnimationsEnabled(true);
+    scene.move({230, 90}, 2);
+    EXPECT_FALSE(scene.camera().animationsEnabled()) << "changed";
+    scene.up({230, 90}, 2);
+    EXPECT_TRUE(scene.camera().animationsEnabled()) << "ended";
+}
+
+TEST(Zoom, StaysWhereACancelledPinchLeftIt) {
+    InterractorScene scene;
+    scene.pinch(10);
+    scene.updates();
+    scene.view().gestures().cancelTouches();
+    EXPECT_EQ(scene.updates(), 1) << "the cancellation";
+    EXPECT_FALSE(scene.camera().animationsEnabled());
+    scene.advance(1s);
+    EXPECT_EQ(scene.camera().scale(), kHardMaximum);
+    EXPECT_EQ(scene.updates(), 0);
+}
+
+TEST(Zoom, OfALittlePlanetChangesItsStrideAtOne) {
+    InterractorScene scene;
+    scene.camera().setCurrentVO(DisplayMode::LittlePlanet);
+    scene.pinch(10);
+    scene.liftPinch();
+    double expected = kHardMaximum;
+    int above = 0;
+    int below = 0;
+    while (expected > double{0.85F}) {
+        ++(expected > 1.0 ? above : below);
+        const double band =
+            expected > 1.0 ? kHardMaximum - double{0.85F} : double{0.8F} - double{0.7F};
+        expected -= band / 20;
+        scene.advance(5ms);
+        ASSERT_DOUBLE_EQ(scene.camera().scale(), expected);
+    }
+    EXPECT_GT(above, 1);
+    EXPECT_GT(below, 1);
+}
+
+TEST(Zoom, OfALittlePlanetAtOneExactlySpringsBackByTheLowerBand) {
+    InterractorScene scene;
+    scene.camera().setCurrentVO(DisplayMode::LittlePlanet);
+    scene.camera().setScale(1.0);
+    scene.pinch(1.0);
+    ASSERT_EQ(scene.camera().scale(), 1.0);
+    scene.liftPinch();
+    scene.advance(5ms);
+    EXPECT_EQ(scene.camera().scale(), 1.0 - (double{0.8F} - double{0.7F}) / 20);
+}
+
+TEST(Zoom, LeavesTheOffsetOfTheFlatPictureAloneWhileItSpringsBack) {
+    InterractorScene scene;
+    scene.camera().setCurrentVO(DisplayMode::Plane);
+    scene.pinch(10);
+    scene.camera().setTranslationMatrix(GLKMatrix4MakeTranslation(0.38F, 0.22F, 0));
+    scene.liftPinch();
+    scene.advance(1s);
+    EXPECT_LE(scene.camera().scale(), 3.0);
+    EXPECT_EQ(scene.camera().translationMatrix().m[12], 0.38F);
+    EXPECT_EQ(scene.camera().translationMatrix().m[13], 0.22F);
+}
+
+TEST(Zoom, HoldsTheInteractorUntilItHasSprungBack) {
+    InterractorScene scene;
+    scene.pinch(10);
+    scene.liftPinch();
+    const auto camera = scene.release();
+    scene.advance(50ms);
+    EXPECT_FALSE(camera.expired());
+    scene.advance(1s);
+    EXPECT_TRUE(camera.expired());
+}
+
+TEST(Zoom, EndsAPinchThatIsHeldOverAModeSwitch) {
+    InterractorScene scene;
+    scene.pinch(1.5);
+    scene.camera().setCurrentVO(DisplayMode::Plane);
+    scene.move({10, 90}, 1);
+    scene.liftPinch();
+    scene.advance(1s);
+    EXPECT_EQ(scene.camera().scale(), 1.0);
+    scene.pinch(1.5);
+    EXPECT_NEAR(scene.camera().scale(), 1.5, 1e-12) << "the next one zooms";
+}
+
 TEST(Mode, StartsItsOwnView) {
     InterractorScene scene;
     ZNTInterractor& camera = scene.camera();
     scene.drag({100, 90}, {136, 99});
+    scene.advance(1s);
+    scene.up({136, 99});
+    camera.setTranslationMatrix(GLKMatrix4MakeTranslation(0.1F, 0.1F, 0));
+    camera.setAnimationsEnabled(false);
     scene.updates();
     camera.setCurrentVO(DisplayMode::LittlePlanet);
+    EXPECT_TRUE(areEqual(camera.translationMatrix(), GLKMatrix4Identity));
+    EXPECT_TRUE(camera.animationsEnabled());
     EXPECT_EQ(camera.scale(), 0.800000011920929);
     EXPECT_TRUE(areEqual(camera.viewMatrix(), GLKMatrix4MakeRotation(kQuarterTurn, 1, 0, 0)));
     EXPECT_TRUE(areEqual(camera.rotationMatrix(), GLKMatrix4Identity));

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <numbers>
 #include <string>
@@ -116,6 +118,22 @@ struct Angles {
     float aboutZ = 7;
 };
 
+using Quaternion = std::array<float, 4>; // x, y, z, w
+
+/// A rotation about x (0), y (1) or z (2).
+Quaternion about(std::size_t axis, float radians) {
+    Quaternion q{0, 0, 0, std::cos(radians / 2)};
+    q[axis] = std::sin(radians / 2);
+    return q;
+}
+
+Quaternion product(const Quaternion& a, const Quaternion& b) {
+    return {a[3] * b[0] + a[0] * b[3] + a[1] * b[2] - a[2] * b[1],
+            a[3] * b[1] - a[0] * b[2] + a[1] * b[3] + a[2] * b[0],
+            a[3] * b[2] + a[0] * b[1] - a[1] * b[0] + a[2] * b[3],
+            a[3] * b[3] - a[0] * b[0] - a[1] * b[1] - a[2] * b[2]};
+}
+
 Angles rotationOf(float x, float y, float z, float w) {
     Angles angles;
     getRotationFromGLKMat4(&angles.aboutY, &angles.aboutX, &angles.aboutZ,
@@ -139,6 +157,30 @@ TEST(RotationFromQuaternion, GivesEachAxisToItsOutput) {
     EXPECT_NEAR(rotationOf(s, 0, 0, c).aboutX, 0.4F, 1e-6F);
     EXPECT_NEAR(rotationOf(0, 0, s, c).aboutZ, 0.4F, 1e-6F);
     EXPECT_NEAR(rotationOf(s, 0, 0, c).aboutZ, 0.0F, 1e-6F);
+}
+
+TEST(RotationFromQuaternion, TakesARotationAboutAllAxesApart) {
+    for (const float aboutX : {-2.5F, -0.7F, 0.3F, 3.0F}) {
+        for (const float aboutY : {-1.3F, -0.4F, 0.2F, 1.1F}) {
+            for (const float aboutZ : {-2.8F, -0.9F, 0.6F, 2.2F}) {
+                // About x first, then about y, then about z, all axes being fixed.
+                const Quaternion q =
+                    product(product(about(2, aboutZ), about(1, aboutY)), about(0, aboutX));
+                const Angles angles = rotationOf(q[0], q[1], q[2], q[3]);
+                EXPECT_NEAR(angles.aboutX, aboutX, 1e-5F);
+                EXPECT_NEAR(angles.aboutY, aboutY, 1e-5F);
+                EXPECT_NEAR(angles.aboutZ, aboutZ, 1e-5F);
+            }
+        }
+    }
+}
+
+TEST(RotationFromQuaternion, DoesNotNormalizeTheQuaternion) {
+    const Quaternion q = product(product(about(2, 0.6F), about(1, -0.4F)), about(0, 0.3F));
+    const Angles angles = rotationOf(q[0] / 2, q[1] / 2, q[2] / 2, q[3] / 2);
+    EXPECT_NEAR(angles.aboutX, 0.3F, 1e-6F) << "two ratios stay";
+    EXPECT_NEAR(angles.aboutZ, 0.6F, 1e-6F);
+    EXPECT_NEAR(angles.aboutY, std::asin(std::sin(-0.4F) / 4), 1e-6F);
 }
 
 TEST(RotationFromQuaternion, IsNotClamped) {

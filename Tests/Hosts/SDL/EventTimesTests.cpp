@@ -32,3 +32,19 @@ TEST(EventTimes, GoOnWhenTheCounterComesRound) {
     EventTimes times;
     EXPECT_EQ(times.instantOf(0xfffffff6U, 90, 5s), Instant(4900ms));
 }
+
+TEST(EventTimes, OfOnePumpLessThanAFrameApartAreOneInstant) {
+    EventTimes times;
+    EXPECT_EQ(times.instantOf(1000, 1000, 5s), Instant(5s));
+    EXPECT_EQ(times.instantOf(1001, 1001, 5001ms), Instant(5s));
+    EXPECT_EQ(times.instantOf(1016, 1016, 5016ms), Instant(5s));
+    EXPECT_EQ(times.instantOf(1017, 1017, 5017ms), Instant(5017ms)) << "stamped when it happened";
+    EXPECT_EQ(times.instantOf(1018, 1018, 5018ms), Instant(5017ms));
+}
+
+TEST(EventTimes, OfAnotherPumpAreApart) {
+    EventTimes times;
+    EXPECT_EQ(times.instantOf(1000, 1000, 5s), Instant(5s));
+    times.endPump();
+    EXPECT_EQ(times.instantOf(1001, 1001, 5001ms), Instant(5001ms));
+}

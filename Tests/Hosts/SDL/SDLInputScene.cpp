@@ -33,10 +33,24 @@ SDLInputScene::SDLInputScene()
     player_.show(flatPicture(8, 4, 255, 0, 0));
 }
 
+void SDLInputScene::stamp(SDL_Event& event, std::uint32_t age) {
+    const auto time = std::chrono::floor<std::chrono::milliseconds>(now());
+    event.common.timestamp = kTicksAtZero + static_cast<std::uint32_t>(time.count()) - age;
+}
+
+void SDLInputScene::dispatchTogether(const std::vector<SDL_Event>& events) {
+    auto age = static_cast<std::uint32_t>(events.size());
+    for (SDL_Event event : events) {
+        stamp(event, --age);
+        input_.dispatch(event);
+    }
+    input_.endPump();
+}
+
 void SDLInputScene::dispatch(SDL_Event event, std::uint32_t age) {
-    const auto now = std::chrono::floor<std::chrono::milliseconds>(player_.host().now());
-    event.common.timestamp = kTicksAtZero + static_cast<std::uint32_t>(now.count()) - age;
+    stamp(event, age);
     input_.dispatch(event);
+    input_.endPump();
 }
 
 SDL_Event SDLInputScene::buttonEvent(Uint32 type, int x, int y, Uint8 button) {

@@ -36,6 +36,8 @@ public:
     void turnWheel(float ticks, SDL_MouseWheelDirection direction = SDL_MOUSEWHEEL_NORMAL);
     void pinchTrackPad(float spread, SDL_TouchID device = kTrackPad);
     void window(SDL_WindowEventID kind, std::uint32_t id = kWindow);
+    /// Events that SDL has collected at once, and stamped a millisecond apart.
+    void dispatchTogether(const std::vector<SDL_Event>& events);
     /// An event as it is but for its time, which is `age` milliseconds ago.
     void dispatch(SDL_Event event, std::uint32_t age = 0);
 
@@ -48,6 +50,8 @@ public:
     std::vector<platform::TouchEvent> touches;
 
 private:
+    void stamp(SDL_Event& event, std::uint32_t age);
+
     HeadlessPlayer player_;
     SDLInput input_;
 };

@@ -44,6 +44,20 @@ TEST(MouseTouch, IsNoneOfOtherButtons) {
     EXPECT_EQ(phasesOf(s.touches), "dm");
 }
 
+TEST(MouseTouch, SetsNothingCoastingWhenAWholeDragIsCollectedAtOnce) {
+    SDLInputScene s;
+    s.advance(1s);
+    s.dispatchTogether({SDLInputScene::buttonEvent(SDL_MOUSEBUTTONDOWN, 10, 20),
+                        SDLInputScene::motionEvent(60, 20), SDLInputScene::motionEvent(110, 20),
+                        SDLInputScene::buttonEvent(SDL_MOUSEBUTTONUP, 110, 20)});
+    ASSERT_EQ(phasesOf(s.touches), "dmmu");
+    EXPECT_EQ(s.touches[0].time, s.touches[3].time);
+    EXPECT_EQ(s.camera().panVelocity(), Point{});
+    const GLKMatrix4 dragged = s.camera().rotationMatrix();
+    s.advance(1s);
+    EXPECT_EQ(s.camera().rotationMatrix().m[0], dragged.m[0]);
+}
+
 TEST(MouseTouch, IsNoneOfAnotherWindow) {
     SDLInputScene s;
     SDL_Event press = SDLInputScene::buttonEvent(SDL_MOUSEBUTTONDOWN, 10, 20);

@@ -1,4 +1,5 @@
 #include "Tests/Platform/Interface/TouchScene.h"
+#include "Tests/Support/LogRecorder.h"
 
 #include <gtest/gtest.h>
 
@@ -236,6 +237,24 @@ TEST(CancelledTouches, AreThoseOfAWindowThatDisappears) {
     s.down(1, {50, 50});
     s.move(1, {70, 50});
     EXPECT_EQ(s.front.states.back(), State::Began);
+}
+
+TEST(Touches, IgnoreAPlaceThatIsTooFarAwayAndGoOn) {
+    const LogRecorder log;
+    RouterScene s;
+    s.down(1, {50, 50});
+    s.move(1, {70, 50});
+    for (const double far : {1e308, -1e308, 1.1e6}) {
+        s.move(1, {far, 50}, 10);
+        s.move(1, {50, far}, 10);
+    }
+    EXPECT_EQ(log.lines().size(), 1U);
+    s.move(1, {-1e6, 1e6}, 20);
+    s.move(1, {80, 50}, 20);
+    s.up(1, {1e308, 50}, 30);
+    EXPECT_EQ(s.front.states,
+              (States{State::Began, State::Changed, State::Changed, State::Cancelled}));
+    EXPECT_EQ(log.lines().size(), 2U) << "the first of several in a row";
 }
 
 TEST(LostView, IsOneThatIsHiddenWhileItIsTouched) {

@@ -155,3 +155,12 @@ TEST(TouchVelocity, IsFoundAtOnceAfterAStormOfReportsOfOneTime) {
         finger.to({i * 1e-3, 0}, 20ms);
     EXPECT_NEAR(finger.touch.velocity().x, 50000, kNear);
 }
+
+TEST(TouchVelocity, IsMeasuredOverAFrameAtLeast) {
+    Finger finger;
+    finger.to({100, -50}, 1ms);
+    EXPECT_NEAR(finger.touch.velocity().x, 6000, 1);
+    EXPECT_NEAR(finger.touch.velocity().y, -3000, 1);
+    finger.to({100, -50}, 20ms);
+    EXPECT_NEAR(finger.touch.velocity().x, 5000, 1) << "from there on over its own time";
+}

@@ -1,8 +1,10 @@
 #include "Platform/Motion/AttitudeSource.h"
 #include "Tests/Platform/Motion/MotionScene.h"
+#include "Tests/Support/LogRecorder.h"
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -221,4 +223,53 @@ TEST(AttitudeSource, TellsOfDemandNoLongerAfterAResetOrAnEmptyListener) {
     scene.source.reset();
     token.reset();
     EXPECT_EQ(calls, 2);
+}
+
+TEST(AttitudeSource, RefusesWhatIsNotARotation) {
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const LogRecorder log;
+    MotionScene scene;
+    for (const Attitude& refused :
+         {Attitude{0, 0, 0, 0}, Attitude{kNaN, 0, 0, 1}, Attitude{0, kNaN, 0, kInfinity},
+          Attitude{0, 0, kInfinity, 0}, Attitude{0, 0, 0, 1e200}, Attitude{1e-200, 0, 0, 0}})
+        scene.source.publish(refused);
+    EXPECT_FALSE(scene.source.isAvailable());
+    EXPECT_EQ(scene.source.latest(), std::nullopt);
+    scene.source.publish(kFirst);
+    scene.source.publish({0, 0, 0, 0});
+    EXPECT_EQ(scene.source.latest(), kFirst);
+}
+
+TEST(AttitudeSource, LogsARefusedSampleOnceUntilAGoodOneComes) {
+    const LogRecorder log;
+    MotionScene scene;
+    for (int i = 0; i < 100; ++i)
+        scene.source.publish({0, 0, 0, 0});
+    EXPECT_EQ(log.lines().size(), 1U);
+    scene.source.publish(kFirst);
+    EXPECT_EQ(log.lines().size(), 1U);
+    scene.source.publish({0, 0, 0, 0});
+    EXPECT_EQ(log.lines().size(), 2U);
+}
+
+TEST(AttitudeSource, TakesARotationWhoseLengthIsNotExactlyOne) {
+    MotionScene scene;
+    scene.source.publish({0, 0, 0, 0.5});
+    EXPECT_EQ(scene.source.latest(), (Attitude{0, 0, 0, 0.5}));
+    scene.source.publish({1, 1, 1, 1});
+    EXPECT_EQ(scene.source.latest(), (Attitude{1, 1, 1, 1}));
+}
+
+TEST(AttitudeSource, TellsNoNewListenerOfTheSampleOfASourceThatHasGone) {
+    const MotionScene scene;
+    scene.source.publish(kFirst);
+    scene.source.setAvailable(false);
+    int calls = 0;
+    const Token token = scene.source.subscribe([&] { ++calls; });
+    scene.turn();
+    EXPECT_EQ(calls, 0);
+    scene.source.publish(kSecond);
+    scene.turn();
+    EXPECT_EQ(calls, 1);
 }

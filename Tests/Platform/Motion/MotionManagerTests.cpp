@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <vector>
 
 using namespace platform;
@@ -17,8 +19,12 @@ struct ManagerScene : MotionScene {
     ManagerScene() { source.setAvailable(true); }
 
     void start() {
-        manager->startDeviceMotionUpdates(
-            [this](const DeviceMotion& motion) { seen.push_back(motion.attitude); });
+        manager->startDeviceMotionUpdates([this](const std::optional<DeviceMotion>& motion) {
+            if (motion)
+                seen.push_back(motion->attitude);
+            else
+                ++ends;
+        });
     }
     void publish(const Attitude& attitude) {
         source.publish(attitude);
@@ -26,6 +32,7 @@ struct ManagerScene : MotionScene {
     }
 
     std::vector<Attitude> seen;
+    int ends = 0; // calls that said that the source has gone
     std::shared_ptr<MotionManager> manager = std::make_shared<MotionManager>();
 };
 
@@ -49,12 +56,25 @@ TEST(MotionManager, IsActiveBetweenStartAndStop) {
     EXPECT_FALSE(scene.source.isWanted());
 }
 
-TEST(MotionManager, StaysInactiveWhenStartedWhileUnavailable) {
+TEST(MotionManager, BeginsWhenASourceArrivesAfterTheStart) {
     ManagerScene scene;
     scene.source.setAvailable(false);
     scene.start();
+    scene.turn();
     EXPECT_FALSE(scene.manager->isDeviceMotionActive());
+    EXPECT_EQ(scene.ends, 0);
     scene.publish(kFirst);
+    EXPECT_TRUE(scene.manager->isDeviceMotionActive());
+    EXPECT_EQ(scene.seen, std::vector<Attitude>{kFirst});
+}
+
+TEST(MotionManager, DoesNotBeginWhenItWasStoppedBeforeASourceArrived) {
+    ManagerScene scene;
+    scene.source.setAvailable(false);
+    scene.start();
+    scene.manager->stopDeviceMotionUpdates();
+    scene.publish(kFirst);
+    EXPECT_FALSE(scene.manager->isDeviceMotionActive());
     EXPECT_TRUE(scene.seen.empty());
 }
 
@@ -101,7 +121,7 @@ TEST(MotionManager, KeepsItsHandlerWhenStartedAgain) {
     ManagerScene scene;
     scene.start();
     int calls = 0;
-    scene.manager->startDeviceMotionUpdates([&](const DeviceMotion&) { ++calls; });
+    scene.manager->startDeviceMotionUpdates([&](const auto&) { ++calls; });
     scene.publish(kFirst);
     EXPECT_EQ(calls, 0);
     EXPECT_EQ(scene.seen.size(), 1U);
@@ -123,22 +143,46 @@ TEST(MotionManager, EndsWithACallWhenTheSourceGoesAway) {
     EXPECT_FALSE(scene.manager->isDeviceMotionActive());
     EXPECT_FALSE(scene.manager->deviceMotion());
     scene.turn();
-    EXPECT_EQ(scene.seen.size(), 1U);
+    EXPECT_EQ(scene.ends, 1);
     scene.publish(kFirst);
     EXPECT_FALSE(scene.manager->isDeviceMotionActive()) << "it is not switched on again";
-    EXPECT_EQ(scene.seen.size(), 1U);
+    EXPECT_EQ(scene.ends, 1);
+    EXPECT_TRUE(scene.seen.empty());
 }
 
-TEST(MotionManager, EndsWhenTheSourceGoesAwayBeforeItsFirstSample) {
+TEST(MotionManager, EndsWithACallWhenTheSourceGoesAwayBeforeItsFirstSample) {
     ManagerScene scene;
-    scene.source.setAvailable(true);
     scene.start();
     EXPECT_TRUE(scene.manager->isDeviceMotionActive());
     scene.source.setAvailable(false);
     scene.turn();
+    EXPECT_EQ(scene.ends, 1);
     scene.publish(kFirst);
     EXPECT_FALSE(scene.manager->isDeviceMotionActive()) << "it is not switched on again";
     EXPECT_TRUE(scene.seen.empty());
+}
+
+TEST(MotionManager, MayBeStartedAgainByItsLastCall) {
+    ManagerScene scene;
+    int ends = 0;
+    int samples = 0;
+    std::function<void()> start = [&] {
+        scene.manager->startDeviceMotionUpdates([&](const std::optional<DeviceMotion>& motion) {
+            ++(motion ? samples : ends);
+            if (!motion)
+                start();
+        });
+    };
+    start();
+    scene.publish(kFirst);
+    scene.source.setAvailable(false);
+    for (int i = 0; i < 10; ++i)
+        scene.turn();
+    EXPECT_EQ(ends, 1) << "the sample that is kept starts nothing";
+    EXPECT_EQ(samples, 1);
+    scene.publish(kSecond);
+    EXPECT_TRUE(scene.manager->isDeviceMotionActive());
+    EXPECT_EQ(samples, 2);
 }
 
 TEST(MotionManager, CallsNobodyAfterItWasStopped) {
@@ -164,7 +208,7 @@ TEST(MotionManager, MayBeStoppedByItsHandler) {
     ManagerScene scene;
     int calls = 0;
     const auto captured = std::make_shared<int>(0);
-    scene.manager->startDeviceMotionUpdates([&, captured](const DeviceMotion&) {
+    scene.manager->startDeviceMotionUpdates([&, captured](const auto&) {
         scene.manager->stopDeviceMotionUpdates();
         calls = ++*captured;
     });
@@ -176,7 +220,7 @@ TEST(MotionManager, MayBeStoppedByItsHandler) {
 TEST(MotionManager, MayLoseItsLastHolderInItsHandler) {
     ManagerScene scene;
     const auto captured = std::make_shared<int>(0);
-    scene.manager->startDeviceMotionUpdates([&scene, captured](const DeviceMotion&) {
+    scene.manager->startDeviceMotionUpdates([&scene, captured](const auto&) {
         scene.manager.reset();
         ++*captured;
     });
@@ -237,7 +281,7 @@ TEST(MotionManager, KeepsSeveralManagersApart) {
     ManagerScene scene;
     MotionManager other;
     int calls = 0;
-    other.startDeviceMotionUpdates([&](const DeviceMotion&) { ++calls; });
+    other.startDeviceMotionUpdates([&](const auto&) { ++calls; });
     scene.start();
     scene.publish(kFirst);
     scene.manager->stopDeviceMotionUpdates();
