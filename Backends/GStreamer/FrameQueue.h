@@ -37,6 +37,12 @@ public:
     [[nodiscard]] bool isOver() const;
     /// When the last picture's time is over, of those taken so far.
     [[nodiscard]] Instant end() const { return end_; }
+    /// Of the latest picture in the media that was ever taken: its time, and when that is over.
+    struct Furthest {
+        Instant time{0};
+        Instant end{0};
+    };
+    [[nodiscard]] const Furthest& furthest() const { return furthest_; }
     /// How long a picture is shown: of those taken so far, the longest.
     [[nodiscard]] Instant pictureLength() const;
     [[nodiscard]] SizePx shownSize() const { return shownSize_; }
@@ -53,6 +59,7 @@ private:
     std::optional<Instant> restartsFrom_ = Instant::zero();
     Instant lastTaken_{0}; // as the sink had it
     Instant end_{0};
+    Furthest furthest_;
     Instant longest_{0};
     SizePx shownSize_;
 };

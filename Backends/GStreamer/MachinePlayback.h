@@ -15,6 +15,7 @@ public:
     [[nodiscard]] bool isDecodedTo(Instant /*itemTime*/) override { return true; }
 
 private:
+    [[nodiscard]] MediaPacing pacing() const override { return MediaPacing::Machine; }
     void update() override;
     void plays(int order) override;
     void streamsEnded() override;

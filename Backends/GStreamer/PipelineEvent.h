@@ -38,9 +38,16 @@ struct StreamsEnded {};
 struct Buffered {
     bool enough = false;
 };
+/// The duration as it is known now, none where the media does not say.
+struct DurationKnown {
+    std::optional<Instant> duration;
+};
 /// A seek begins; what came of earlier flushes is no answer to it.
 struct SeekBegun {
     int flushes = 0;
+    /// Where it goes to, and the duration as it is known at that moment.
+    Instant target{0};
+    std::optional<Instant> duration;
 };
 struct SeekRefused {
     std::string reason;
@@ -58,8 +65,8 @@ struct Failed {
 using PipelineEvent =
     std::variant<pipeline_event::Prerolled, pipeline_event::Described, pipeline_event::Playing,
                  pipeline_event::PictureArrived, pipeline_event::StreamsEnded,
-                 pipeline_event::Buffered, pipeline_event::SeekBegun, pipeline_event::SeekRefused,
-                 pipeline_event::Silent, pipeline_event::Failed>;
+                 pipeline_event::Buffered, pipeline_event::DurationKnown, pipeline_event::SeekBegun,
+                 pipeline_event::SeekRefused, pipeline_event::Silent, pipeline_event::Failed>;
 
 /// Takes an event to the main thread, in a turn of its own. Thread: any.
 using PipelineEventSink = std::function<void(PipelineEvent)>;

@@ -169,10 +169,7 @@ void Playbin::describe() {
 
 void Playbin::queryMedia() {
     isOpen_ = true;
-    pipeline_event::Described found{std::nullopt, hasStreams_, hasVideo_, false, {}};
-    gint64 duration = -1;
-    if (gst_element_query_duration(pipeline_.get(), GST_FORMAT_TIME, &duration) && duration >= 0)
-        found.duration = Instant(duration);
+    pipeline_event::Described found{duration(), hasStreams_, hasVideo_, false, {}};
     // A film of single pictures has a length, a picture has none.
     found.isStill = isStill_ && !found.duration;
     {
@@ -180,6 +177,23 @@ void Playbin::queryMedia() {
         found.missingDecoder = missingDecoder_;
     }
     post(std::move(found));
+}
+
+std::optional<Instant> Playbin::duration() {
+    gint64 duration = -1;
+    if (!gst_element_query_duration(pipeline_.get(), GST_FORMAT_TIME, &duration) || duration < 0)
+        return std::nullopt;
+    return Instant(duration);
+}
+
+void Playbin::askDuration() {
+    if (isDurationAsked_.exchange(true))
+        return;
+    worker_.async([this] {
+        isDurationAsked_ = false;
+        if (isOpen_)
+            post(pipeline_event::DurationKnown{duration()});
+    });
 }
 
 void Playbin::setPlaying(bool playing, int order) {
@@ -196,19 +210,25 @@ void Playbin::setVolume(double volume) {
     });
 }
 
-void Playbin::seek(Instant to) {
-    worker_.async([this, to] { seekNow(to); });
+void Playbin::seek(const SeekTarget& target) {
+    worker_.async([this, target] { seekNow(target); });
 }
 
-void Playbin::seekNow(Instant to) {
-    post(pipeline_event::SeekBegun{videoSink_->flushes()});
+void Playbin::seekNow(const SeekTarget& target) {
+    const auto known = duration();
+    const bool isHeld = target.pictureLength && known;
+    const Instant to = isHeld ? std::min(target.time, *known) : target.time;
+    const Instant reached =
+        isHeld ? std::clamp(*known - *target.pictureLength, Instant::zero(), to) : to;
+    post(pipeline_event::SeekBegun{videoSink_->flushes(), to, known});
     std::string obstacle = seekObstacle();
     constexpr auto kFlags = static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE);
     if (obstacle.empty()) {
         playlists_->quieten();
         playlists_->goOn();
         setSettled(false);
-        if (!gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, kFlags, toClockTime(to)))
+        if (!gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, kFlags,
+                                     toClockTime(reached)))
             obstacle = "the media cannot be moved about in";
     }
     if (obstacle.empty())

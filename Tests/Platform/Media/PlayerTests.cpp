@@ -239,11 +239,17 @@ TEST_F(PlayerScene, IsAtTheTargetOfASeekFromTheCallOn) {
     EXPECT_EQ(script->asked, "seek 5;");
 }
 
-TEST_F(PlayerScene, HoldsTargetsWithinTheItem) {
+TEST_F(PlayerScene, HoldsTargetsBehindTheStartAndLeavesTheEndToThePipeline) {
     makePlaying();
     player->seekToTime({-3, 1});
     player->seekToTime({30, 1});
-    EXPECT_EQ(script->asked, "seek 0;seek 10;");
+    EXPECT_EQ(script->asked, "seek 0;seek 30;");
+}
+
+TEST_F(PlayerScene, FollowsADurationThatGrows) {
+    makePlaying();
+    script->to().mediaDurationDidChange(12s);
+    EXPECT_EQ(item->duration().seconds(), 12.0);
 }
 
 TEST_F(PlayerScene, RefusesASeekToNoTimeAndBeforeItIsReady) {
