@@ -5,6 +5,7 @@
 #include <gst/app/gstappsink.h>
 
 #include <deque>
+#include <memory>
 #include <optional>
 
 namespace platform {
@@ -16,7 +17,7 @@ namespace platform {
 class FrameQueue {
 public:
     /// Where pictures come from; without one there are none.
-    void attach(GStreamerPtr<GstAppSink> sink) { sink_ = std::move(sink); }
+    void attach(std::shared_ptr<GstAppSink> sink) { sink_ = std::move(sink); }
 
     /// What is held comes from elsewhere in the media now; it is replaced by the next picture,
     /// whose time has come at `from` already, even if it is counted from a little later.
@@ -54,7 +55,7 @@ private:
     [[nodiscard]] GStreamerPtr<GstSample> nextSample();
     void append(VideoSample sample);
 
-    GStreamerPtr<GstAppSink> sink_;
+    std::shared_ptr<GstAppSink> sink_;
     std::deque<MediaFrame> frames_; // by time
     std::optional<Instant> restartsFrom_ = Instant::zero();
     Instant lastTaken_{0}; // as the sink had it

@@ -71,6 +71,13 @@ void MachinePlayback::plays(int order) {
         tell(&MediaPipelineListener::mediaDidStart);
 }
 
+void MachinePlayback::reopened() {
+    isShort_ = false;
+    isToldToPlay_ = false;
+    ++order_;
+    update();
+}
+
 void MachinePlayback::streamsEnded() {
     if (isSeeking() || hasEnded() || !isToldToPlay_)
         return;

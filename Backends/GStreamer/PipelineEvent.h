@@ -3,8 +3,12 @@
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/Result.h"
 
+#include <gst/app/gstappsink.h>
+
 #include <functional>
+#include <memory>
 #include <optional>
+#include <string>
 #include <variant>
 
 namespace platform {
@@ -25,6 +29,12 @@ struct Described {
     bool isStill = false;
     /// In words; empty when none is missing.
     std::string missingDecoder;
+    /// Where its pictures come from.
+    std::shared_ptr<GstAppSink> sink;
+};
+/// It came to nothing, which another attempt need not: see `BusListener::overtookItself`.
+struct Overtaken {
+    Error error;
 };
 /// Time runs, as was asked for with that number.
 struct Playing {
@@ -63,9 +73,10 @@ struct Failed {
 } // namespace pipeline_event
 
 using PipelineEvent =
-    std::variant<pipeline_event::Prerolled, pipeline_event::Described, pipeline_event::Playing,
-                 pipeline_event::PictureArrived, pipeline_event::StreamsEnded,
-                 pipeline_event::Buffered, pipeline_event::DurationKnown, pipeline_event::SeekBegun,
+    std::variant<pipeline_event::Prerolled, pipeline_event::Described, pipeline_event::Overtaken,
+                 pipeline_event::Playing, pipeline_event::PictureArrived,
+                 pipeline_event::StreamsEnded, pipeline_event::Buffered,
+                 pipeline_event::DurationKnown, pipeline_event::SeekBegun,
                  pipeline_event::SeekRefused, pipeline_event::Silent, pipeline_event::Failed>;
 
 /// Takes an event to the main thread, in a turn of its own. Thread: any.

@@ -18,14 +18,28 @@ Playback::~Playback() {
 
 void Playback::open() {
     openWork_ = beginWork();
-    auto events = [weak = weak_from_this()](PipelineEvent event) {
-        MainQueue::main().async([weak, event = std::move(event)] {
-            if (const auto self = weak.lock())
+    openPlaybin();
+}
+
+void Playback::openPlaybin() {
+    auto events = [weak = weak_from_this(), run = ++run_](PipelineEvent event) {
+        MainQueue::main().async([weak, run, event = std::move(event)] {
+            if (const auto self = weak.lock(); self && self->run_ == run)
                 self->handle(event);
         });
     };
     playbin_ = Playbin::open(url_, pacing(), std::move(events));
+    isDescribed_ = false;
+    if (volume_)
+        playbin_->setVolume(*volume_);
     beginWait();
+}
+
+void Playback::reopen() {
+    frames_.attach(nullptr);
+    playbin_->close();
+    openPlaybin();
+    reopened();
 }
 
 void Playback::close() {
@@ -71,11 +85,8 @@ void Playback::endWait() {
 }
 
 void Playback::on(const pipeline_event::Prerolled& event) {
-    if (phase_ == Phase::Opening) {
-        if (!media_)
-            playbin_->describe();
-        return;
-    }
+    if (!isDescribed_)
+        return playbin_->describe();
     if (!seek_ || !seek_->flushesBefore || event.flushes <= *seek_->flushesBefore ||
         seek_->hasLanded)
         return;
@@ -85,11 +96,23 @@ void Playback::on(const pipeline_event::Prerolled& event) {
 }
 
 void Playback::on(const pipeline_event::Described& event) {
-    if (media_)
+    if (std::exchange(isDescribed_, true))
         return;
-    media_ = event;
-    frames_.attach(playbin_->newSinkReference());
+    frames_.attach(event.sink);
+    if (!media_)
+        media_ = event;
+    if (seek_) {
+        seek_->hasLanded = true;
+        frames_.restart(seek_->target);
+    }
     settle();
+}
+
+void Playback::on(const pipeline_event::Overtaken& event) {
+    constexpr int kMostNewStarts = 3;
+    if (newStarts_++ == kMostNewStarts)
+        return fail(event.error);
+    reopen();
 }
 
 void Playback::settle() {
@@ -185,8 +208,9 @@ void Playback::pause() {
 }
 
 void Playback::setVolume(double volume) {
+    volume_ = std::clamp(volume, 0.0, 1.0);
     if (playbin_)
-        playbin_->setVolume(std::clamp(volume, 0.0, 1.0));
+        playbin_->setVolume(*volume_);
 }
 
 void Playback::seek(Instant to) {
@@ -227,10 +251,13 @@ void Playback::on(const pipeline_event::SeekBegun& event) {
 void Playback::on(const pipeline_event::SeekRefused& event) {
     if (!seek_)
         return;
-    if (seek_->isHeld)
-        refuseSeek(event.reason);
-    else
-        seekHeld();
+    if (!seek_->isHeld)
+        return seekHeld();
+    if (seek_->target > Instant::zero() || seek_->isReopened)
+        return refuseSeek(event.reason);
+    // The start is where media begin that cannot be moved about in.
+    seek_->isReopened = true;
+    reopen();
 }
 
 void Playback::refuseSeek(const std::string& reason) {
@@ -275,7 +302,7 @@ void Playback::tellOfSeek() {
 void Playback::on(const pipeline_event::Silent& event) {
     if (event.wait != wait_)
         return;
-    if (seek_)
+    if (seek_ && !seek_->isReopened)
         return refuseSeek("it takes too long");
     fail({ErrorCode::Unreadable, "no data came in time"});
 }

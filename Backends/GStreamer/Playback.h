@@ -52,6 +52,8 @@ protected:
     virtual void buffered(bool /*isEnough*/) {}
     /// Whether the first picture is there, or will never be.
     [[nodiscard]] virtual bool isFirstPictureSettled() = 0;
+    /// The library's player is another one, which stands at the start.
+    virtual void reopened() {}
     /// Nothing more comes; nobody waits for it.
     virtual void stopWaiting() {}
     /// What keeps virtual time from passing over something under way; null where it passes anyway.
@@ -93,11 +95,13 @@ private:
         std::optional<int> flushesBefore = {}; ///< none until it has begun
         bool hasLanded = false;
         bool isHeld = false; ///< within the duration
+        bool isReopened = false;
     };
 
     void handle(const PipelineEvent& event);
     void on(const pipeline_event::Prerolled& event);
     void on(const pipeline_event::Described& event);
+    void on(const pipeline_event::Overtaken& event);
     void on(const pipeline_event::Playing& event) { plays(event.order); }
     void on(const pipeline_event::PictureArrived& /*event*/) { settle(); }
     void on(const pipeline_event::StreamsEnded& /*event*/) { streamsEnded(); }
@@ -108,6 +112,8 @@ private:
     void on(const pipeline_event::Silent& event);
     void on(const pipeline_event::Failed& event) { fail(event.error); }
 
+    void openPlaybin();
+    void reopen();
     void settle();
     [[nodiscard]] std::optional<Error> refusal() const;
     void finishOpening();
@@ -124,6 +130,10 @@ private:
     const URL url_;
     const std::weak_ptr<MediaPipelineListener> listener_;
     std::shared_ptr<Playbin> playbin_; // null once closed
+    int run_ = 0;                      // counts the players that were opened; events name theirs
+    int newStarts_ = 0;
+    bool isDescribed_ = false; // the present one
+    std::optional<double> volume_;
     FrameQueue frames_;
     MediaTimeline timeline_;
     Phase phase_ = Phase::Opening;

@@ -99,10 +99,6 @@ void Playbin::start() {
     if (const auto refusal = isRemote() ? std::nullopt : fileRefusal(url_.path()))
         return explain(*refusal, false);
     startGStreamer();
-    setGoing();
-}
-
-void Playbin::setGoing() {
     if (!build())
         return explain({ErrorCode::Unavailable, "parts of the media library are not installed"},
                        false);
@@ -110,12 +106,6 @@ void Playbin::setGoing() {
     const GstState state = pacing_ == MediaPacing::Machine ? GST_STATE_PAUSED : GST_STATE_PLAYING;
     if (gst_element_set_state(pipeline_.get(), state) == GST_STATE_CHANGE_FAILURE)
         explain({ErrorCode::Unreadable, "it cannot be opened"}, isRemote());
-}
-
-void Playbin::startAgain() {
-    shutDown();
-    startsAgain_ = false;
-    setGoing();
 }
 
 bool Playbin::build() {
@@ -169,7 +159,8 @@ void Playbin::describe() {
 
 void Playbin::queryMedia() {
     isOpen_ = true;
-    pipeline_event::Described found{duration(), hasStreams_, hasVideo_, false, {}};
+    pipeline_event::Described found{duration(), hasStreams_, hasVideo_,
+                                    false,      {},          videoSink_->newSinkReference()};
     // A film of single pictures has a length, a picture has none.
     found.isStill = isStill_ && !found.duration;
     {
@@ -199,6 +190,8 @@ void Playbin::askDuration() {
 void Playbin::setPlaying(bool playing, int order) {
     worker_.async([this, playing, order] {
         order_ = order;
+        if (!pipeline_)
+            return;
         gst_element_set_state(pipeline_.get(), playing ? GST_STATE_PLAYING : GST_STATE_PAUSED);
     });
 }
@@ -288,10 +281,6 @@ void Playbin::giveUp(int wait) {
     explain({ErrorCode::Corrupt, "the file is damaged or cut short"}, false);
 }
 
-GStreamerPtr<GstAppSink> Playbin::newSinkReference() const {
-    return videoSink_->newSinkReference();
-}
-
 std::optional<ClockReading> Playbin::reading() const {
     return videoSink_->reading();
 }
@@ -313,10 +302,6 @@ void Playbin::stop() {
         settled_.wait_for(lock, kLongest, [this] { return isSettled_; });
     if (playlists_)
         playlists_->quieten();
-    shutDown();
-}
-
-void Playbin::shutDown() {
     if (!pipeline_)
         return;
     kindSearch_->end();
@@ -353,18 +338,14 @@ void Playbin::buffered(int percent) {
 }
 
 void Playbin::overtookItself(const GError& error) {
-    constexpr int kNewStarts = 3;
-    if (isOpen_ || newStarts_ == kNewStarts)
+    if (isOpen_)
         return failed(error);
-    if (startsAgain_.exchange(true))
-        return;
-    ++newStarts_;
-    worker_.async([this] { startAgain(); });
+    setSettled(true);
+    if (!hasFailed_.exchange(true))
+        post(pipeline_event::Overtaken{inWordsOf(error)});
 }
 
 void Playbin::failed(const GError& error) {
-    if (startsAgain_)
-        return;
     setSettled(true);
     const Error inWords = inWordsOf(error);
     // Told before the pictures end, which they do next.

@@ -52,8 +52,7 @@ public:
     void beginWait(int wait);
     void endWait();
 
-    /// Only after the first event.
-    [[nodiscard]] GStreamerPtr<GstAppSink> newSinkReference() const;
+    /// Only after `Described`.
     [[nodiscard]] std::optional<ClockReading> reading() const;
     /// Before pictures are taken: the next one is reported again.
     void takesPictures() { isPictureReported_ = false; }
@@ -68,8 +67,6 @@ public:
 private:
     // On the worker.
     void start();
-    void setGoing();
-    void startAgain();
     [[nodiscard]] bool build();
     void setUpSource(GstElement* source);
     void queryMedia();
@@ -80,7 +77,6 @@ private:
     void giveUp(int wait);
     void explain(const Error& error, bool mayBeUnreachable);
     void stop();
-    void shutDown();
 
     // On threads of the pipeline.
     void sawLife() override { ++life_; }
@@ -112,7 +108,6 @@ private:
 
     std::atomic<bool> isClosed_{false};
     std::atomic<bool> hasFailed_{false};
-    std::atomic<bool> startsAgain_{false};
     std::atomic<bool> isOpen_{false}; // its first picture has been seen
     std::atomic<bool> isPictureReported_{false};
     std::atomic<bool> isDurationAsked_{false};
@@ -123,7 +118,6 @@ private:
     std::atomic<bool> handsOutParts_{false};
     std::atomic<bool> isShort_{false}; // of data
     std::atomic<int> httpStatus_{0};
-    std::atomic<int> newStarts_{0};
     std::atomic<int> order_{0};
     std::atomic<int> wait_{0};
     std::atomic<unsigned> life_{0};

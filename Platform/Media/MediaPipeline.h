@@ -72,8 +72,9 @@ public:
     virtual void play() = 0;
     virtual void pause() = 0;
     /// To the very picture of that time, which then can be had also while paused. Targets are held
-    /// within the media, which may be longer than the duration that is known so far. Of several in
-    /// a row the last one counts, and ends once.
+    /// within the media, which may be longer than the duration that is known so far. The start
+    /// can be had even of media that cannot be moved about in: it is opened again. Of several in a
+    /// row the last one counts, and ends once.
     virtual void seek(Instant to) = 0;
     /// Linear, 0 to 1.
     virtual void setVolume(double volume) = 0;
