@@ -10,7 +10,6 @@
 #include "Apps/Player/Trace.h"
 #include "Apps/Player/TracedController.h"
 #include "Hosts/Headless/HeadlessHost.h"
-#include "Platform/Foundation/NotificationCenter.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -108,7 +107,6 @@ private:
     }
 
     void snapshot(const std::string& name) {
-        platform::NotificationCenter::defaultCenter().post(platform::kWillSnapshot);
         host_->settle();
         const auto picture = host_->embedded().snapshot(command_.scale);
         if (!picture) {

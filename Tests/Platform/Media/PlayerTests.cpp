@@ -1,5 +1,4 @@
 #include "Platform/Foundation/NotificationCenter.h"
-#include "Platform/Interface/Application.h"
 #include "Platform/Media/Player.h"
 #include "Platform/Media/PlayerItemVideoOutput.h"
 #include "Tests/Platform/Foundation/VirtualTime.h"
@@ -218,8 +217,8 @@ TEST_F(PlayerScene, TicksForASnapshotBetweenTwoFrames) {
     time.runTo(20ms);
     ticks.clear();
     script->position = 20ms;
-    NotificationCenter::defaultCenter().post(kWillSnapshot);
-    NotificationCenter::defaultCenter().post(kWillSnapshot);
+    Player::catchUp();
+    Player::catchUp();
     EXPECT_EQ(ticks, (std::vector<MediaTime>{MediaTime::make(20ms)})) << "once for a moment";
 }
 
