@@ -12,7 +12,6 @@
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "Hosts/Headless/HeadlessHost.h"
-#include "Platform/Foundation/NotificationCenter.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -123,7 +122,6 @@ private:
     }
 
     void snapshot(const std::string& name) {
-        platform::NotificationCenter::defaultCenter().post(platform::kWillSnapshot);
         host_->settle();
         const auto picture = host_->embedded().snapshot(command_.scale);
         if (!picture) {

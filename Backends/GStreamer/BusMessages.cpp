@@ -124,6 +124,8 @@ void pass(GstMessage* message, GstElement* pipeline, BusListener& listener) {
         return listener.streamsEnded();
     case GST_MESSAGE_BUFFERING:
         return passBuffering(message, listener);
+    case GST_MESSAGE_DURATION_CHANGED:
+        return listener.durationChanged();
     case GST_MESSAGE_STREAM_COLLECTION:
         return passStreams(message, listener);
     case GST_MESSAGE_ELEMENT:

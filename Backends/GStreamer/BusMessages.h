@@ -19,6 +19,7 @@ public:
     virtual void isPlaying() = 0;
     virtual void streamsEnded() = 0;
     virtual void buffered(int percent) = 0;
+    virtual void durationChanged() = 0;
     virtual void failed(const GError& error) = 0;
     /// All segments of a playlist have come and the reader says that they have not: GStreamer 1.22
     /// does so where the last comes before the first has a way out.

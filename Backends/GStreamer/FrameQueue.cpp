@@ -49,6 +49,8 @@ void FrameQueue::append(VideoSample sample) {
     const Instant end = sample.end.value_or(time + distance);
     longest_ = std::max(longest_, end - time);
     end_ = std::max(end_, end);
+    if (time > furthest_.time)
+        furthest_ = {time, end};
     shownSize_ = sample.shownSize;
     frames_.push_back(std::move(sample.frame));
 }

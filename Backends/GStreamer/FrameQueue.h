@@ -5,6 +5,7 @@
 #include <gst/app/gstappsink.h>
 
 #include <deque>
+#include <memory>
 #include <optional>
 
 namespace platform {
@@ -16,7 +17,7 @@ namespace platform {
 class FrameQueue {
 public:
     /// Where pictures come from; without one there are none.
-    void attach(GStreamerPtr<GstAppSink> sink) { sink_ = std::move(sink); }
+    void attach(std::shared_ptr<GstAppSink> sink) { sink_ = std::move(sink); }
 
     /// What is held comes from elsewhere in the media now; it is replaced by the next picture,
     /// whose time has come at `from` already, even if it is counted from a little later.
@@ -37,6 +38,12 @@ public:
     [[nodiscard]] bool isOver() const;
     /// When the last picture's time is over, of those taken so far.
     [[nodiscard]] Instant end() const { return end_; }
+    /// Of the latest picture in the media that was ever taken: its time, and when that is over.
+    struct Furthest {
+        Instant time{0};
+        Instant end{0};
+    };
+    [[nodiscard]] const Furthest& furthest() const { return furthest_; }
     /// How long a picture is shown: of those taken so far, the longest.
     [[nodiscard]] Instant pictureLength() const;
     [[nodiscard]] SizePx shownSize() const { return shownSize_; }
@@ -48,11 +55,12 @@ private:
     [[nodiscard]] GStreamerPtr<GstSample> nextSample();
     void append(VideoSample sample);
 
-    GStreamerPtr<GstAppSink> sink_;
+    std::shared_ptr<GstAppSink> sink_;
     std::deque<MediaFrame> frames_; // by time
     std::optional<Instant> restartsFrom_ = Instant::zero();
     Instant lastTaken_{0}; // as the sink had it
     Instant end_{0};
+    Furthest furthest_;
     Instant longest_{0};
     SizePx shownSize_;
 };

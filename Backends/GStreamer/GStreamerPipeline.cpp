@@ -36,19 +36,19 @@ private:
     const std::shared_ptr<Playback> playback_;
 };
 
-std::shared_ptr<Playback> makePlayback(MediaPacing pacing,
+std::shared_ptr<Playback> makePlayback(const URL& url, MediaPacing pacing,
                                        std::weak_ptr<MediaPipelineListener> listener) {
     if (pacing == MediaPacing::Host)
-        return std::make_shared<HostPlayback>(std::move(listener));
-    return std::make_shared<MachinePlayback>(std::move(listener));
+        return std::make_shared<HostPlayback>(url, std::move(listener));
+    return std::make_shared<MachinePlayback>(url, std::move(listener));
 }
 
 } // namespace
 
 std::unique_ptr<MediaPipeline> openMediaPipeline(const URL& url, MediaPacing pacing,
                                                  std::weak_ptr<MediaPipelineListener> listener) {
-    auto playback = makePlayback(pacing, std::move(listener));
-    playback->open(url, pacing);
+    auto playback = makePlayback(url, pacing, std::move(listener));
+    playback->open();
     return std::make_unique<GStreamerPipeline>(std::move(playback));
 }
 

@@ -36,11 +36,10 @@ bool HostPlayback::decodeTo(Instant itemTime) {
     if (!isReady() || isSeeking())
         return false;
     playbin().takesPictures();
-    while (!frames().isSettledAt(itemTime)) {
-        if (!frames().take())
-            return frames().isOver();
+    while (!frames().isSettledAt(itemTime) && frames().take()) {
     }
-    return true;
+    reachPictures();
+    return frames().isSettledAt(itemTime) || frames().isOver();
 }
 
 void HostPlayback::waitFor(Instant itemTime, bool isAsked) {

@@ -15,6 +15,7 @@ public:
     [[nodiscard]] bool isDecodedTo(Instant itemTime) override;
 
 private:
+    [[nodiscard]] MediaPacing pacing() const override { return MediaPacing::Host; }
     void update() override;
     void picturesArrived() override;
     [[nodiscard]] bool isFirstPictureSettled() override;

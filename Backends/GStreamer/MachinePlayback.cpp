@@ -7,9 +7,11 @@ namespace platform {
 Instant MachinePlayback::positionAt(Instant host) {
     readClock();
     const Instant position = timeline().at(host);
-    if (isReady() && duration())
-        return std::min(position, *duration());
-    return position;
+    if (!isReady() || !duration() || position <= *duration())
+        return position;
+    // Either the end is near, or nobody knew when it comes.
+    playbin().askDuration();
+    return *duration();
 }
 
 void MachinePlayback::readClock() {
@@ -20,12 +22,14 @@ void MachinePlayback::readClock() {
         return;
     const Instant ago = std::chrono::steady_clock::now() - reading->at;
     timeline().correct(MainQueue::main().now() - ago, reading->position);
+    reach(reading->position);
 }
 
 std::optional<MediaFrame> MachinePlayback::frameAt(Instant itemTime) {
     // While it seeks the sink may hold pictures of either place.
     if (!isSeeking())
         frames().takeAll();
+    reachPictures();
     return frames().newestAt(itemTime);
 }
 
@@ -65,6 +69,13 @@ void MachinePlayback::plays(int order) {
     runOrHold();
     if (timeline().isRunning() && takeOwedStart())
         tell(&MediaPipelineListener::mediaDidStart);
+}
+
+void MachinePlayback::reopened() {
+    isShort_ = false;
+    isToldToPlay_ = false;
+    ++order_;
+    update();
 }
 
 void MachinePlayback::streamsEnded() {

@@ -15,8 +15,10 @@ public:
     [[nodiscard]] bool isDecodedTo(Instant /*itemTime*/) override { return true; }
 
 private:
+    [[nodiscard]] MediaPacing pacing() const override { return MediaPacing::Machine; }
     void update() override;
     void plays(int order) override;
+    void reopened() override;
     void streamsEnded() override;
     void buffered(bool isEnough) override;
     [[nodiscard]] bool isFirstPictureSettled() override;

@@ -3,8 +3,12 @@
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/Result.h"
 
+#include <gst/app/gstappsink.h>
+
 #include <functional>
+#include <memory>
 #include <optional>
+#include <string>
 #include <variant>
 
 namespace platform {
@@ -25,6 +29,12 @@ struct Described {
     bool isStill = false;
     /// In words; empty when none is missing.
     std::string missingDecoder;
+    /// Where its pictures come from.
+    std::shared_ptr<GstAppSink> sink;
+};
+/// It came to nothing, which another attempt need not: see `BusListener::overtookItself`.
+struct Overtaken {
+    Error error;
 };
 /// Time runs, as was asked for with that number.
 struct Playing {
@@ -38,9 +48,16 @@ struct StreamsEnded {};
 struct Buffered {
     bool enough = false;
 };
+/// The duration as it is known now, none where the media does not say.
+struct DurationKnown {
+    std::optional<Instant> duration;
+};
 /// A seek begins; what came of earlier flushes is no answer to it.
 struct SeekBegun {
     int flushes = 0;
+    /// Where it goes to, and the duration as it is known at that moment.
+    Instant target{0};
+    std::optional<Instant> duration;
 };
 struct SeekRefused {
     std::string reason;
@@ -56,10 +73,11 @@ struct Failed {
 } // namespace pipeline_event
 
 using PipelineEvent =
-    std::variant<pipeline_event::Prerolled, pipeline_event::Described, pipeline_event::Playing,
-                 pipeline_event::PictureArrived, pipeline_event::StreamsEnded,
-                 pipeline_event::Buffered, pipeline_event::SeekBegun, pipeline_event::SeekRefused,
-                 pipeline_event::Silent, pipeline_event::Failed>;
+    std::variant<pipeline_event::Prerolled, pipeline_event::Described, pipeline_event::Overtaken,
+                 pipeline_event::Playing, pipeline_event::PictureArrived,
+                 pipeline_event::StreamsEnded, pipeline_event::Buffered,
+                 pipeline_event::DurationKnown, pipeline_event::SeekBegun,
+                 pipeline_event::SeekRefused, pipeline_event::Silent, pipeline_event::Failed>;
 
 /// Takes an event to the main thread, in a turn of its own. Thread: any.
 using PipelineEventSink = std::function<void(PipelineEvent)>;

@@ -8,24 +8,38 @@
 
 namespace platform {
 
-Playback::Playback(std::weak_ptr<MediaPipelineListener> listener)
-    : listener_(std::move(listener)) {}
+Playback::Playback(URL url, std::weak_ptr<MediaPipelineListener> listener)
+    : url_(std::move(url)), listener_(std::move(listener)) {}
 
 Playback::~Playback() {
     if (playbin_)
         playbin_->close();
 }
 
-void Playback::open(const URL& url, MediaPacing pacing) {
+void Playback::open() {
     openWork_ = beginWork();
-    auto events = [weak = weak_from_this()](PipelineEvent event) {
-        MainQueue::main().async([weak, event = std::move(event)] {
-            if (const auto self = weak.lock())
+    openPlaybin();
+}
+
+void Playback::openPlaybin() {
+    auto events = [weak = weak_from_this(), run = ++run_](PipelineEvent event) {
+        MainQueue::main().async([weak, run, event = std::move(event)] {
+            if (const auto self = weak.lock(); self && self->run_ == run)
                 self->handle(event);
         });
     };
-    playbin_ = Playbin::open(url, pacing, std::move(events));
+    playbin_ = Playbin::open(url_, pacing(), std::move(events));
+    isDescribed_ = false;
+    if (volume_)
+        playbin_->setVolume(*volume_);
     beginWait();
+}
+
+void Playback::reopen() {
+    frames_.attach(nullptr);
+    playbin_->close();
+    openPlaybin();
+    reopened();
 }
 
 void Playback::close() {
@@ -71,11 +85,8 @@ void Playback::endWait() {
 }
 
 void Playback::on(const pipeline_event::Prerolled& event) {
-    if (phase_ == Phase::Opening) {
-        if (!media_)
-            playbin_->describe();
-        return;
-    }
+    if (!isDescribed_)
+        return playbin_->describe();
     if (!seek_ || !seek_->flushesBefore || event.flushes <= *seek_->flushesBefore ||
         seek_->hasLanded)
         return;
@@ -85,11 +96,23 @@ void Playback::on(const pipeline_event::Prerolled& event) {
 }
 
 void Playback::on(const pipeline_event::Described& event) {
-    if (media_)
+    if (std::exchange(isDescribed_, true))
         return;
-    media_ = event;
-    frames_.attach(playbin_->newSinkReference());
+    frames_.attach(event.sink);
+    if (!media_)
+        media_ = event;
+    if (seek_) {
+        seek_->hasLanded = true;
+        frames_.restart(seek_->target);
+    }
     settle();
+}
+
+void Playback::on(const pipeline_event::Overtaken& event) {
+    constexpr int kMostNewStarts = 3;
+    if (newStarts_++ == kMostNewStarts)
+        return fail(event.error);
+    reopen();
 }
 
 void Playback::settle() {
@@ -98,10 +121,41 @@ void Playback::settle() {
             finishOpening();
     } else if (seek_) {
         if (seek_->hasLanded && isFirstPictureSettled())
-            finishSeek();
+            landSeek();
     } else {
         picturesArrived();
     }
+}
+
+void Playback::reach(Instant time) {
+    if (isClosed() || !media_ || !media_->duration || time <= *media_->duration)
+        return;
+    setDuration(time);
+    playbin_->askDuration();
+}
+
+void Playback::reachPictures() {
+    // When the last one is over is a guess, when it begins is none.
+    if (media_ && media_->duration && frames_.furthest().time > *media_->duration)
+        reach(frames_.furthest().end);
+}
+
+void Playback::on(const pipeline_event::DurationKnown& event) {
+    setDuration(event.duration);
+}
+
+void Playback::setDuration(std::optional<Instant> duration) {
+    if (!duration)
+        return;
+    if (frames_.furthest().time > *duration)
+        duration = frames_.furthest().end;
+    if (std::exchange(media_->duration, duration) == duration || std::exchange(owesDuration_, true))
+        return;
+    later([this] {
+        owesDuration_ = false;
+        if (const auto listener = listener_.lock(); listener && isReady())
+            listener->mediaDurationDidChange(*media_->duration);
+    });
 }
 
 std::optional<Error> Playback::refusal() const {
@@ -154,8 +208,9 @@ void Playback::pause() {
 }
 
 void Playback::setVolume(double volume) {
+    volume_ = std::clamp(volume, 0.0, 1.0);
     if (playbin_)
-        playbin_->setVolume(std::clamp(volume, 0.0, 1.0));
+        playbin_->setVolume(*volume_);
 }
 
 void Playback::seek(Instant to) {
@@ -169,27 +224,40 @@ void Playback::seek(Instant to) {
     update();
 }
 
-/// A seek to the very end would show nothing, so it goes to the last picture.
+/// The duration that is known may be too short, so a target beyond it is tried as it is: in a file
+/// only, for what a server sends beyond its end is for some readers no end.
 void Playback::beginNextSeek() {
-    Instant target = std::max(*std::exchange(pending_, std::nullopt), Instant::zero());
-    Instant reached = target;
-    if (media_->duration) {
-        target = std::min(target, *media_->duration);
-        reached = std::clamp(*media_->duration - frames_.pictureLength(), Instant::zero(), target);
-    }
-    seek_ = Seek{target, std::nullopt, false};
+    seek_ = Seek{std::max(*std::exchange(pending_, std::nullopt), Instant::zero())};
     beginWait();
-    playbin_->seek(reached);
+    const bool isKnown = media_->duration && seek_->target <= *media_->duration;
+    if (isKnown || !url_.isFileURL())
+        return seekHeld();
+    playbin_->seek({seek_->target, std::nullopt});
+}
+
+void Playback::seekHeld() {
+    seek_ = Seek{.target = seek_->target, .isHeld = true};
+    playbin_->seek({seek_->target, frames_.pictureLength()});
 }
 
 void Playback::on(const pipeline_event::SeekBegun& event) {
-    if (seek_)
-        seek_->flushesBefore = event.flushes;
+    if (!seek_)
+        return;
+    seek_->flushesBefore = event.flushes;
+    seek_->target = event.target;
+    setDuration(event.duration);
 }
 
 void Playback::on(const pipeline_event::SeekRefused& event) {
-    if (seek_)
-        refuseSeek(event.reason);
+    if (!seek_)
+        return;
+    if (!seek_->isHeld)
+        return seekHeld();
+    if (seek_->target > Instant::zero() || seek_->isReopened)
+        return refuseSeek(event.reason);
+    // The start is where media begin that cannot be moved about in.
+    seek_->isReopened = true;
+    reopen();
 }
 
 void Playback::refuseSeek(const std::string& reason) {
@@ -198,9 +266,19 @@ void Playback::refuseSeek(const std::string& reason) {
     finishSeek();
 }
 
+/// Beyond the end there is no picture, but where the end is has been found out by then.
+void Playback::landSeek() {
+    const bool isBeyondEnd = !frames_.hasBegun() && frames_.isOver();
+    if (isBeyondEnd && !seek_->isHeld)
+        return seekHeld();
+    finishSeek();
+}
+
 void Playback::finishSeek() {
     if (seek_->hasLanded) {
         hasEnded_ = false;
+        if (frames_.hasBegun())
+            reach(seek_->target);
         timeline_.moveTo(seek_->target, MainQueue::main().now());
     }
     seek_.reset();
@@ -224,7 +302,7 @@ void Playback::tellOfSeek() {
 void Playback::on(const pipeline_event::Silent& event) {
     if (event.wait != wait_)
         return;
-    if (seek_)
+    if (seek_ && !seek_->isReopened)
         return refuseSeek("it takes too long");
     fail({ErrorCode::Unreadable, "no data came in time"});
 }

@@ -5,6 +5,7 @@
 #include "Backends/GStreamer/PipelineEvent.h"
 #include "Backends/GStreamer/Playbin.h"
 #include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/URL.h"
 #include "Platform/Media/MediaPipeline.h"
 
 #include <functional>
@@ -21,12 +22,12 @@ namespace platform {
 /// Thread: main.
 class Playback : public std::enable_shared_from_this<Playback> {
 public:
-    explicit Playback(std::weak_ptr<MediaPipelineListener> listener);
+    Playback(URL url, std::weak_ptr<MediaPipelineListener> listener);
     virtual ~Playback();
     Playback(const Playback&) = delete;
     Playback& operator=(const Playback&) = delete;
 
-    void open(const URL& url, MediaPacing pacing);
+    void open();
     void close();
 
     void play();
@@ -40,6 +41,7 @@ public:
 protected:
     using Work = std::shared_ptr<MainQueue::Work>;
 
+    [[nodiscard]] virtual MediaPacing pacing() const = 0;
     /// Something has changed that playing hangs on: time runs or stands by it.
     virtual void update() = 0;
     /// The sink may hold more pictures, while nothing is being opened or sought.
@@ -50,6 +52,8 @@ protected:
     virtual void buffered(bool /*isEnough*/) {}
     /// Whether the first picture is there, or will never be.
     [[nodiscard]] virtual bool isFirstPictureSettled() = 0;
+    /// The library's player is another one, which stands at the start.
+    virtual void reopened() {}
     /// Nothing more comes; nobody waits for it.
     virtual void stopWaiting() {}
     /// What keeps virtual time from passing over something under way; null where it passes anyway.
@@ -61,7 +65,11 @@ protected:
     [[nodiscard]] bool isSeeking() const { return isReady() && (seek_ || pending_); }
     [[nodiscard]] bool wantsToPlay() const { return wantsToPlay_; }
     [[nodiscard]] bool hasEnded() const { return hasEnded_; }
+    /// As far as it is known: it grows with media whose header does not say it.
     [[nodiscard]] std::optional<Instant> duration() const { return media_->duration; }
+    /// The media has been seen to last until then.
+    void reach(Instant time);
+    void reachPictures();
     /// When the last picture's time is over, of those decoded so far.
     [[nodiscard]] Instant end() const;
     [[nodiscard]] Playbin& playbin() { return *playbin_; }
@@ -84,34 +92,48 @@ private:
     enum class Phase { Opening, Ready, Failed };
     struct Seek {
         Instant target{0};
-        std::optional<int> flushesBefore; ///< none until it has begun
+        std::optional<int> flushesBefore = {}; ///< none until it has begun
         bool hasLanded = false;
+        bool isHeld = false; ///< within the duration
+        bool isReopened = false;
     };
 
     void handle(const PipelineEvent& event);
     void on(const pipeline_event::Prerolled& event);
     void on(const pipeline_event::Described& event);
+    void on(const pipeline_event::Overtaken& event);
     void on(const pipeline_event::Playing& event) { plays(event.order); }
     void on(const pipeline_event::PictureArrived& /*event*/) { settle(); }
     void on(const pipeline_event::StreamsEnded& /*event*/) { streamsEnded(); }
     void on(const pipeline_event::Buffered& event) { buffered(event.enough); }
+    void on(const pipeline_event::DurationKnown& event);
     void on(const pipeline_event::SeekBegun& event);
     void on(const pipeline_event::SeekRefused& event);
     void on(const pipeline_event::Silent& event);
     void on(const pipeline_event::Failed& event) { fail(event.error); }
 
+    void openPlaybin();
+    void reopen();
     void settle();
     [[nodiscard]] std::optional<Error> refusal() const;
     void finishOpening();
     void lookForPictures();
+    void setDuration(std::optional<Instant> duration);
     void beginNextSeek();
+    void seekHeld();
+    void landSeek();
     void finishSeek();
     void tellOfSeek();
     void refuseSeek(const std::string& reason);
     void fail(const Error& error);
 
-    std::weak_ptr<MediaPipelineListener> listener_;
+    const URL url_;
+    const std::weak_ptr<MediaPipelineListener> listener_;
     std::shared_ptr<Playbin> playbin_; // null once closed
+    int run_ = 0;                      // counts the players that were opened; events name theirs
+    int newStarts_ = 0;
+    bool isDescribed_ = false; // the present one
+    std::optional<double> volume_;
     FrameQueue frames_;
     MediaTimeline timeline_;
     Phase phase_ = Phase::Opening;
@@ -119,6 +141,7 @@ private:
     bool wantsToPlay_ = false;
     bool owesStart_ = false;
     bool hasEnded_ = false;
+    bool owesDuration_ = false;
     int wait_ = 0;
     std::optional<Seek> seek_;       // in flight
     std::optional<Instant> pending_; // after it

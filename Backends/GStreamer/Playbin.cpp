@@ -99,10 +99,6 @@ void Playbin::start() {
     if (const auto refusal = isRemote() ? std::nullopt : fileRefusal(url_.path()))
         return explain(*refusal, false);
     startGStreamer();
-    setGoing();
-}
-
-void Playbin::setGoing() {
     if (!build())
         return explain({ErrorCode::Unavailable, "parts of the media library are not installed"},
                        false);
@@ -110,12 +106,6 @@ void Playbin::setGoing() {
     const GstState state = pacing_ == MediaPacing::Machine ? GST_STATE_PAUSED : GST_STATE_PLAYING;
     if (gst_element_set_state(pipeline_.get(), state) == GST_STATE_CHANGE_FAILURE)
         explain({ErrorCode::Unreadable, "it cannot be opened"}, isRemote());
-}
-
-void Playbin::startAgain() {
-    shutDown();
-    startsAgain_ = false;
-    setGoing();
 }
 
 bool Playbin::build() {
@@ -169,10 +159,8 @@ void Playbin::describe() {
 
 void Playbin::queryMedia() {
     isOpen_ = true;
-    pipeline_event::Described found{std::nullopt, hasStreams_, hasVideo_, false, {}};
-    gint64 duration = -1;
-    if (gst_element_query_duration(pipeline_.get(), GST_FORMAT_TIME, &duration) && duration >= 0)
-        found.duration = Instant(duration);
+    pipeline_event::Described found{duration(), hasStreams_, hasVideo_,
+                                    false,      {},          videoSink_->newSinkReference()};
     // A film of single pictures has a length, a picture has none.
     found.isStill = isStill_ && !found.duration;
     {
@@ -182,9 +170,28 @@ void Playbin::queryMedia() {
     post(std::move(found));
 }
 
+std::optional<Instant> Playbin::duration() {
+    gint64 duration = -1;
+    if (!gst_element_query_duration(pipeline_.get(), GST_FORMAT_TIME, &duration) || duration < 0)
+        return std::nullopt;
+    return Instant(duration);
+}
+
+void Playbin::askDuration() {
+    if (isDurationAsked_.exchange(true))
+        return;
+    worker_.async([this] {
+        isDurationAsked_ = false;
+        if (isOpen_)
+            post(pipeline_event::DurationKnown{duration()});
+    });
+}
+
 void Playbin::setPlaying(bool playing, int order) {
     worker_.async([this, playing, order] {
         order_ = order;
+        if (!pipeline_)
+            return;
         gst_element_set_state(pipeline_.get(), playing ? GST_STATE_PLAYING : GST_STATE_PAUSED);
     });
 }
@@ -196,19 +203,25 @@ void Playbin::setVolume(double volume) {
     });
 }
 
-void Playbin::seek(Instant to) {
-    worker_.async([this, to] { seekNow(to); });
+void Playbin::seek(const SeekTarget& target) {
+    worker_.async([this, target] { seekNow(target); });
 }
 
-void Playbin::seekNow(Instant to) {
-    post(pipeline_event::SeekBegun{videoSink_->flushes()});
+void Playbin::seekNow(const SeekTarget& target) {
+    const auto known = duration();
+    const bool isHeld = target.pictureLength && known;
+    const Instant to = isHeld ? std::min(target.time, *known) : target.time;
+    const Instant reached =
+        isHeld ? std::clamp(*known - *target.pictureLength, Instant::zero(), to) : to;
+    post(pipeline_event::SeekBegun{videoSink_->flushes(), to, known});
     std::string obstacle = seekObstacle();
     constexpr auto kFlags = static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE);
     if (obstacle.empty()) {
         playlists_->quieten();
         playlists_->goOn();
         setSettled(false);
-        if (!gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, kFlags, toClockTime(to)))
+        if (!gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, kFlags,
+                                     toClockTime(reached)))
             obstacle = "the media cannot be moved about in";
     }
     if (obstacle.empty())
@@ -268,10 +281,6 @@ void Playbin::giveUp(int wait) {
     explain({ErrorCode::Corrupt, "the file is damaged or cut short"}, false);
 }
 
-GStreamerPtr<GstAppSink> Playbin::newSinkReference() const {
-    return videoSink_->newSinkReference();
-}
-
 std::optional<ClockReading> Playbin::reading() const {
     return videoSink_->reading();
 }
@@ -293,10 +302,6 @@ void Playbin::stop() {
         settled_.wait_for(lock, kLongest, [this] { return isSettled_; });
     if (playlists_)
         playlists_->quieten();
-    shutDown();
-}
-
-void Playbin::shutDown() {
     if (!pipeline_)
         return;
     kindSearch_->end();
@@ -333,18 +338,14 @@ void Playbin::buffered(int percent) {
 }
 
 void Playbin::overtookItself(const GError& error) {
-    constexpr int kNewStarts = 3;
-    if (isOpen_ || newStarts_ == kNewStarts)
+    if (isOpen_)
         return failed(error);
-    if (startsAgain_.exchange(true))
-        return;
-    ++newStarts_;
-    worker_.async([this] { startAgain(); });
+    setSettled(true);
+    if (!hasFailed_.exchange(true))
+        post(pipeline_event::Overtaken{inWordsOf(error)});
 }
 
 void Playbin::failed(const GError& error) {
-    if (startsAgain_)
-        return;
     setSettled(true);
     const Error inWords = inWordsOf(error);
     // Told before the pictures end, which they do next.

@@ -34,8 +34,17 @@ public:
     void describe();
     /// Whether time runs; answered by `Playing` with the order's number if so.
     void setPlaying(bool playing, int order);
+    /// Answered by `DurationKnown`.
+    void askDuration();
+    /// Where a seek goes to.
+    struct SeekTarget {
+        Instant time{0};
+        /// Held within the duration, and at its end that much before it: there is no picture at
+        /// the very end. None: as it is, even beyond the duration that is known so far.
+        std::optional<Instant> pictureLength;
+    };
     /// Answered by `SeekBegun`, and then by `Prerolled` or `SeekRefused`.
-    void seek(Instant to);
+    void seek(const SeekTarget& target);
     void setVolume(double volume);
 
     /// From now on silence for too long is answered by `Silent`; a new wait replaces an earlier
@@ -43,8 +52,7 @@ public:
     void beginWait(int wait);
     void endWait();
 
-    /// Only after the first event.
-    [[nodiscard]] GStreamerPtr<GstAppSink> newSinkReference() const;
+    /// Only after `Described`.
     [[nodiscard]] std::optional<ClockReading> reading() const;
     /// Before pictures are taken: the next one is reported again.
     void takesPictures() { isPictureReported_ = false; }
@@ -59,18 +67,16 @@ public:
 private:
     // On the worker.
     void start();
-    void setGoing();
-    void startAgain();
     [[nodiscard]] bool build();
     void setUpSource(GstElement* source);
     void queryMedia();
-    void seekNow(Instant to);
+    [[nodiscard]] std::optional<Instant> duration();
+    void seekNow(const SeekTarget& target);
     [[nodiscard]] std::string seekObstacle();
     void checkLife(int wait);
     void giveUp(int wait);
     void explain(const Error& error, bool mayBeUnreachable);
     void stop();
-    void shutDown();
 
     // On threads of the pipeline.
     void sawLife() override { ++life_; }
@@ -78,6 +84,7 @@ private:
     void isPlaying() override;
     void streamsEnded() override;
     void buffered(int percent) override;
+    void durationChanged() override { askDuration(); }
     void failed(const GError& error) override;
     void overtookItself(const GError& error) override;
     void foundStreams(bool hasVideo, bool isStill) override;
@@ -101,9 +108,9 @@ private:
 
     std::atomic<bool> isClosed_{false};
     std::atomic<bool> hasFailed_{false};
-    std::atomic<bool> startsAgain_{false};
     std::atomic<bool> isOpen_{false}; // its first picture has been seen
     std::atomic<bool> isPictureReported_{false};
+    std::atomic<bool> isDurationAsked_{false};
     std::atomic<bool> hasStreams_{false};
     std::atomic<bool> hasVideo_{false};
     std::atomic<bool> isStill_{false};
@@ -111,7 +118,6 @@ private:
     std::atomic<bool> handsOutParts_{false};
     std::atomic<bool> isShort_{false}; // of data
     std::atomic<int> httpStatus_{0};
-    std::atomic<int> newStarts_{0};
     std::atomic<int> order_{0};
     std::atomic<int> wait_{0};
     std::atomic<unsigned> life_{0};

@@ -5,9 +5,12 @@
 #include "Platform/Interface/Screen.h"
 #include "Platform/Interface/ViewController.h"
 #include "Platform/Interface/Window.h"
+#include "Platform/Media/Player.h"
 
 #include <GLES2/gl2.h>
 
+#include <condition_variable>
+#include <mutex>
 #include <utility>
 
 using platform::Application;
@@ -47,6 +50,29 @@ void lowerDecodeLimit(int maxSidePx) {
 
 } // namespace
 
+/// Passes a wake-up on, and lets a call wait for it.
+struct EmbeddedHost::WakeUp {
+    std::function<void()> application;
+    std::mutex mutex; // guards rung
+    std::condition_variable condition;
+    bool rung = false;
+
+    void ring() {
+        {
+            const std::scoped_lock lock(mutex);
+            rung = true;
+        }
+        condition.notify_one();
+        if (application)
+            application();
+    }
+    void wait() {
+        std::unique_lock lock(mutex);
+        condition.wait(lock, [this] { return rung; });
+        rung = false;
+    }
+};
+
 platform::Result<std::unique_ptr<EmbeddedHost>> EmbeddedHost::create(EmbeddedHostOptions options) {
     using platform::Error;
     using platform::ErrorCode;
@@ -60,11 +86,13 @@ platform::Result<std::unique_ptr<EmbeddedHost>> EmbeddedHost::create(EmbeddedHos
 
 EmbeddedHost::EmbeddedHost(EmbeddedHostOptions options)
     : clock_(options.clock ? std::move(options.clock) : std::make_shared<platform::SystemClock>()),
-      grid_(options.framesPerSecond), window_(platform::make<platform::Window>()) {
+      grid_(options.framesPerSecond), wakeUp_(std::make_shared<WakeUp>()),
+      window_(platform::make<platform::Window>()) {
     MainQueue& queue = MainQueue::main();
     queue.setClock(clock_);
     queue.setFrameGrid(grid_);
-    queue.setWakeUp(std::move(options.wakeUp));
+    wakeUp_->application = std::move(options.wakeUp);
+    queue.setWakeUp([wakeUp = wakeUp_] { wakeUp->ring(); });
     lowerDecodeLimit(GLDevice::main().maxTextureSidePx());
     platform::AttitudeSource::shared().reset();
     window_->setTouchSlop(options.touchSlop);
@@ -192,7 +220,20 @@ bool EmbeddedHost::isTransparent() const {
     return window_->isTransparent();
 }
 
+void EmbeddedHost::catchUp() {
+    GLDevice::main().makeCurrent();
+    platform::Player::catchUp();
+    // Only a virtual clock stands still meanwhile.
+    while (clock_->isVirtual() && platform::Player::isAnyBehind()) {
+        MainQueue::main().runDue();
+        const auto next = MainQueue::main().nextDeadline();
+        if (platform::Player::isAnyBehind() && !(next && *next <= now()))
+            wakeUp_->wait();
+    }
+}
+
 platform::Result<platform::ImagePtr> EmbeddedHost::snapshot(double scale) {
+    catchUp();
     auto picture = window_->snapshot(scale);
     leaveGLState();
     return picture;

@@ -109,17 +109,22 @@ public:
     /// With a transparent background the application's own drawing shows through where no content
     /// is: it draws that before every `draw`.
     [[nodiscard]] bool isTransparent() const;
-    /// A fresh frame of the rectangle at `scale` pixels a point, in a framebuffer of its own.
+    /// A fresh frame of the rectangle at `scale` pixels a point, in a framebuffer of its own. A
+    /// video shows the frame that belongs to `now()`: players tick for it inside the call, and with
+    /// a virtual clock the call waits until that frame is decoded.
     [[nodiscard]] platform::Result<platform::ImagePtr> snapshot(double scale);
 
     [[nodiscard]] platform::Instant now() const { return clock_->now(); }
 
 private:
+    struct WakeUp;
     explicit EmbeddedHost(EmbeddedHostOptions options);
     [[nodiscard]] bool mayDraw(platform::Instant now, bool atInstant);
+    void catchUp();
 
     std::shared_ptr<const platform::Clock> clock_;
     platform::FrameGrid grid_;
+    std::shared_ptr<WakeUp> wakeUp_;
     std::shared_ptr<platform::Window> window_;
     std::optional<platform::Instant> nextPass_;
     std::optional<platform::Instant> lastPassInstant_;

@@ -34,9 +34,6 @@ inline constexpr const char* kWillChangeStatusBarFrame =
     "ApplicationWillChangeStatusBarFrameNotification";
 inline constexpr const char* kDidChangeStatusBarFrame =
     "ApplicationDidChangeStatusBarFrameNotification";
-/// A picture of this very moment is about to be taken: whatever follows the clock catches up. The
-/// host lets the main queue settle afterwards.
-inline constexpr const char* kWillSnapshot = "ApplicationWillSnapshotNotification";
 inline constexpr const char* kStatusBarFrameUserInfoKey = "ApplicationStatusBarFrameUserInfoKey";
 
 /// The running program as the views see it: its window and how the screen is held.

@@ -15,7 +15,7 @@ namespace platform {
 struct MediaDescription {
     /// Of the video as it is to be shown.
     SizePx naturalSize;
-    /// None for a live stream.
+    /// As far as it is known by then, see `mediaDurationDidChange`; none for a live stream.
     std::optional<Instant> duration;
 };
 
@@ -35,6 +35,9 @@ public:
 
     /// Once: opened, and its first picture decoded. It stands still until it is told to play.
     virtual void mediaIsReady(const MediaDescription& media) = 0;
+    /// The duration has turned out to be another one. Headers that were written before the end was
+    /// known name none, or too short a one, and each frame beyond it proves more.
+    virtual void mediaDurationDidChange(Instant duration) = 0;
     /// At most once; nothing else follows. The detail is one sentence naming the cause.
     virtual void mediaDidFail(const Error& error) = 0;
     /// Time runs from here: after `play()`, and again after a stall.
@@ -69,7 +72,9 @@ public:
     virtual void play() = 0;
     virtual void pause() = 0;
     /// To the very picture of that time, which then can be had also while paused. Targets are held
-    /// within the media. Of several in a row the last one counts, and ends once.
+    /// within the media, which may be longer than the duration that is known so far. The start
+    /// can be had even of media that cannot be moved about in: it is opened again. Of several in a
+    /// row the last one counts, and ends once.
     virtual void seek(Instant to) = 0;
     /// Linear, 0 to 1.
     virtual void setVolume(double volume) = 0;

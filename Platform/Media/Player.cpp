@@ -1,8 +1,6 @@
 #include "Platform/Media/Player.h"
 
 #include "Platform/Foundation/MainQueue.h"
-#include "Platform/Foundation/NotificationCenter.h"
-#include "Platform/Interface/Application.h"
 #include "Platform/Media/PlayerItem.h"
 
 #include <algorithm>
@@ -15,7 +13,6 @@ std::shared_ptr<Player> Player::playerWithPlayerItem(const std::shared_ptr<Playe
 }
 
 Player::~Player() {
-    NotificationCenter::defaultCenter().removeObserver(this);
     if (item_ && item_->pipeline())
         item_->pipeline()->pause();
 }
@@ -24,12 +21,31 @@ void Player::init() {
     ObservableObject::init();
     if (item_)
         item_->load(weak(this));
-    // A picture may be asked for between two frame instants.
-    NotificationCenter::defaultCenter().addObserver(
-        shared(this), kWillSnapshot, [this](const auto&) {
-            if (isRunning_ && currentTime() != lastTick_)
-                tick(Ticks::All);
-        });
+    std::erase_if(alive(), [](const auto& player) { return player.expired(); });
+    alive().push_back(weak(this));
+}
+
+std::vector<std::weak_ptr<Player>>& Player::alive() {
+    static std::vector<std::weak_ptr<Player>> players;
+    return players;
+}
+
+void Player::catchUp() {
+    // A copy: what a tick brings may make or end players.
+    const auto players = alive();
+    for (const auto& player : players) {
+        const auto self = player.lock();
+        if (self && self->isRunning_ && self->currentTime() != self->lastTick_)
+            self->tick(Ticks::All);
+    }
+}
+
+bool Player::isAnyBehind() {
+    return std::any_of(alive().begin(), alive().end(), [](const auto& player) {
+        const auto self = player.lock();
+        return self && self->item_ && self->item_->pipeline() &&
+               (self->awaitsDecoder_ || self->awaitsJump_ || self->item_->isSeeking());
+    });
 }
 
 MediaTime Player::currentTime() const {

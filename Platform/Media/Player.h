@@ -49,6 +49,12 @@ public:
     /// See `PlayerItem::seekToTime`.
     void seekToTime(MediaTime target);
 
+    /// For a host that takes a picture between two frame instants: every player whose time runs
+    /// ticks for this very moment, at once or, where its frame is not decoded yet, in a later turn.
+    static void catchUp();
+    /// Whether a player has yet to tick for the present.
+    [[nodiscard]] static bool isAnyBehind();
+
     /// Linear, 0 to 1.
     [[nodiscard]] float volume() const { return volume_; }
     void setVolume(float volume);
@@ -79,6 +85,7 @@ private:
     void timeDidJump();
     void jumpDidCome();
 
+    [[nodiscard]] static std::vector<std::weak_ptr<Player>>& alive();
     void announce(TimeControlStatus status);
     void runFrames();
     void frameDidCome();

@@ -38,11 +38,8 @@ void PlayerItem::seekToTime(MediaTime target) {
                 "; staying at " + std::to_string(currentTime().seconds()) + " s");
         return;
     }
-    Instant instant = std::max(target.instant(), Instant(0));
-    if (duration_.isNumeric())
-        instant = std::min(instant, duration_.instant());
-    seekTarget_ = instant;
-    pipeline_->seek(instant);
+    seekTarget_ = std::max(target.instant(), Instant(0));
+    pipeline_->seek(*seekTarget_);
 }
 
 MediaTime PlayerItem::currentTime() const {
@@ -80,6 +77,10 @@ void PlayerItem::mediaIsReady(const MediaDescription& media) {
     if (const auto player = player_.lock())
         player->itemIsReady();
     setStatus(PlayerItemStatus::ReadyToPlay);
+}
+
+void PlayerItem::mediaDurationDidChange(Instant duration) {
+    duration_ = MediaTime::make(duration);
 }
 
 void PlayerItem::mediaDidFail(const Error& error) {

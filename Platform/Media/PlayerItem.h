@@ -49,7 +49,8 @@ public:
     [[nodiscard]] PlayerItemStatus status() const { return status_; }
     /// Why it cannot be played; none while nothing has gone wrong.
     [[nodiscard]] const std::optional<Error>& error() const { return error_; }
-    /// Indefinite until the media is open, and for a live stream.
+    /// Indefinite until the media is open, and for a live stream. It grows while media is played
+    /// whose header does not say how long it is.
     [[nodiscard]] MediaTime duration() const { return duration_; }
     /// Empty until the media is open.
     [[nodiscard]] const std::vector<AssetTrack>& tracks() const { return tracks_; }
@@ -78,6 +79,7 @@ private:
     [[nodiscard]] bool isDecodedToPresent();
 
     void mediaIsReady(const MediaDescription& media) override;
+    void mediaDurationDidChange(Instant duration) override;
     void mediaDidFail(const Error& error) override;
     void mediaDidStart() override;
     void mediaDidStall() override;

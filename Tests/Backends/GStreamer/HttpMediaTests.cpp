@@ -103,6 +103,17 @@ TEST_F(HttpMedia, IsSoughtInByParts) {
     }
 }
 
+TEST_F(HttpMedia, IsSoughtToItsLastFrameByATargetPastItsEnd) {
+    ClipOptions webm{.frames = 90, .codec = tests::ClipCodec::VP9, .container = "webm"};
+    ClipOptions mkv{.frames = 90, .container = "mkv"};
+    for (const ClipOptions& options : {served(90), webm, mkv}) {
+        OpenedPipeline opened = hostPaced(serve(options));
+        ASSERT_TRUE(opened.open()) << options.container;
+        ASSERT_TRUE(opened.seekAndWait(fromSeconds(60))) << options.container;
+        EXPECT_EQ(opened.frameAtItemTime(opened.position()), 89) << options.container;
+    }
+}
+
 TEST_F(HttpMedia, IsFollowedWhereItHasMoved) {
     const std::string url = serve(served(5));
     server.serve("/old.mp4", tests::redirectTo(url));

@@ -17,6 +17,7 @@ namespace tests {
 class PipelineNotes final : public platform::MediaPipelineListener {
 public:
     void mediaIsReady(const platform::MediaDescription& media) override;
+    void mediaDurationDidChange(platform::Instant changed) override { duration = changed; }
     void mediaDidFail(const platform::Error& error) override;
     void mediaDidStart() override { note("start"); }
     void mediaDidStall() override { note("stall"); }
@@ -29,6 +30,8 @@ public:
     std::vector<std::string> events;
     std::optional<platform::MediaDescription> media;
     std::optional<platform::Error> error;
+    /// The latest that was told apart from `media`.
+    std::optional<platform::Instant> duration;
     /// Called with every event.
     std::function<void(const std::string&)> onEvent;
 

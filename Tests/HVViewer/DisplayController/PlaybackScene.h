@@ -1,8 +1,6 @@
 #pragma once
 
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
-#include "Platform/Foundation/NotificationCenter.h"
-#include "Platform/Interface/Application.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/HookRecorder.h"
 #include "Tests/Support/ShownFrame.h"
@@ -48,7 +46,6 @@ public:
     }
 
     [[nodiscard]] platform::ImagePtr snapshot() {
-        platform::NotificationCenter::defaultCenter().post(platform::kWillSnapshot);
         host->settle();
         return host->embedded().snapshot(1).value();
     }

@@ -1,5 +1,4 @@
 #include "Platform/Foundation/NotificationCenter.h"
-#include "Platform/Interface/Application.h"
 #include "Platform/Media/Player.h"
 #include "Platform/Media/PlayerItemVideoOutput.h"
 #include "Tests/Platform/Foundation/VirtualTime.h"
@@ -218,8 +217,8 @@ TEST_F(PlayerScene, TicksForASnapshotBetweenTwoFrames) {
     time.runTo(20ms);
     ticks.clear();
     script->position = 20ms;
-    NotificationCenter::defaultCenter().post(kWillSnapshot);
-    NotificationCenter::defaultCenter().post(kWillSnapshot);
+    Player::catchUp();
+    Player::catchUp();
     EXPECT_EQ(ticks, (std::vector<MediaTime>{MediaTime::make(20ms)})) << "once for a moment";
 }
 
@@ -239,11 +238,17 @@ TEST_F(PlayerScene, IsAtTheTargetOfASeekFromTheCallOn) {
     EXPECT_EQ(script->asked, "seek 5;");
 }
 
-TEST_F(PlayerScene, HoldsTargetsWithinTheItem) {
+TEST_F(PlayerScene, HoldsTargetsBehindTheStartAndLeavesTheEndToThePipeline) {
     makePlaying();
     player->seekToTime({-3, 1});
     player->seekToTime({30, 1});
-    EXPECT_EQ(script->asked, "seek 0;seek 10;");
+    EXPECT_EQ(script->asked, "seek 0;seek 30;");
+}
+
+TEST_F(PlayerScene, FollowsADurationThatGrows) {
+    makePlaying();
+    script->to().mediaDurationDidChange(12s);
+    EXPECT_EQ(item->duration().seconds(), 12.0);
 }
 
 TEST_F(PlayerScene, RefusesASeekToNoTimeAndBeforeItIsReady) {

@@ -106,6 +106,14 @@ TEST(Streamer, WaitsToBeToldWhenItIsNotToPlayByItself) {
     EXPECT_EQ(s.listener->take(), "started;");
 }
 
+TEST(Streamer, SaysHowLongItIsOnceThatIsKnown) {
+    StreamerScene s;
+    s.open(tests::testClip({.frames = 120, .more = {"-movflags", "frag_keyframe+empty_moov"}}));
+    ASSERT_LT(s.streamer->itemDuration(), 4.0) << "the header does not say it";
+    s.advance(5);
+    EXPECT_EQ(s.streamer->itemDuration(), 4.0);
+}
+
 TEST(Streamer, NotesAPlayThatComesTooEarly) {
     StreamerScene s;
     s.streamer = ZNTStreamer::streamerWithUrl(platform::URL::fileURLWithPath(clip()));
