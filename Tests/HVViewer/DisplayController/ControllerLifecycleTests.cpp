@@ -8,9 +8,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
-#include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 using platform::LogLevel;
