@@ -2,6 +2,7 @@
 #include "Apps/Player/Message.h"
 #include "Apps/Player/Play.h"
 #include "Apps/Player/Render.h"
+#include "Platform/Foundation/Assertion.h"
 
 #include <exception>
 
@@ -18,6 +19,8 @@ struct RunCommand {
 int main(int argc, char** argv) {
     try {
         return static_cast<int>(std::visit(RunCommand{}, parseCommandLine(argc, argv)));
+    } catch (const platform::AssertionFailure&) {
+        return static_cast<int>(ExitCode::NoGraphics); // the library has logged it
     } catch (const std::exception& failure) {
         tell(failure.what());
         return static_cast<int>(ExitCode::NoGraphics);

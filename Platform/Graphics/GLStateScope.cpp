@@ -3,10 +3,12 @@
 #include "Platform/Graphics/GLDevice.h"
 
 #include <GLES2/gl2.h>
-#include <GLES2/gl2ext.h>
 
 namespace platform {
 namespace {
+
+/// Of OES_vertex_array_object, which every context has.
+constexpr GLenum kVertexArrayBinding = 0x85B5;
 
 int integer(GLenum name) {
     GLint value = 0;
@@ -40,7 +42,7 @@ GLStateScope::GLStateScope() {
     device.makeCurrent();
     generation_ = device.generation();
     program_ = integer(GL_CURRENT_PROGRAM);
-    vertexArray_ = integer(GL_VERTEX_ARRAY_BINDING_OES);
+    vertexArray_ = integer(kVertexArrayBinding);
     arrayBuffer_ = integer(GL_ARRAY_BUFFER_BINDING);
     activeUnit_ = integer(GL_ACTIVE_TEXTURE);
     for (std::size_t unit = 0; unit < kUnits; ++unit) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -78,6 +79,30 @@ TEST(Program, NamesAnAddressThatCannotBeOpened) {
         EXPECT_NE(message.find("refuses the connection"), std::string::npos) << message;
         EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1) << message;
     }
+}
+
+TEST(Program, SaysOnceThatAShaderDoesNotLink) {
+    // Resources are looked up beside the library, so the program is given a copy of it.
+    const tests::TemporaryFolder folder;
+    const std::filesystem::path library(ZANTO_FRAMEWORK);
+    const std::filesystem::path copies = folder.pathOf("lib/here");
+    std::filesystem::create_directories(copies);
+    std::filesystem::copy_file(library, copies / library.filename());
+    for (const char* prefix : {"lib/share", "share"}) {
+        const auto resources =
+            std::filesystem::path(folder.pathOf(prefix)) / "ZantoPlayerFramework";
+        std::filesystem::create_directories(resources);
+        std::ofstream(resources / "FragmentPhotoShader.fsh") << "no shader";
+    }
+    setenv("LD_LIBRARY_PATH", copies.c_str(), 1);
+    const ProgramRun run =
+        runPlayer("render " + kPanorama + " --size 64x64 --output " + folder.pathOf("out.png"));
+    unsetenv("LD_LIBRARY_PATH");
+    EXPECT_EQ(run.exitCode, 3);
+    const std::string text = "ZNTProgram:125: Failed during linking process";
+    const auto first = run.standardError.find(text);
+    ASSERT_NE(first, std::string::npos) << run.standardError;
+    EXPECT_EQ(run.standardError.find(text, first + 1), std::string::npos) << run.standardError;
 }
 
 TEST(Program, RefusesABadScriptBeforeItOpensAnything) {
