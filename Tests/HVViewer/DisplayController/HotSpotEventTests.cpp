@@ -106,6 +106,18 @@ TEST(HotSpotTap, AddsARecogniserToEitherViewAtEachAppearance) {
     EXPECT_EQ(recognisers(), std::pair(main + 1, second + 1)) << "none is ever removed";
 }
 
+TEST(HotSpotList, OfAPictureIsShownByASwitchToSideBySide) {
+    Tapped scene;
+    const auto spot = spotAt(0, 0);
+    scene.player->addHotSpots({spot}, nullptr);
+    scene.host->settle();
+    EXPECT_EQ(spot->textureName(), 0U);
+    scene.player->setDisplayMode(DisplayMode::LittlePlanet);
+    EXPECT_EQ(spot->textureName(), 0U);
+    scene.player->setDisplayMode(DisplayMode::SideBySide);
+    EXPECT_NE(spot->textureName(), 0U);
+}
+
 TEST(HotSpotSwitches, AreOffUntilTheHostSetsThem) {
     const auto host = makeHost({16, 9});
     const auto player = platform::make<HookRecorder>();

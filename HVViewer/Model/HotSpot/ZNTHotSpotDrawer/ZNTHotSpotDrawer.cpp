@@ -278,17 +278,13 @@ std::optional<GLKVector4> ZNTHotSpotDrawer::snapshotDorPicking(platform::Point p
         return std::nullopt;
     enableColor_ = true;
     notifications().post(ZNTHotSpotDrawerDisableDrawing);
-    // What an observer has drawn meanwhile took the picking colours; another frame would show the
-    // content, whose colours stand for nothing.
-    if (!enableColor_)
-        return std::nullopt;
+    // A frame of an observer may have spent the picking colours: this one then shows pictures,
+    // whose colours stand for nothing.
     drawnForPicking_.clear();
     const auto pixel = view->pixelAt(point);
     // Without markers no pass has taken the picking colours off the content again.
-    if (enableColor_) {
+    if (enableColor_)
         endColorPass();
-        return std::nullopt;
-    }
     if (!pixel)
         return std::nullopt;
     const auto channel = [&pixel](std::size_t i) {

@@ -180,3 +180,24 @@ TEST(HotSpotDrawerDefaults, AreAnEmptyListInPicturesAndAutomaticPicking) {
     ASSERT_NE(drawer->hotSpotModel(), nullptr);
     EXPECT_EQ(drawer->hotSpotModel()->model().numberOfVertices, 6);
 }
+
+TEST(HotSpotDrawerDefaults, KeepNeitherTheViewNorTheContext) {
+    const auto host = makeHost({64, 36});
+    auto context = platform::GLContext::create();
+    auto view = platform::make<platform::GLView>(platform::Rect{{}, {64, 36}});
+    const auto drawer = platform::make<ZNTHotSpotDrawer>(context, view);
+    drawer->updateHotSpots({spotAt(0, 0)});
+    const std::weak_ptr<platform::GLView> heldView = view;
+    const std::weak_ptr<platform::GLContext> heldContext = context;
+    int frames = 0;
+    const WhenPosted begin(ZNTHotSpotDrawerDisableDrawing, [&frames] { ++frames; });
+    view.reset();
+    EXPECT_TRUE(heldView.expired());
+    drawer->objectPickTestForPixelAtX(32, 18);
+    EXPECT_EQ(frames, 0) << "there is nothing to look at";
+    drawer->updateHotSpots({});
+    context.reset();
+    EXPECT_TRUE(heldContext.expired());
+    drawer->updateHotSpots({spotAt(0, 0)});
+    EXPECT_TRUE(drawer->hotSpots().empty()) << "nothing can be uploaded";
+}

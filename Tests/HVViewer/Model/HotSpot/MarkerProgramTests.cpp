@@ -110,11 +110,20 @@ TEST_F(MarkerShaders, SayWhichOfThemDoesNotCompile) {
 }
 
 TEST_F(MarkerShaders, SayThatOneCannotBeRead) {
-    const ShadowedResource resource("Shader.fsh");
+    {
+        const ShadowedResource resource("Shader.fsh");
+        EXPECT_FALSE(program_.loadShaders());
+        EXPECT_EQ(log_.lines(), (std::vector<std::string>{"Failed to load vertex shader",
+                                                          "Failed to compile fragment shader"}))
+            << "one text for either kind";
+        EXPECT_EQ(glIsProgram(program_.name()), GL_TRUE) << "the program is left";
+        program_.tearDown();
+    }
+    const ShadowedResource resource("Shader.vsh");
     EXPECT_FALSE(program_.loadShaders());
-    EXPECT_EQ(log_.lines(), (std::vector<std::string>{"Failed to load vertex shader",
-                                                      "Failed to compile fragment shader"}))
-        << "one text for either kind";
+    ASSERT_EQ(log_.lines().size(), 4U);
+    EXPECT_EQ(log_.lines()[2], "Failed to load vertex shader");
+    EXPECT_EQ(log_.lines()[3], "Failed to compile vertex shader");
 }
 
 TEST_F(MarkerShaders, SayThatTheyDoNotLinkAndLeaveNoProgram) {

@@ -1,12 +1,15 @@
 #include "HVViewer/DisplayController/DisplayView/ZNTDrawer.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
+#include "Platform/Foundation/NotificationCenter.h"
 #include "Tests/HVViewer/Model/HotSpot/HotSpotScene.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 // The frame in which a pick looks: the content is black there, and each point of the view is the
 // pixel that people see under it.
@@ -69,6 +72,29 @@ TEST(PickingFrame, IsAnnouncedUnderThesePublicNames) {
     EXPECT_STREQ(ZNTHotSpotDrawerHotSpotNameKey, "ZNTHotSpotDrawerHotSpotNameKey");
     EXPECT_STREQ(ZNTHotSpotDrawerHotSpotIndexKey, "ZNTHotSpotDrawerHotSpotIndexKey");
     EXPECT_STREQ(ZNTHotSpotDrawerTapKey, "ZNTHotSpotDrawerTapKey");
+}
+
+TEST(PickingFrame, IsAnnouncedWithoutASenderAndWithTheSelectionsEntriesOnly) {
+    HotSpotScene scene;
+    scene.showSpots({spotAt(0, 0, "door")});
+    std::vector<platform::Notification> posted;
+    const auto observer = platform::make<platform::Object>();
+    auto& center = platform::NotificationCenter::defaultCenter();
+    for (const char* name : {ZNTHotSpotDrawerDisableDrawing, ZNTHotSpotDrawerEnableDrawing,
+                             ZNTHotSpotDrawerDetectHotSpotSelection})
+        center.addObserver(observer, name,
+                           [&posted](const auto& notification) { posted.push_back(notification); });
+    scene.view().objectPickTestForPixelAtX(160, 90);
+    center.removeObserver(observer.get());
+    ASSERT_EQ(posted.size(), 3U);
+    for (const auto& notification : posted)
+        EXPECT_EQ(notification.object, nullptr) << notification.name;
+    EXPECT_TRUE(posted[0].userInfo.empty());
+    EXPECT_TRUE(posted[1].userInfo.empty());
+    EXPECT_EQ(posted[2].userInfo,
+              (platform::UserInfo{{ZNTHotSpotDrawerHotSpotNameKey, std::string("door")},
+                                  {ZNTHotSpotDrawerHotSpotIndexKey, std::int64_t{0}},
+                                  {ZNTHotSpotDrawerTapKey, true}}));
 }
 
 TEST_P(AtAScale, FindsWhatIsUnderAPointOfTheView) {
