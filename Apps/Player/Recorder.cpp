@@ -16,7 +16,6 @@ using platform::TouchPhase;
 
 namespace {
 
-constexpr double kLeastLength = 0.01; // of an attitude
 constexpr Instant::rep kNanosecondsPerSecond = 1'000'000'000;
 
 /// "12.000000345": as exact as instants are, whatever their size.
@@ -31,12 +30,6 @@ std::string secondsText(Instant instant) {
 bool isDeviceMotion(const decltype(Action::what)& what) {
     const auto* const action = std::get_if<SwitchAction>(&what);
     return action != nullptr && action->which == SwitchAction::Switch::DeviceMotion;
-}
-
-/// Whether a script can say it: what is no rotation at all turns no camera either.
-bool isRotation(const platform::Attitude& q) {
-    const double length = std::hypot(std::hypot(q.x, q.y), std::hypot(q.z, q.w));
-    return std::isfinite(length) && length > kLeastLength;
 }
 
 const SwitchAction kDeviceMotionOn{SwitchAction::Switch::DeviceMotion, true};
@@ -64,7 +57,7 @@ Instant Recorder::sinceBegin(Instant instant) const {
 
 void Recorder::takeAttitude() {
     const auto& sample = AttitudeSource::shared().latest();
-    if (!sample || sample == lastAttitude_ || !isRotation(*sample))
+    if (!sample || sample == lastAttitude_)
         return;
     if (waiting_)
         writeAttitude(waiting_->at);

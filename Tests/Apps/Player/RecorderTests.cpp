@@ -29,6 +29,8 @@ using Switch = SwitchAction::Switch;
 
 /// A clock that stands where it is put, a script, and what stands in it.
 struct Recording {
+    Recording() { platform::AttitudeSource::shared().reset(); }
+
     Instant now{};
     std::ostringstream script;
     Recorder recorder{script, [this] { return now; }};

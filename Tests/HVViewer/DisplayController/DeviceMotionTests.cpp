@@ -56,6 +56,15 @@ TEST(DeviceSteering, BeginsAgainInAHalfThatIsShownAgain) {
     EXPECT_TRUE(player.view().deviceMotionIsOn());
 }
 
+TEST(DeviceSteering, BeginsInAHalfThatWasHiddenBeforeTheSensorArrived) {
+    ShownPanorama player;
+    player.controller().setDisplayMode(DisplayMode::SideBySide);
+    player.view().setHidden(true);
+    player.view().setHidden(false);
+    player.embedded().setAttitude(kUpright);
+    EXPECT_TRUE(player.view().deviceMotionIsOn());
+}
+
 TEST(DeviceSteering, EndsWhenTheSensorGoesAway) {
     ShownPanorama player;
     player.embedded().setAttitude({0, 0, 0, 1});
