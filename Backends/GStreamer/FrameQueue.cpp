@@ -5,6 +5,11 @@
 
 namespace platform {
 
+void FrameQueue::standIn(PixelBufferPtr pixels) {
+    sink_.reset();
+    standIn_ = MediaFrame{Instant::zero(), std::move(pixels)};
+}
+
 void FrameQueue::restart(Instant from) {
     restartsFrom_ = from;
     end_ = from;
@@ -56,6 +61,8 @@ void FrameQueue::append(VideoSample sample) {
 }
 
 std::optional<MediaFrame> FrameQueue::newestAt(Instant time) {
+    if (standIn_)
+        return standIn_;
     const auto later = std::find_if(frames_.begin(), frames_.end(),
                                     [&](const MediaFrame& frame) { return frame.time > time; });
     if (later == frames_.begin())
@@ -80,6 +87,7 @@ Instant FrameQueue::pictureLength() const {
 void FrameQueue::close() {
     sink_.reset();
     frames_.clear();
+    standIn_.reset();
 }
 
 } // namespace platform
