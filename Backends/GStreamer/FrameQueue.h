@@ -19,6 +19,10 @@ public:
     /// Where pictures come from; without one there are none.
     void attach(std::shared_ptr<GstAppSink> sink) { sink_ = std::move(sink); }
 
+    /// The first picture that was taken is the start of the media, whatever the sink counts from.
+    void startAtFirst();
+    [[nodiscard]] Instant origin() const { return origin_; }
+
     /// One frame for all times, for media that has none of its own.
     void standIn(PixelBufferPtr pixels);
 
@@ -62,6 +66,8 @@ private:
     std::deque<MediaFrame> frames_; // by time
     std::optional<MediaFrame> standIn_;
     std::optional<Instant> restartsFrom_ = Instant::zero();
+    Instant origin_{0};
+    std::optional<Instant> firstTaken_;
     Instant lastTaken_{0}; // as the sink had it
     Instant end_{0};
     Furthest furthest_;

@@ -27,6 +27,8 @@ struct Described {
     bool hasSound = false;
     bool hasVideo = false;
     bool isStill = false;
+    /// Times count from somewhere before the first picture.
+    bool startsLate = false;
     /// In words; empty when none is missing.
     std::string missingDecoder;
     /// Where its pictures come from.

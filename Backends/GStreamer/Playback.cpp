@@ -205,6 +205,8 @@ void Playback::finishOpening() {
         return fail(*error);
     phase_ = Phase::Ready;
     endWait();
+    if (media_->startsLate)
+        startAtFirst();
     const Work work = std::move(openWork_);
     if (const auto listener = listener_.lock())
         listener->mediaIsReady({frames_.shownSize(), media_->duration});
@@ -214,6 +216,14 @@ void Playback::finishOpening() {
         beginNextSeek();
     update();
     lookForPictures();
+}
+
+/// Paced by the machine the time before the first picture would have to pass, so it is left out by
+/// a seek.
+void Playback::startAtFirst() {
+    frames_.startAtFirst();
+    if (pacing() == MediaPacing::Machine && !pending_ && frames_.origin() > Instant::zero())
+        pending_ = Instant::zero();
 }
 
 /// A full sink has no more to report, and what it reported before was not asked for yet.
@@ -264,7 +274,7 @@ void Playback::beginNextSeek() {
     const bool isKnown = media_->duration && seek_->target <= *media_->duration;
     if (isKnown || isSoundAlone() || !url_.isFileURL())
         return seekHeld();
-    playbin_->seek({seek_->target, std::nullopt});
+    playbin_->seek({seek_->target, std::nullopt, frames_.origin()});
 }
 
 /// There is nothing to be decoded: sound is left out.
@@ -277,7 +287,7 @@ void Playback::landSilentSeek() {
 
 void Playback::seekHeld() {
     seek_ = Seek{.target = seek_->target, .isHeld = true};
-    playbin_->seek({seek_->target, frames_.pictureLength()});
+    playbin_->seek({seek_->target, frames_.pictureLength(), frames_.origin()});
 }
 
 void Playback::on(const pipeline_event::SeekBegun& event) {

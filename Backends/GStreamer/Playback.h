@@ -119,6 +119,7 @@ private:
     void settle();
     [[nodiscard]] std::optional<Error> refusal() const;
     void finishOpening();
+    void startAtFirst();
     void lookForPictures();
     void setDuration(std::optional<Instant> duration);
     void beginNextSeek();

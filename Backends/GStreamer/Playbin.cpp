@@ -163,10 +163,15 @@ void Playbin::describe() {
 
 void Playbin::queryMedia() {
     isOpen_ = true;
-    pipeline_event::Described found{duration(), hasSound_, hasVideo_,
-                                    false,      {},        videoSink_->newSinkReference()};
+    pipeline_event::Described found;
+    found.duration = duration();
+    found.hasSound = hasSound_;
+    found.hasVideo = hasVideo_;
+    found.sink = videoSink_->newSinkReference();
     // A film of single pictures has a length, a picture has none.
     found.isStill = isStill_ && !found.duration;
+    // Its clock runs ahead of its pictures. Of playlists the reader sees to that.
+    found.startsLate = !isRemote() && hasPart(pipeline_.get(), "tsdemux");
     {
         const std::scoped_lock lock(mutex_);
         found.missingDecoder = missingDecoder_;
@@ -225,7 +230,7 @@ void Playbin::seekNow(const SeekTarget& target) {
         playlists_->goOn();
         setSettled(false);
         if (!gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, kFlags,
-                                     toClockTime(reached)))
+                                     toClockTime(reached + target.origin)))
             obstacle = "the media cannot be moved about in";
     }
     if (obstacle.empty())

@@ -47,6 +47,8 @@ public:
         /// Held within the duration, and at its end that much before it: there is no picture at
         /// the very end. None: as it is, even beyond the duration that is known so far.
         std::optional<Instant> pictureLength;
+        /// What the library counts as that when the media begins.
+        Instant origin{0};
     };
     /// Answered by `SeekBegun`, and then by `Prerolled` or `SeekRefused`.
     void seek(const SeekTarget& target);

@@ -81,6 +81,46 @@ TEST(MediaFormats, AnOddSizeOfHalvedColoursIsKept) {
     expectEveryFrame({.size = {127, 63}, .frames = 3, .codec = ClipCodec::VP9, .container = "mkv"});
 }
 
+TEST(MediaFormats, ATransportStreamBeginsWithItsFirstFrame) {
+    expectEveryFrame({.frames = 15, .container = "ts"});
+}
+
+TEST(MediaFormats, ATransportStreamIsSoughtFromItsFirstFrameOn) {
+    // Padded: the library finds its way about in larger files only.
+    OpenedPipeline opened(testClip({.frames = 90, .container = "ts", .more = {"-muxrate", "2M"}}));
+    ASSERT_TRUE(opened.open());
+    for (const int frame : {40, 3, 80, 0, 60}) {
+        const Instant target = tests::frameTime({}, frame) + fromSeconds(0.01);
+        ASSERT_TRUE(opened.seekAndWait(target));
+        EXPECT_EQ(opened.frameAtItemTime(target), frame);
+    }
+    opened.pipeline->play();
+    ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(2)));
+    EXPECT_EQ(opened.notes->count("end"), 1);
+    EXPECT_NEAR(platform::toSeconds(opened.position()), 3, 0.002);
+}
+
+TEST(MediaFormats, ATransportStreamPacedByTheMachineBeginsWithItsFirstFrame) {
+    OpenedPipeline opened(
+        platform::URL::fileURLWithPath(testClip({.frames = 15, .container = "ts"})),
+        platform::MediaPacing::Machine, tests::QueueDriver::Time::Real);
+    ASSERT_TRUE(opened.open());
+    opened.pipeline->play();
+    int frames = 0;
+    ASSERT_TRUE(opened.queue.runUntil([&] {
+        opened.queue.lookAgainIn(fromSeconds(0.005));
+        const auto frame = opened.pipeline->frameAt(opened.position());
+        if (frame) {
+            EXPECT_NEAR(platform::toSeconds(frame->time),
+                        tests::readFrameNumber(*frame->pixels).value_or(-1) / 30.0, 0.002);
+            ++frames;
+        }
+        return opened.notes->count("end") > 0;
+    }));
+    EXPECT_GT(frames, 0);
+    EXPECT_NEAR(platform::toSeconds(opened.position()), 0.5, 0.04);
+}
+
 TEST(MediaFormats, OneFrameIsAVideo) {
     OpenedPipeline opened(testClip({.frames = 1}));
     ASSERT_TRUE(opened.open());
