@@ -55,7 +55,7 @@ void passStreams(GstMessage* message, BusListener& listener) {
         isStill |= caps && kindOf(caps.get()).starts_with("image/");
     }
     if (hasSound || hasVideo)
-        listener.foundStreams(hasVideo, isStill);
+        listener.foundStreams(hasSound, hasVideo, isStill);
 }
 
 gboolean isPartsHeader(GQuark field, const GValue* value, gpointer found) {

@@ -25,7 +25,7 @@ public:
     /// does so where the last comes before the first has a way out.
     virtual void overtookItself(const GError& error) = 0;
     /// There is sound or video; a still picture counts as video too.
-    virtual void foundStreams(bool hasVideo, bool isStill) = 0;
+    virtual void foundStreams(bool hasSound, bool hasVideo, bool isStill) = 0;
     /// For anything but sound.
     virtual void missesDecoder(const std::string& description) = 0;
     virtual void answered(int httpStatus, bool handsOutParts) = 0;

@@ -5,6 +5,17 @@
 
 namespace platform {
 
+void FrameQueue::startAtFirst() {
+    origin_ = firstTaken_.value_or(Instant::zero());
+    end_ -= origin_;
+    furthest_ = {furthest_.time - origin_, furthest_.end - origin_};
+}
+
+void FrameQueue::standIn(PixelBufferPtr pixels) {
+    sink_.reset();
+    standIn_ = MediaFrame{Instant::zero(), std::move(pixels)};
+}
+
 void FrameQueue::restart(Instant from) {
     restartsFrom_ = from;
     end_ = from;
@@ -40,22 +51,27 @@ void FrameQueue::append(VideoSample sample) {
         return; // the one on which the pipeline stood, once more
     // Without a length the last distance stands in for it.
     const Instant distance = restartsFrom_ ? Instant::zero() : time - lastTaken_;
+    sample.frame.time -= origin_;
     if (restartsFrom_) {
         frames_.clear();
-        sample.frame.time = std::min(time, *restartsFrom_);
+        sample.frame.time = std::min(sample.frame.time, *restartsFrom_);
         restartsFrom_.reset();
     }
+    firstTaken_ = firstTaken_.value_or(time);
     lastTaken_ = time;
-    const Instant end = sample.end.value_or(time + distance);
-    longest_ = std::max(longest_, end - time);
+    const Instant begin = time - origin_;
+    const Instant end = sample.end.value_or(time + distance) - origin_;
+    longest_ = std::max(longest_, end - begin);
     end_ = std::max(end_, end);
-    if (time > furthest_.time)
-        furthest_ = {time, end};
+    if (begin > furthest_.time)
+        furthest_ = {begin, end};
     shownSize_ = sample.shownSize;
     frames_.push_back(std::move(sample.frame));
 }
 
 std::optional<MediaFrame> FrameQueue::newestAt(Instant time) {
+    if (standIn_)
+        return standIn_;
     const auto later = std::find_if(frames_.begin(), frames_.end(),
                                     [&](const MediaFrame& frame) { return frame.time > time; });
     if (later == frames_.begin())
@@ -80,6 +96,7 @@ Instant FrameQueue::pictureLength() const {
 void FrameQueue::close() {
     sink_.reset();
     frames_.clear();
+    standIn_.reset();
 }
 
 } // namespace platform

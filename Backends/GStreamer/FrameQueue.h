@@ -19,6 +19,13 @@ public:
     /// Where pictures come from; without one there are none.
     void attach(std::shared_ptr<GstAppSink> sink) { sink_ = std::move(sink); }
 
+    /// The first picture that was taken is the start of the media, whatever the sink counts from.
+    void startAtFirst();
+    [[nodiscard]] Instant origin() const { return origin_; }
+
+    /// One frame for all times, for media that has none of its own.
+    void standIn(PixelBufferPtr pixels);
+
     /// What is held comes from elsewhere in the media now; it is replaced by the next picture,
     /// whose time has come at `from` already, even if it is counted from a little later.
     void restart(Instant from);
@@ -32,7 +39,7 @@ public:
     /// Whether the newest picture at that time can no longer be a later one.
     [[nodiscard]] bool isSettledAt(Instant time) const;
     /// Whether there has been a picture since the restart.
-    [[nodiscard]] bool hasBegun() const { return !restartsFrom_; }
+    [[nodiscard]] bool hasBegun() const { return standIn_ || !restartsFrom_; }
 
     /// Whether the sink will hold no further picture.
     [[nodiscard]] bool isOver() const;
@@ -57,7 +64,10 @@ private:
 
     std::shared_ptr<GstAppSink> sink_;
     std::deque<MediaFrame> frames_; // by time
+    std::optional<MediaFrame> standIn_;
     std::optional<Instant> restartsFrom_ = Instant::zero();
+    Instant origin_{0};
+    std::optional<Instant> firstTaken_;
     Instant lastTaken_{0}; // as the sink had it
     Instant end_{0};
     Furthest furthest_;

@@ -21,8 +21,9 @@ void MachinePlayback::readClock() {
     if (!reading || reading->at < runsSince_)
         return;
     const Instant ago = std::chrono::steady_clock::now() - reading->at;
-    timeline().correct(MainQueue::main().now() - ago, reading->position);
-    reach(reading->position);
+    const Instant position = reading->position - frames().origin();
+    timeline().correct(MainQueue::main().now() - ago, position);
+    reach(position);
 }
 
 std::optional<MediaFrame> MachinePlayback::frameAt(Instant itemTime) {

@@ -113,10 +113,6 @@ std::optional<Error> fileRefusal(const std::string& path) {
     }
 }
 
-Error noVideoError() {
-    return {ErrorCode::Unsupported, "it holds no video"};
-}
-
 Error unknownKindError() {
     return {ErrorCode::Unsupported, "it is not a video of a known kind"};
 }

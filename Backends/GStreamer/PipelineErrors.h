@@ -26,7 +26,6 @@ struct FailureContext {
 /// Why a file cannot be media, before anybody tries to play it; none where it may be.
 [[nodiscard]] std::optional<Error> fileRefusal(const std::string& path);
 
-[[nodiscard]] Error noVideoError();
 [[nodiscard]] Error unknownKindError();
 [[nodiscard]] Error missingDecoderError(const std::string& description);
 

@@ -24,9 +24,11 @@ struct Prerolled {
 /// What was asked for after the first preroll.
 struct Described {
     std::optional<Instant> duration;
-    bool hasStreams = false;
+    bool hasSound = false;
     bool hasVideo = false;
     bool isStill = false;
+    /// Times count from somewhere before the first picture.
+    bool startsLate = false;
     /// In words; empty when none is missing.
     std::string missingDecoder;
     /// Where its pictures come from.
@@ -36,6 +38,8 @@ struct Described {
 struct Overtaken {
     Error error;
 };
+/// There is sound alone, and sound was left out.
+struct SoundLeftOut {};
 /// Time runs, as was asked for with that number.
 struct Playing {
     int order = 0;
@@ -74,9 +78,9 @@ struct Failed {
 
 using PipelineEvent =
     std::variant<pipeline_event::Prerolled, pipeline_event::Described, pipeline_event::Overtaken,
-                 pipeline_event::Playing, pipeline_event::PictureArrived,
-                 pipeline_event::StreamsEnded, pipeline_event::Buffered,
-                 pipeline_event::DurationKnown, pipeline_event::SeekBegun,
+                 pipeline_event::SoundLeftOut, pipeline_event::Playing,
+                 pipeline_event::PictureArrived, pipeline_event::StreamsEnded,
+                 pipeline_event::Buffered, pipeline_event::DurationKnown, pipeline_event::SeekBegun,
                  pipeline_event::SeekRefused, pipeline_event::Silent, pipeline_event::Failed>;
 
 /// Takes an event to the main thread, in a turn of its own. Thread: any.

@@ -13,7 +13,8 @@ struct PipelineLimits {
     int retries = 1;
 };
 
-/// Those of every pipeline opened from now on. Thread: main.
+/// Those of every pipeline opened from now on, and for silence of every wait that begins from now
+/// on. Thread: main.
 [[nodiscard]] PipelineLimits& pipelineLimits();
 
 } // namespace platform

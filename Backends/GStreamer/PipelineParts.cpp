@@ -32,6 +32,16 @@ bool isAtWork(GstElement* pipeline) {
     return found || end == GST_ITERATOR_RESYNC;
 }
 
+bool hasPart(GstElement* pipeline, const char* factory) {
+    const GStreamerPtr<GstIterator> parts(
+        gst_bin_iterate_all_by_element_factory_name(GST_BIN(pipeline), factory));
+    GValue found = G_VALUE_INIT;
+    const bool isThere = gst_iterator_next(parts.get(), &found) == GST_ITERATOR_OK;
+    if (isThere)
+        g_value_unset(&found);
+    return isThere;
+}
+
 void startDecoder(GstElement* pipeline) {
     const GStreamerPtr<GstIterator> decoders(
         gst_bin_iterate_all_by_element_factory_name(GST_BIN(pipeline), "decodebin3"));

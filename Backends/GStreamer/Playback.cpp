@@ -4,9 +4,26 @@
 #include "Platform/Foundation/Log.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <utility>
+#include <vector>
 
 namespace platform {
+
+namespace {
+
+/// What sound alone shows; small, because it is stretched.
+PixelBufferPtr blackFrame() {
+    constexpr SizePx kSize{16, 8};
+    constexpr std::size_t kSamples = 128;
+    const auto bytes = std::make_shared<std::vector<std::uint8_t>>(kSamples, std::uint8_t{16});
+    bytes->resize(kSamples + kSamples / 2, std::uint8_t{128});
+    return PixelBuffer::wrap(kSize, {bytes->data(), kSize.width},
+                             {bytes->data() + kSamples, kSize.width}, bytes);
+}
+
+} // namespace
 
 Playback::Playback(URL url, std::weak_ptr<MediaPipelineListener> listener)
     : url_(std::move(url)), listener_(std::move(listener)) {}
@@ -28,7 +45,7 @@ void Playback::openPlaybin() {
                 self->handle(event);
         });
     };
-    playbin_ = Playbin::open(url_, pacing(), std::move(events));
+    playbin_ = Playbin::open(url_, {pacing(), withSound_}, std::move(events));
     isDescribed_ = false;
     if (volume_)
         playbin_->setVolume(*volume_);
@@ -75,8 +92,12 @@ Instant Playback::end() const {
     // Containers count in coarser ticks; one of them is no difference.
     constexpr Instant kTick = std::chrono::milliseconds(1);
     const Instant end = frames_.end();
-    const bool isWhole = media_->duration && std::chrono::abs(*media_->duration - end) <= kTick;
-    return isWhole ? *media_->duration : end;
+    if (!media_->duration)
+        return end;
+    if (std::chrono::abs(*media_->duration - end) <= kTick)
+        return *media_->duration;
+    // Sound may last longer, also where it is left out.
+    return media_->hasSound ? std::max(*media_->duration, end) : end;
 }
 
 void Playback::endWait() {
@@ -98,9 +119,12 @@ void Playback::on(const pipeline_event::Prerolled& event) {
 void Playback::on(const pipeline_event::Described& event) {
     if (std::exchange(isDescribed_, true))
         return;
-    frames_.attach(event.sink);
     if (!media_)
         media_ = event;
+    if (isSoundAlone())
+        frames_.standIn(blackFrame());
+    else
+        frames_.attach(event.sink);
     if (seek_) {
         seek_->hasLanded = true;
         frames_.restart(seek_->target);
@@ -112,6 +136,12 @@ void Playback::on(const pipeline_event::Overtaken& event) {
     constexpr int kMostNewStarts = 3;
     if (newStarts_++ == kMostNewStarts)
         return fail(event.error);
+    reopen();
+}
+
+/// Without any stream that is taken the library's player fails.
+void Playback::on(const pipeline_event::SoundLeftOut& /*event*/) {
+    withSound_ = true;
     reopen();
 }
 
@@ -167,7 +197,7 @@ std::optional<Error> Playback::refusal() const {
         return missingDecoderError(media_->missingDecoder);
     if (media_->hasVideo)
         return Error{ErrorCode::Corrupt, "its video holds no picture"};
-    return media_->hasStreams ? noVideoError() : unknownKindError();
+    return unknownKindError();
 }
 
 void Playback::finishOpening() {
@@ -175,6 +205,8 @@ void Playback::finishOpening() {
         return fail(*error);
     phase_ = Phase::Ready;
     endWait();
+    if (media_->startsLate)
+        startAtFirst();
     const Work work = std::move(openWork_);
     if (const auto listener = listener_.lock())
         listener->mediaIsReady({frames_.shownSize(), media_->duration});
@@ -184,6 +216,14 @@ void Playback::finishOpening() {
         beginNextSeek();
     update();
     lookForPictures();
+}
+
+/// Paced by the machine the time before the first picture would have to pass, so it is left out by
+/// a seek.
+void Playback::startAtFirst() {
+    frames_.startAtFirst();
+    if (pacing() == MediaPacing::Machine && !pending_ && frames_.origin() > Instant::zero())
+        pending_ = Instant::zero();
 }
 
 /// A full sink has no more to report, and what it reported before was not asked for yet.
@@ -229,15 +269,25 @@ void Playback::seek(Instant to) {
 void Playback::beginNextSeek() {
     seek_ = Seek{std::max(*std::exchange(pending_, std::nullopt), Instant::zero())};
     beginWait();
+    if (isSoundAlone() && pacing() == MediaPacing::Host)
+        return landSilentSeek();
     const bool isKnown = media_->duration && seek_->target <= *media_->duration;
-    if (isKnown || !url_.isFileURL())
+    if (isKnown || isSoundAlone() || !url_.isFileURL())
         return seekHeld();
-    playbin_->seek({seek_->target, std::nullopt});
+    playbin_->seek({seek_->target, std::nullopt, frames_.origin()});
+}
+
+/// There is nothing to be decoded: sound is left out.
+void Playback::landSilentSeek() {
+    seek_->target = std::min(seek_->target, media_->duration.value_or(seek_->target));
+    seek_->hasLanded = true;
+    frames_.restart(seek_->target);
+    finishSeek();
 }
 
 void Playback::seekHeld() {
     seek_ = Seek{.target = seek_->target, .isHeld = true};
-    playbin_->seek({seek_->target, frames_.pictureLength()});
+    playbin_->seek({seek_->target, frames_.pictureLength(), frames_.origin()});
 }
 
 void Playback::on(const pipeline_event::SeekBegun& event) {

@@ -67,10 +67,11 @@ protected:
     [[nodiscard]] bool hasEnded() const { return hasEnded_; }
     /// As far as it is known: it grows with media whose header does not say it.
     [[nodiscard]] std::optional<Instant> duration() const { return media_->duration; }
+    [[nodiscard]] bool isSoundAlone() const { return media_->hasSound && !media_->hasVideo; }
     /// The media has been seen to last until then.
     void reach(Instant time);
     void reachPictures();
-    /// When the last picture's time is over, of those decoded so far.
+    /// When the last picture's time is over, of those decoded so far, or the sound after it.
     [[nodiscard]] Instant end() const;
     [[nodiscard]] Playbin& playbin() { return *playbin_; }
     [[nodiscard]] FrameQueue& frames() { return frames_; }
@@ -102,6 +103,7 @@ private:
     void on(const pipeline_event::Prerolled& event);
     void on(const pipeline_event::Described& event);
     void on(const pipeline_event::Overtaken& event);
+    void on(const pipeline_event::SoundLeftOut& event);
     void on(const pipeline_event::Playing& event) { plays(event.order); }
     void on(const pipeline_event::PictureArrived& /*event*/) { settle(); }
     void on(const pipeline_event::StreamsEnded& /*event*/) { streamsEnded(); }
@@ -117,10 +119,12 @@ private:
     void settle();
     [[nodiscard]] std::optional<Error> refusal() const;
     void finishOpening();
+    void startAtFirst();
     void lookForPictures();
     void setDuration(std::optional<Instant> duration);
     void beginNextSeek();
     void seekHeld();
+    void landSilentSeek();
     void landSeek();
     void finishSeek();
     void tellOfSeek();
@@ -133,6 +137,7 @@ private:
     int run_ = 0;                      // counts the players that were opened; events name theirs
     int newStarts_ = 0;
     bool isDescribed_ = false; // the present one
+    bool withSound_ = false;   // also where the host paces it
     std::optional<double> volume_;
     FrameQueue frames_;
     MediaTimeline timeline_;

@@ -67,18 +67,18 @@ PipelineLimits& pipelineLimits() {
     return limits;
 }
 
-std::shared_ptr<Playbin> Playbin::open(const URL& url, MediaPacing pacing,
-                                       PipelineEventSink events) {
-    auto playbin = std::make_shared<Playbin>(url, pacing, std::move(events));
+std::shared_ptr<Playbin> Playbin::open(const URL& url, Kind kind, PipelineEventSink events) {
+    auto playbin = std::make_shared<Playbin>(url, kind, std::move(events));
     OpenPlaybins::shared().add(playbin);
     // The raw pointer holds until the last block, which owns the object.
     playbin->worker_.async([self = playbin.get()] { self->start(); });
     return playbin;
 }
 
-Playbin::Playbin(URL url, MediaPacing pacing, PipelineEventSink events)
-    : url_(std::move(url)), pacing_(pacing), limits_(pipelineLimits()), events_(std::move(events)) {
-}
+Playbin::Playbin(URL url, Kind kind, PipelineEventSink events)
+    : url_(std::move(url)), pacing_(kind.pacing),
+      withSound_(kind.withSound || kind.pacing == MediaPacing::Machine), limits_(pipelineLimits()),
+      events_(std::move(events)) {}
 
 void Playbin::close() {
     isClosed_ = true;
@@ -116,11 +116,15 @@ bool Playbin::build() {
     videoSink_ = std::make_unique<VideoSink>(pacing_, [this] { pictureArrived(); });
     const bool paced = pacing_ == MediaPacing::Machine;
     gst_util_set_object_arg(G_OBJECT(playbin), "flags",
-                            paced ? "video+audio+soft-volume+buffering" : "video");
+                            paced        ? "video+audio+soft-volume+buffering"
+                            : withSound_ ? "video+audio"
+                                         : "video");
     g_object_set(playbin, "uri", addressOf(url_).get(), "video-sink", videoSink_->element(),
                  nullptr);
-    if (paced)
-        g_object_set(playbin, "audio-sink", makeAudioOutput(), nullptr);
+    if (withSound_)
+        g_object_set(playbin, "audio-sink",
+                     paced ? makeAudioOutput() : gst_element_factory_make("fakesink", nullptr),
+                     nullptr);
     const auto onSource = +[](GstElement*, GstElement* source, gpointer self) {
         static_cast<Playbin*>(self)->setUpSource(source);
     };
@@ -159,10 +163,15 @@ void Playbin::describe() {
 
 void Playbin::queryMedia() {
     isOpen_ = true;
-    pipeline_event::Described found{duration(), hasStreams_, hasVideo_,
-                                    false,      {},          videoSink_->newSinkReference()};
+    pipeline_event::Described found;
+    found.duration = duration();
+    found.hasSound = hasSound_;
+    found.hasVideo = hasVideo_;
+    found.sink = videoSink_->newSinkReference();
     // A film of single pictures has a length, a picture has none.
     found.isStill = isStill_ && !found.duration;
+    // Its clock runs ahead of its pictures. Of playlists the reader sees to that.
+    found.startsLate = !isRemote() && hasPart(pipeline_.get(), "tsdemux");
     {
         const std::scoped_lock lock(mutex_);
         found.missingDecoder = missingDecoder_;
@@ -213,7 +222,7 @@ void Playbin::seekNow(const SeekTarget& target) {
     const Instant to = isHeld ? std::min(target.time, *known) : target.time;
     const Instant reached =
         isHeld ? std::clamp(*known - *target.pictureLength, Instant::zero(), to) : to;
-    post(pipeline_event::SeekBegun{videoSink_->flushes(), to, known});
+    post(pipeline_event::SeekBegun{flushes(), to, known});
     std::string obstacle = seekObstacle();
     constexpr auto kFlags = static_cast<GstSeekFlags>(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_ACCURATE);
     if (obstacle.empty()) {
@@ -221,7 +230,7 @@ void Playbin::seekNow(const SeekTarget& target) {
         playlists_->goOn();
         setSettled(false);
         if (!gst_element_seek_simple(pipeline_.get(), GST_FORMAT_TIME, kFlags,
-                                     toClockTime(reached)))
+                                     toClockTime(reached + target.origin)))
             obstacle = "the media cannot be moved about in";
     }
     if (obstacle.empty())
@@ -243,11 +252,11 @@ std::string Playbin::seekObstacle() {
 
 void Playbin::beginWait(int wait) {
     wait_ = wait;
-    worker_.async([this, wait] {
+    worker_.async([this, wait, silence = pipelineLimits().silence] {
         lastLife_ = life_;
         lastLifeAt_ = std::chrono::steady_clock::now();
         isIdle_ = false;
-        checkLife(wait);
+        checkLife(wait, silence);
     });
 }
 
@@ -255,7 +264,7 @@ void Playbin::endWait() {
     wait_ = 0;
 }
 
-void Playbin::checkLife(int wait) {
+void Playbin::checkLife(int wait, std::chrono::milliseconds silence) {
     if (wait_ != wait || !pipeline_)
         return;
     const auto now = std::chrono::steady_clock::now();
@@ -268,11 +277,12 @@ void Playbin::checkLife(int wait) {
         if (isIdle_)
             return giveUp(wait);
         isIdle_ = true;
-    } else if (now - lastLifeAt_ >= limits_.silence) {
+    } else if (now - lastLifeAt_ >= silence) {
         return post(pipeline_event::Silent{wait});
     }
     constexpr std::chrono::milliseconds kOften{250};
-    worker_.asyncAfter(std::min(kOften, limits_.silence), [this, wait] { checkLife(wait); });
+    worker_.asyncAfter(std::min(kOften, silence),
+                       [this, wait, silence] { checkLife(wait, silence); });
 }
 
 void Playbin::giveUp(int wait) {
@@ -318,9 +328,15 @@ void Playbin::setSettled(bool isSettled) {
         settled_.notify_all();
 }
 
+/// Of sound alone no sink of ours tells; each seek of it ends with a preroll.
+int Playbin::flushes() const {
+    return hasVideo_ ? videoSink_->flushes() : prerolls_.load();
+}
+
 void Playbin::didPreroll() {
     setSettled(true);
-    post(pipeline_event::Prerolled{videoSink_->flushes()});
+    ++prerolls_;
+    post(pipeline_event::Prerolled{flushes()});
 }
 
 void Playbin::isPlaying() {
@@ -355,19 +371,21 @@ void Playbin::failed(const GError& error) {
     worker_.async([this, inWords] { explain(inWords, true); });
 }
 
-/// What is known of the streams says more than the error that comes of it.
+/// A decoder that is known to be missing says more than the error that comes of it.
 Error Playbin::inWordsOf(const GError& error) {
-    if (hasStreams_ && !hasVideo_)
-        return noVideoError();
     const std::scoped_lock lock(mutex_);
     return missingDecoder_.empty() ? pipelineError(error, {httpStatus_, isRemote(), isOpen_})
                                    : missingDecoderError(missingDecoder_);
 }
 
-void Playbin::foundStreams(bool hasVideo, bool isStill) {
-    hasStreams_ = true;
+void Playbin::foundStreams(bool hasSound, bool hasVideo, bool isStill) {
+    hasSound_ = hasSound;
     hasVideo_ = hasVideo;
     isStill_ = isStill;
+    if (hasVideo || withSound_ || hasFailed_.exchange(true))
+        return;
+    setSettled(true);
+    post(pipeline_event::SoundLeftOut{});
 }
 
 void Playbin::missesDecoder(const std::string& description) {

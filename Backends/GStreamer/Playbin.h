@@ -27,7 +27,12 @@ namespace platform {
 ///         that are on their way.
 class Playbin final : public std::enable_shared_from_this<Playbin>, private BusListener {
 public:
-    [[nodiscard]] static std::shared_ptr<Playbin> open(const URL& url, MediaPacing pacing,
+    struct Kind {
+        MediaPacing pacing;
+        /// Paced by the host sound is left out, unless this is set; it is never heard then.
+        bool withSound = false;
+    };
+    [[nodiscard]] static std::shared_ptr<Playbin> open(const URL& url, Kind kind,
                                                        PipelineEventSink events);
 
     /// Answered by `Described`.
@@ -42,6 +47,8 @@ public:
         /// Held within the duration, and at its end that much before it: there is no picture at
         /// the very end. None: as it is, even beyond the duration that is known so far.
         std::optional<Instant> pictureLength;
+        /// What the library counts as that when the media begins.
+        Instant origin{0};
     };
     /// Answered by `SeekBegun`, and then by `Prerolled` or `SeekRefused`.
     void seek(const SeekTarget& target);
@@ -59,7 +66,7 @@ public:
 
     void close();
 
-    Playbin(URL url, MediaPacing pacing, PipelineEventSink events);
+    Playbin(URL url, Kind kind, PipelineEventSink events);
     ~Playbin() override = default;
     Playbin(const Playbin&) = delete;
     Playbin& operator=(const Playbin&) = delete;
@@ -73,7 +80,7 @@ private:
     [[nodiscard]] std::optional<Instant> duration();
     void seekNow(const SeekTarget& target);
     [[nodiscard]] std::string seekObstacle();
-    void checkLife(int wait);
+    void checkLife(int wait, std::chrono::milliseconds silence);
     void giveUp(int wait);
     void explain(const Error& error, bool mayBeUnreachable);
     void stop();
@@ -87,10 +94,11 @@ private:
     void durationChanged() override { askDuration(); }
     void failed(const GError& error) override;
     void overtookItself(const GError& error) override;
-    void foundStreams(bool hasVideo, bool isStill) override;
+    void foundStreams(bool hasSound, bool hasVideo, bool isStill) override;
     void missesDecoder(const std::string& description) override;
     void answered(int httpStatus, bool handsOutParts) override;
     void pictureArrived();
+    [[nodiscard]] int flushes() const;
     void setSettled(bool isSettled);
     [[nodiscard]] Error inWordsOf(const GError& error);
 
@@ -99,6 +107,7 @@ private:
 
     const URL url_;
     const MediaPacing pacing_;
+    const bool withSound_;
     const PipelineLimits limits_;
     const PipelineEventSink events_;
     std::unique_ptr<VideoSink> videoSink_;
@@ -111,13 +120,14 @@ private:
     std::atomic<bool> isOpen_{false}; // its first picture has been seen
     std::atomic<bool> isPictureReported_{false};
     std::atomic<bool> isDurationAsked_{false};
-    std::atomic<bool> hasStreams_{false};
+    std::atomic<bool> hasSound_{false};
     std::atomic<bool> hasVideo_{false};
     std::atomic<bool> isStill_{false};
     std::atomic<bool> isAnswered_{false};
     std::atomic<bool> handsOutParts_{false};
     std::atomic<bool> isShort_{false}; // of data
     std::atomic<int> httpStatus_{0};
+    std::atomic<int> prerolls_{0};
     std::atomic<int> order_{0};
     std::atomic<int> wait_{0};
     std::atomic<unsigned> life_{0};

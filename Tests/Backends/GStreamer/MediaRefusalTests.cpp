@@ -119,14 +119,6 @@ TEST_F(MediaRefusal, OfAStillPicture) {
     }
 }
 
-TEST_F(MediaRefusal, OfSoundAlone) {
-    const std::string clip =
-        tests::remuxedClip({.sound = tests::ClipSound::Tone}, {"-vn", "sound.m4a"});
-    const auto error = refusalOf(clip + "/sound.m4a");
-    EXPECT_EQ(error.code, ErrorCode::Unsupported);
-    EXPECT_EQ(error.detail, "it holds no video");
-}
-
 TEST_F(MediaRefusal, OfAVideoWithoutAFrame) {
     const std::string clip =
         tests::remuxedClip({}, {"-f", "hls", "-hls_segment_type", "fmp4", "list.m3u8"});
