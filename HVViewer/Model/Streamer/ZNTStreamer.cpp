@@ -8,6 +8,7 @@
 #include "Platform/Media/PlayerItemVideoOutput.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace {
 
@@ -95,6 +96,8 @@ void ZNTStreamer::itemStatusDidChange() {
     case platform::PlayerItemStatus::ReadyToPlay:
         if (const auto to = delegate(); to && tellsOfLoading)
             to->streamerDidFinishLoadingItem(*this);
+        if (const auto seconds = std::exchange(seekWhenReady_, std::nullopt); seconds && player_)
+            seekPlayer(*seconds);
         if (automaticallyPlayWhenReady_ && !isPaused())
             play();
         return;
@@ -137,11 +140,20 @@ void ZNTStreamer::pause() {
 void ZNTStreamer::seekToTime(double seconds) {
     if (!player_)
         return;
+    // The item's duration, and with it its timescale, is known only then.
+    if (playerItem_->status() == platform::PlayerItemStatus::Unknown) {
+        seekWhenReady_ = seconds;
+        return;
+    }
     player_->pause();
-    const std::int32_t timescale = playerItem_ ? playerItem_->duration().timescale : 0;
-    player_->seekToTime(platform::MediaTime::makeWithSeconds(seconds, timescale));
+    seekPlayer(seconds);
     if (!isPaused())
         player_->play();
+}
+
+void ZNTStreamer::seekPlayer(double seconds) {
+    const std::int32_t timescale = playerItem_->duration().timescale;
+    player_->seekToTime(platform::MediaTime::makeWithSeconds(seconds, timescale));
 }
 
 void ZNTStreamer::setVolume(double volume) {
@@ -163,12 +175,13 @@ platform::PlayerStatus ZNTStreamer::status() const {
 
 void ZNTStreamer::playerDidPlayedToTime(platform::MediaTime time) {
     const auto self = shared(this);
-    const auto to = delegate();
-    if (to)
+    if (const auto to = delegate())
         to->didPlayedToTime(*this, time.seconds());
     const double hostTime = platform::currentMediaTime();
     const platform::MediaTime itemTime =
         output_ ? output_->itemTimeForHostTime(hostTime) : platform::MediaTime{};
+    // Asked for anew: it may have gone in the tick.
+    const auto to = delegate();
     if (to && output_ && output_->hasNewPixelBufferForItemTime(itemTime))
         to->hasNewFrame(*this, output_->copyPixelBufferForItemTime(time));
 }

@@ -33,7 +33,8 @@ public:
     /// Starts if the player is ready; if not, the wish is noted.
     void play();
     void pause();
-    /// In seconds. What plays goes on playing; nobody is told.
+    /// In seconds. What plays goes on playing; nobody is told. Before the item is ready the
+    /// position is kept and sought as soon as it is, before it starts to play; the last one counts.
     void seekToTime(double seconds);
     /// Held within 0 and 1; a NaN is 0.
     void setVolume(double volume);
@@ -71,6 +72,7 @@ private:
     void addObservers();
     void itemStatusDidChange();
     void timeControlStatusDidChange();
+    void seekPlayer(double seconds);
     void playerDidPlayedToTime(platform::MediaTime time);
     void playerFailed();
     void playerPlayedToEnd();
@@ -80,6 +82,7 @@ private:
     double volume_ = 0;
     bool automaticallyPlayWhenReady_ = false;
     bool paused_ = false;
+    std::optional<double> seekWhenReady_;
     std::shared_ptr<platform::Player> player_;
     std::shared_ptr<platform::PlayerItem> playerItem_;
     std::shared_ptr<platform::PlayerItemVideoOutput> output_;

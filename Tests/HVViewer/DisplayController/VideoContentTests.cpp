@@ -113,6 +113,30 @@ TEST(VideoContent, KeepsItsLastFrameUntilTheNextVideosFirst) {
     s.host->embedded().disappear();
     s.appear();
     EXPECT_EQ(s.shownFrame(), 15);
+    ASSERT_TRUE(s.host->replaceContext());
+    s.host->settle();
+    EXPECT_EQ(s.shownFrame(), 15) << "also where it has to be uploaded again";
+}
+
+TEST(VideoContent, CleansUpTheStreamerThatItReplacesAlsoWhereTheHostSaysWhatIsLocal) {
+    PlaybackScene s;
+    s.play(tests::testClip());
+    s.advance(0.2);
+    const auto first = s.player->streamer();
+    s.player->prepareVideoWithUrl(urlOf(tests::testClip({.frames = 6})), true);
+    EXPECT_TRUE(first->isPaused());
+    EXPECT_EQ(first->player(), nullptr);
+    EXPECT_EQ(first->timeObserver(), nullptr);
+}
+
+TEST(VideoContent, CleansUpItsStreamerWhenItGoes) {
+    PlaybackScene s;
+    s.play(tests::testClip());
+    s.advance(0.2);
+    const auto streamer = s.player->streamer();
+    s.release();
+    EXPECT_EQ(streamer->player(), nullptr);
+    EXPECT_EQ(streamer->timeObserver(), nullptr);
 }
 
 TEST(VideoContent, ThatFailsLaterIsNamedAndStands) {

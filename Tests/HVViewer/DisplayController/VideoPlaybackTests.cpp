@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 using ::testing::ElementsAre;
@@ -24,6 +25,27 @@ public:
     std::optional<platform::Error> setActive(bool /*active*/, bool /*notifyOthers*/) override {
         return platform::Error{platform::ErrorCode::Unavailable, "a call goes on"};
     }
+};
+
+/// Notes what it is asked for, and whether the controller has a streamer by then.
+class AttentiveMachine final : public platform::AudioArbiter {
+public:
+    explicit AttentiveMachine(const ZNTDisplayViewController& player) : player_(player) {}
+    std::optional<platform::Error> setCategory(std::string_view category) override {
+        return note(std::string(category));
+    }
+    std::optional<platform::Error> setActive(bool active, bool notifyOthers) override {
+        return note(std::string(active ? "active" : "inactive") +
+                    (notifyOthers ? ", tells others" : ""));
+    }
+    std::string asked;
+
+private:
+    std::optional<platform::Error> note(const std::string& what) {
+        asked += what + (player_.streamer() ? "; a streamer;" : "; no streamer;");
+        return std::nullopt;
+    }
+    const ZNTDisplayViewController& player_;
 };
 
 } // namespace
@@ -126,5 +148,18 @@ TEST(VideoPlayback, GoesOnWhereTheSoundIsRefused) {
     platform::AudioSession::sharedInstance().setArbiter(nullptr);
     EXPECT_EQ(log.count("error a call is on"), 1);
     EXPECT_EQ(log.count("error a call goes on"), 1);
-    EXPECT_EQ(s.shownFrame(), 0);
+    s.advance(0.5);
+    EXPECT_EQ(s.shownFrame(), 15);
+}
+
+TEST(VideoPlayback, ClaimsTheSoundByItsCategoryFirstAndBeforeThereIsAStreamer) {
+    PlaybackScene s;
+    const auto arbiter = std::make_shared<AttentiveMachine>(*s.player);
+    platform::AudioSession::sharedInstance().setArbiter(arbiter);
+    s.play(tests::testClip());
+    platform::AudioSession::sharedInstance().setArbiter(nullptr);
+    EXPECT_EQ(arbiter->asked, std::string(platform::kAudioSessionCategoryPlayback) +
+                                  "; no streamer;active, tells others; no streamer;");
+    using Options = platform::AudioSession::ActiveOptions;
+    EXPECT_EQ(static_cast<unsigned>(Options::NotifyOthersOnDeactivation), 1U);
 }

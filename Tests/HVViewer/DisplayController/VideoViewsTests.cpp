@@ -40,6 +40,16 @@ TEST(VideoViews, ShowTheSameFrameSideBySideAlsoWhenEnteredWhilePaused) {
     EXPECT_EQ(s.shownFrame(), 15);
 }
 
+TEST(VideoViews, GiveTheSecondHalfNoFrameInOtherModes) {
+    PlaybackScene s;
+    s.play(tests::testClip());
+    s.advance(0.2);
+    EXPECT_FALSE(s.player->virtualDisplayView()->glProgram()) << "which comes with the first frame";
+    s.player->setDisplayMode(DisplayMode::SideBySide);
+    s.advance(0.2);
+    EXPECT_TRUE(s.player->virtualDisplayView()->glProgram());
+}
+
 TEST(VideoViews, ShowTheKeptFrameAfterALostContext) {
     PlaybackScene s;
     s.play(tests::testClip());
