@@ -1,6 +1,6 @@
-// What a rewritten source calls in each place that has a mutant. One mutant at most is switched on, by
-// its number in ZANTO_MUTANT; ZANTO_MUTANT_REACHED names a file of one byte a mutant, in which every
-// mutant that is passed leaves a 1.
+// What a rewritten source calls in each place that has a mutant. One mutant at most is switched on,
+// by its number in ZANTO_MUTANT; ZANTO_MUTANT_REACHED names a file of one byte a mutant, in which
+// every mutant that is passed leaves a 1.
 #pragma once
 
 #include <fcntl.h>
