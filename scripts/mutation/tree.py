@@ -118,7 +118,7 @@ class Tree:
             at = command.index("-o")
             command = command[:at] + command[at + 2:]
         command = [word for word in command if word != "-c" and "ccache" not in word]
-        result = subprocess.run([*command, "-fsyntax-only"], cwd=directory, capture_output=True, text=True)
+        result = subprocess.run([*command, "-O0", "-S", "-o", "/dev/null"], cwd=directory, capture_output=True, text=True)
         return result.stderr if result.returncode else ""
 
     def compile(self):
