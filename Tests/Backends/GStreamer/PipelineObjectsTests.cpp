@@ -1,41 +1,63 @@
 #include "Tests/Backends/GStreamer/OpenedPipeline.h"
 #include "Tests/Support/TestClips.h"
 
+#include <gmock/gmock.h>
 #include <gst/gst.h>
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <utility>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
 
 using platform::fromSeconds;
 using platform::MediaPacing;
 using platform::URL;
+using testing::IsEmpty;
 using tests::OpenedPipeline;
 using tests::QueueDriver;
 using tests::testClip;
 
 namespace {
 
-/// Counts the library's objects. The library never lets go of its hooks, so there is one counter.
-class LiveObjects {
+/// The elements that have been made since the first look and still exist. The library never lets go
+/// of its hooks, so there is one list.
+class LiveElements {
 public:
-    static int count() {
+    static std::vector<std::string> names() {
         static const bool once = listen();
         static_cast<void>(once);
-        return alive;
+        const std::scoped_lock lock(mutex);
+        std::vector<std::string> names;
+        for (const auto& [object, name] : live)
+            names.push_back(name);
+        return names;
     }
 
 private:
     static bool listen() {
         gst_init(nullptr, nullptr);
-        gst_tracing_register_hook(nullptr, "object-created", G_CALLBACK(created));
-        gst_tracing_register_hook(nullptr, "object-destroyed", G_CALLBACK(destroyed));
+        const GType type = g_type_register_static_simple(
+            GST_TYPE_TRACER, "ZantoTestTracer", sizeof(GstTracerClass), nullptr, sizeof(GstTracer),
+            nullptr, static_cast<GTypeFlags>(0));
+        static auto* const tracer = static_cast<GstTracer*>(g_object_new(type, nullptr));
+        gst_tracing_register_hook(tracer, "object-created", G_CALLBACK(created));
+        gst_tracing_register_hook(tracer, "object-destroyed", G_CALLBACK(destroyed));
         return true;
     }
-    static void created(GstTracer*, GstClockTime, GstObject*) { ++alive; }
-    static void destroyed(GstTracer*, GstClockTime, GstObject*) { --alive; }
+    static void created(GstTracer*, GstClockTime, GstObject* object) {
+        if (!GST_IS_ELEMENT(object))
+            return;
+        const std::scoped_lock lock(mutex);
+        live.emplace(object, G_OBJECT_TYPE_NAME(object));
+    }
+    static void destroyed(GstTracer*, GstClockTime, GstObject* object) {
+        const std::scoped_lock lock(mutex);
+        live.erase(object);
+    }
 
-    inline static std::atomic<int> alive = 0;
+    inline static std::mutex mutex; // guards live
+    inline static std::map<const GstObject*, std::string> live;
 };
 
 void playAndDrop(const URL& url) {
@@ -46,29 +68,16 @@ void playAndDrop(const URL& url) {
     ASSERT_TRUE(opened.queue.runUntil([&] { return opened.notes->count("end") > 0; }));
 }
 
-/// Once it has stopped changing: a pipeline ends on threads of its own.
-int settledObjects() {
-    constexpr int kLooks = 10;
-    QueueDriver queue(QueueDriver::Time::Real);
-    int last = -1;
-    int same = 0;
-    queue.runUntil([&] {
-        queue.lookAgainIn(fromSeconds(0.05));
-        const int before = std::exchange(last, LiveObjects::count());
-        same = before == last ? same + 1 : 0;
-        return same == kLooks;
-    });
-    return last;
-}
-
 } // namespace
 
-TEST(PipelineObjects, OfAVideoWithSoundGoWithIt) {
+TEST(PipelineObjects, ElementsOfAVideoWithSoundGoWithIt) {
     const URL url = URL::fileURLWithPath(testClip({.frames = 6, .sound = tests::ClipSound::Tone}));
-    settledObjects(); // counts from here on
-    playAndDrop(url); // brings what the library keeps for the process
-    const int kept = settledObjects();
-    for (int i = 0; i < 3; ++i)
-        playAndDrop(url);
-    EXPECT_EQ(settledObjects(), kept);
+    ASSERT_THAT(LiveElements::names(), IsEmpty());
+    playAndDrop(url);
+    QueueDriver queue(QueueDriver::Time::Real);
+    queue.runUntil([&] { // a pipeline ends on a thread of its own
+        queue.lookAgainIn(fromSeconds(0.05));
+        return LiveElements::names().empty();
+    });
+    EXPECT_THAT(LiveElements::names(), IsEmpty());
 }
