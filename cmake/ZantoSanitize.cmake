@@ -1,7 +1,15 @@
-# Everything that is built here is instrumented, or nothing.
+# Either everything that is built here is instrumented or nothing. The two kinds exclude each other:
+# address (with undefined behaviour) and thread.
+if(ZANTO_SANITIZE STREQUAL "address")
+    set(sanitizers address,undefined)
+elseif(ZANTO_SANITIZE STREQUAL "thread")
+    set(sanitizers thread)
+elseif(ZANTO_SANITIZE)
+    message(FATAL_ERROR "ZANTO_SANITIZE is OFF, address or thread, not ${ZANTO_SANITIZE}")
+endif()
 if(ZANTO_SANITIZE)
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-    add_link_options(-fsanitize=address,undefined)
+    add_compile_options(-fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${sanitizers})
     if(CMAKE_CXX_COMPILER_ID STREQUAL GNU) # instrumented, the standard library's own code looks odd
         add_compile_options(-Wno-array-bounds -Wno-maybe-uninitialized -Wno-stringop-overflow)
     endif()

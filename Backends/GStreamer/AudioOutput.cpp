@@ -38,9 +38,7 @@ bool hasSoundDevice() {
     return std::any_of(begin(devices), end(devices), isForPlaying);
 }
 
-} // namespace
-
-GstElement* makeAudioOutput() {
+GstElement* makeSink() {
     // Looked for first: without any, the automatic sink tries every library for sound there is, and
     // each of them complains on standard error.
     if (hasSoundServer() || hasSoundDevice())
@@ -49,6 +47,23 @@ GstElement* makeAudioOutput() {
     GstElement* const silent = gst_element_factory_make("fakesink", nullptr);
     g_object_set(silent, "sync", TRUE, nullptr);
     return silent;
+}
+
+} // namespace
+
+/// With a volume of its own: for a sink without one the library adds an element that it never
+/// frees, 4 KiB for every video with sound.
+GstElement* makeAudioOutput() {
+    GstElement* const sink = makeSink();
+    GstElement* const volume = gst_element_factory_make("volume", nullptr);
+    if (!volume)
+        return sink;
+    GstElement* const output = gst_bin_new(nullptr);
+    gst_bin_add_many(GST_BIN(output), volume, sink, nullptr);
+    gst_element_link(volume, sink);
+    const GStreamerPtr<GstPad> in(gst_element_get_static_pad(volume, "sink"));
+    gst_element_add_pad(output, gst_ghost_pad_new("sink", in.get()));
+    return output;
 }
 
 } // namespace platform

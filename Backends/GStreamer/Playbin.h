@@ -28,7 +28,7 @@ namespace platform {
 class Playbin final : public std::enable_shared_from_this<Playbin>, private BusListener {
 public:
     struct Kind {
-        MediaPacing pacing;
+        MediaPacing pacing = MediaPacing::Machine;
         /// Paced by the host sound is left out, unless this is set; it is never heard then.
         bool withSound = false;
     };

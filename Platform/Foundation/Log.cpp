@@ -1,7 +1,8 @@
 #include "Platform/Foundation/Log.h"
 
+#include "Platform/Foundation/ReplaceableFunction.h"
+
 #include <cstdio>
-#include <mutex>
 #include <string>
 #include <utility>
 
@@ -31,32 +32,21 @@ void writeToStandardError(LogLevel level, std::string_view text) {
     std::fputs(line.c_str(), stderr);
 }
 
-struct SinkHolder {
-    std::mutex mutex; // guards sink
-    LogSink sink = writeToStandardError;
-};
+using Sink = ReplaceableFunction<LogLevel, std::string_view>;
 
-SinkHolder& holder() {
-    static SinkHolder instance;
-    return instance;
+Sink& currentSink() {
+    static Sink sink(writeToStandardError);
+    return sink;
 }
 
 } // namespace
 
 void log(LogLevel level, std::string_view text) {
-    // Copied out, because a sink may itself log or replace the sink.
-    LogSink sink;
-    {
-        const std::scoped_lock lock(holder().mutex);
-        sink = holder().sink;
-    }
-    if (sink)
-        sink(level, text);
+    currentSink()(level, text);
 }
 
 LogSink setLogSink(LogSink sink) {
-    const std::scoped_lock lock(holder().mutex);
-    return std::exchange(holder().sink, std::move(sink));
+    return currentSink().replace(std::move(sink));
 }
 
 } // namespace platform

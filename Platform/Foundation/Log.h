@@ -19,7 +19,8 @@ using LogSink = std::function<void(LogLevel, std::string_view)>;
 ZANTO_EXPORT void log(LogLevel level, std::string_view text);
 
 /// Replaces the sink and gives back the earlier one. An empty sink silences the library. The first
-/// sink writes everything but `Debug` to standard error.
+/// sink writes everything but `Debug` to standard error. When this returns, no other thread is in
+/// the earlier sink any more; so the caller must hold no lock that the earlier sink takes.
 ///
 /// Thread: any.
 ZANTO_EXPORT LogSink setLogSink(LogSink sink);

@@ -96,8 +96,7 @@ void MainQueue::setFrameGrid(FrameGrid grid) {
 }
 
 void MainQueue::setWakeUp(std::function<void()> wakeUp) {
-    const std::scoped_lock lock(mutex_);
-    wakeUp_ = std::move(wakeUp);
+    wakeUp_.replace(std::move(wakeUp));
 }
 
 bool MainQueue::isTimeVirtual() const {
@@ -116,13 +115,7 @@ FrameGrid MainQueue::frameGrid() const {
 }
 
 void MainQueue::wakeUp() {
-    std::function<void()> wakeUp;
-    {
-        const std::scoped_lock lock(mutex_);
-        wakeUp = wakeUp_;
-    }
-    if (wakeUp)
-        wakeUp();
+    wakeUp_();
 }
 
 void MainQueue::reset() {

@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/Export.h"
+#include "Platform/Foundation/ReplaceableFunction.h"
 
 #include <cstdint>
 #include <functional>
@@ -60,6 +61,7 @@ public:
     [[nodiscard]] std::optional<Instant> nextDeadline() const;
 
     /// Host set-up. The wake-up is called from the thread that queued something, outside any lock.
+    /// Once it is replaced, or the queue reset, no thread is in the earlier one any more.
     void setClock(std::shared_ptr<const Clock> clock);
     void setFrameGrid(FrameGrid grid);
     void setWakeUp(std::function<void()> wakeUp);
@@ -82,7 +84,7 @@ private:
     int outstanding_ = 0;
     std::shared_ptr<const Clock> clock_ = std::make_shared<SystemClock>();
     FrameGrid frameGrid_;
-    std::function<void()> wakeUp_;
+    ReplaceableFunction<> wakeUp_; // has a lock of its own
 };
 
 } // namespace platform

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <algorithm>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace platform {
+
+/// A function that any thread may call while another one replaces it.
+///
+/// Once `replace` has returned, the earlier function runs on no other thread, now or later, so what
+/// it refers to may be destroyed. It is called without a lock.
+///
+/// Thread: any. A function may replace itself, and several threads may be in it at a time. Whoever
+///         replaces it must hold no lock that the function takes.
+template <class... Arguments>
+class ReplaceableFunction {
+public:
+    using Function = std::function<void(Arguments...)>;
+
+    explicit ReplaceableFunction(Function function = {})
+        : entry_(std::make_shared<Entry>(std::move(function))) {}
+
+    void operator()(Arguments... arguments) {
+        const Call call(*this);
+        if (call.entry->function)
+            call.entry->function(arguments...);
+    }
+
+    /// Returns the earlier function.
+    Function replace(Function function) {
+        auto entry = std::make_shared<Entry>(std::move(function));
+        std::unique_lock lock(mutex_);
+        entry_.swap(entry);
+        ended_.wait(lock, [&entry] {
+            return std::all_of(
+                entry->callers.begin(), entry->callers.end(),
+                [](std::thread::id caller) { return caller == std::this_thread::get_id(); });
+        });
+        return entry->function;
+    }
+
+private:
+    struct Entry {
+        explicit Entry(Function called) : function(std::move(called)) {}
+        const Function function;
+        std::vector<std::thread::id> callers; // guarded by mutex_
+    };
+
+    /// Keeps the entry for the time of the call, even if the function replaces itself.
+    struct Call {
+        explicit Call(ReplaceableFunction& of) : owner(of) {
+            const std::scoped_lock lock(owner.mutex_);
+            entry = owner.entry_;
+            entry->callers.push_back(std::this_thread::get_id());
+        }
+        ~Call() {
+            std::shared_ptr<Entry> last; // destroyed without the lock: it may call again
+            const std::scoped_lock lock(owner.mutex_);
+            auto& callers = entry->callers;
+            callers.erase(std::find(callers.begin(), callers.end(), std::this_thread::get_id()));
+            // Whoever waits for this call destroys the function, never the thread of the call.
+            if (entry.use_count() == 1)
+                last.swap(entry);
+            entry.reset();
+            owner.ended_.notify_all();
+        }
+        Call(const Call&) = delete;
+        Call& operator=(const Call&) = delete;
+
+        ReplaceableFunction& owner;
+        std::shared_ptr<Entry> entry;
+    };
+
+    std::mutex mutex_; // guards entry_
+    std::condition_variable ended_;
+    std::shared_ptr<Entry> entry_;
+};
+
+} // namespace platform
