@@ -157,17 +157,16 @@ std::string strayBeforeRender(const CLI::App& app, const PlayCommand& play) {
     return {};
 }
 
-/// What is wrong with the picture's size in pixels; empty: nothing.
-std::string wrongPixels(const RenderCommand& render) {
-    const auto [shorter, longer] = std::minmax(render.size.width, render.size.height);
-    if (longer * render.scale > kLargestSidePx)
-        return "--size times --scale is over 16384 pixels a side";
-    if (std::lround(shorter * render.scale) < 1)
-        return "--size times --scale is less than a pixel a side";
+} // namespace
+
+std::string pixelsRefusal(platform::Size points, double scale) {
+    const auto [shorter, longer] = std::minmax(points.width, points.height);
+    if (longer * scale > kLargestSidePx)
+        return "is over 16384 pixels a side";
+    if (std::lround(shorter * scale) < 1)
+        return "is less than a pixel a side";
     return {};
 }
-
-} // namespace
 
 Command parseCommandLine(int argc, const char* const* argv) {
     PlayCommand play;
@@ -200,8 +199,8 @@ Command parseCommandLine(int argc, const char* const* argv) {
         tell("\"" + stray + "\" stands before render; input and options are given after it");
         return ExitCode::WrongUse;
     }
-    if (const std::string wrong = wrongPixels(render); !wrong.empty()) {
-        tell(wrong);
+    if (const auto refusal = pixelsRefusal(render.size, render.scale); !refusal.empty()) {
+        tell("--size times --scale " + refusal);
         return ExitCode::WrongUse;
     }
     return render;

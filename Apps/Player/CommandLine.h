@@ -40,5 +40,8 @@ struct RenderCommand {
 /// What the arguments ask for: a command, or to leave at once, everything said.
 using Command = std::variant<PlayCommand, RenderCommand, ExitCode>;
 
+/// Why a picture of that size cannot be drawn, as the end of a sentence; empty if it can.
+[[nodiscard]] std::string pixelsRefusal(platform::Size points, double scale);
+
 /// Reads the arguments. Help and version go to standard output, what is wrong to standard error.
 [[nodiscard]] Command parseCommandLine(int argc, const char* const* argv);

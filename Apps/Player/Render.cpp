@@ -140,6 +140,11 @@ private:
     }
     void applyKind(const ModeAction& action) { controller_->setDisplayMode(action.mode); }
     void applyKind(const ResizeAction& action) {
+        const std::string refusal = pixelsRefusal(action.size, command_.scale);
+        if (!refusal.empty()) {
+            tell(command_.actionsFile + ": the size of \"resize\" times --scale " + refusal);
+            throw Stop{ExitCode::WrongUse};
+        }
         host_->embedded().resize(action.size, command_.scale);
     }
     void applyKind(const OrientationAction& action) {

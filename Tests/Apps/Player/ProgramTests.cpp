@@ -115,6 +115,19 @@ TEST(Program, RefusesABadScriptBeforeItOpensAnything) {
     EXPECT_FALSE(std::filesystem::exists(folder.pathOf("out")));
 }
 
+TEST(Program, SaysOnceThatAScriptResizesToNothing) {
+    const tests::TemporaryFolder folder;
+    const std::string script =
+        folder.addText("small.jsonl", "{\"at\":0.1,\"resize\":[1,40]}\n"
+                                      "{\"at\":0.2,\"snapshot\":\"a.png\"}\n");
+    const ProgramRun run = runPlayer("render --size 64x32 --scale 0.1 --output " +
+                                     folder.pathOf("out") + " --actions " + script);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.standardError, "zanto-player: " + script +
+                                     ": the size of \"resize\" times --scale is less than a "
+                                     "pixel a side\n");
+}
+
 TEST(Program, SaysWhereItCannotWrite) {
     const tests::TemporaryFolder folder;
     const std::string file = folder.addText("file", "");
