@@ -7,6 +7,11 @@ MainQueue& MainQueue::main() {
     return queue;
 }
 
+/// Blocks may hold work, whose end wakes the host up: they go before anything else does.
+MainQueue::~MainQueue() {
+    reset();
+}
+
 void MainQueue::async(Block block) {
     add(now(), std::move(block));
 }

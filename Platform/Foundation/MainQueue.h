@@ -25,6 +25,11 @@ class ZANTO_EXPORT MainQueue {
 public:
     using Block = std::function<void()>;
 
+    MainQueue() = default;
+    ~MainQueue();
+    MainQueue(const MainQueue&) = delete;
+    MainQueue& operator=(const MainQueue&) = delete;
+
     /// The queue of the process.
     [[nodiscard]] static MainQueue& main();
 

@@ -93,6 +93,16 @@ TEST(MainQueue, WakeUpHasEndedOnOtherThreadsOnceTheQueueIsReset) {
     other.join();
 }
 
+TEST(MainQueue, MayBeDestroyedWithABlockThatHoldsWork) {
+    int wakeUps = 0;
+    {
+        MainQueue queue;
+        queue.async([work = queue.beginWork()] {});
+        queue.setWakeUp([&] { ++wakeUps; });
+    }
+    EXPECT_EQ(wakeUps, 0);
+}
+
 TEST(LogSink, HasEndedOnOtherThreadsOnceItIsReplaced) {
     SlowFunction slow;
     const auto before = platform::setLogSink([&](LogLevel, std::string_view) { slow(); });
