@@ -1,15 +1,19 @@
 #pragma once
 
+#include "Platform/Foundation/Export.h"
+
 #include <algorithm>
 #include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <utility>
 #include <vector>
 
 namespace platform {
+
+/// An address that no other thread has at the same time. Thread: any.
+[[nodiscard]] ZANTO_EXPORT const void* currentThreadMark();
 
 /// A function that any thread may call while another one replaces it.
 ///
@@ -38,9 +42,8 @@ public:
         std::unique_lock lock(mutex_);
         entry_.swap(entry);
         ended_.wait(lock, [&entry] {
-            return std::all_of(
-                entry->callers.begin(), entry->callers.end(),
-                [](std::thread::id caller) { return caller == std::this_thread::get_id(); });
+            return std::all_of(entry->callers.begin(), entry->callers.end(),
+                               [](const void* caller) { return caller == currentThreadMark(); });
         });
         return entry->function;
     }
@@ -49,7 +52,7 @@ private:
     struct Entry {
         explicit Entry(Function called) : function(std::move(called)) {}
         const Function function;
-        std::vector<std::thread::id> callers; // guarded by mutex_
+        std::vector<const void*> callers; // guarded by mutex_
     };
 
     /// Keeps the entry for the time of the call, even if the function replaces itself.
@@ -57,13 +60,13 @@ private:
         explicit Call(ReplaceableFunction& of) : owner(of) {
             const std::scoped_lock lock(owner.mutex_);
             entry = owner.entry_;
-            entry->callers.push_back(std::this_thread::get_id());
+            entry->callers.push_back(currentThreadMark());
         }
         ~Call() {
             std::shared_ptr<Entry> last; // destroyed without the lock: it may call again
             const std::scoped_lock lock(owner.mutex_);
             auto& callers = entry->callers;
-            callers.erase(std::find(callers.begin(), callers.end(), std::this_thread::get_id()));
+            callers.erase(std::find(callers.begin(), callers.end(), currentThreadMark()));
             // Whoever waits for this call destroys the function, never the thread of the call.
             if (entry.use_count() == 1)
                 last.swap(entry);
