@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// A sink for sound: the machine's, or where it has none, one that only keeps time. It has a volume,
-/// which the pipeline controls. A floating reference.
+/// A sink for sound: the machine's, or where it has none, one that only keeps time. It has a
+/// volume, which the pipeline controls. A floating reference.
 [[nodiscard]] GstElement* makeAudioOutput();
 
 } // namespace platform
