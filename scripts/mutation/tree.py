@@ -107,10 +107,10 @@ class Tree:
         return found
 
     def touches(self, source, mutant, lines):
-        if mutant.line in lines:
-            return True
-        last = mutant.line + source.count(b"\n", mutant.start, mutant.end)
-        return mutant.kind == "swap" and any(mutant.line <= line <= last for line in lines)
+        """Whether an error in one of the lines may be this mutant's. A swap wraps its whole row."""
+        start, end = (mutant.run[0][0], mutant.run[-1][1]) if mutant.run else (mutant.start, mutant.start)
+        first, last = (source.count(b"\n", 0, offset) + 1 for offset in (start, end))
+        return any(first <= line <= last for line in lines)
 
     def errors(self, name):
         command, directory = self.commands[name]
