@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Benchmarks/BareProgram.h"
-#include "Platform/Graphics/PixelBuffer.h"
+#include "Platform/Imaging/PixelBuffer.h"
 
 #include <array>
 #include <cstdint>

@@ -57,8 +57,8 @@ public:
                    "}",
                    "a_position", "a_place"),
           matrix_(program_.uniform("u_matrix")),
-          mesh_(uploadMesh(quad_.model(), 1, GL_STATIC_DRAW)) {}
-    ~BareQuads() { deleteMesh(mesh_); }
+          mesh_(platform::uploadMesh(quad_.model(), 1, GL_STATIC_DRAW)) {}
+    ~BareQuads() { platform::deleteMesh(mesh_); }
     BareQuads(const BareQuads&) = delete;
     BareQuads& operator=(const BareQuads&) = delete;
 
@@ -80,7 +80,7 @@ private:
     BareProgram program_;
     std::int32_t matrix_;
     ZNTHotSpotPlaneVO quad_;
-    MeshBuffers mesh_;
+    platform::MeshBuffers mesh_;
 };
 
 /// A player with the hot spots.

@@ -8,7 +8,7 @@
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
 #include "HVViewer/Model/Streamer/ZNTStreamer.h"
 #include "Hosts/SDL/SDLHost.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Motion/AttitudeSource.h"
 
 #include <algorithm>

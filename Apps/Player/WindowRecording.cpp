@@ -2,7 +2,7 @@
 
 #include "Hosts/SDL/SDLHost.h"
 #include "Platform/Foundation/MainQueue.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 
 #include <array>
 #include <charconv>

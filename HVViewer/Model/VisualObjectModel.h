@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Graphics/MeshBuffers.h"
+
 #include <cstdint>
 
 /// A mesh, copied by value; it does not own its arrays, the visual object that built them does.
@@ -9,4 +11,7 @@ struct VisualObjectModel {
     /// 2 floats a vertex: u, v.
     const float* texCoords = nullptr;
     std::int32_t numberOfVertices = 0;
+
+    /// What `platform::uploadMesh` takes.
+    operator platform::MeshVertices() const { return {vertices, texCoords, numberOfVertices}; }
 };

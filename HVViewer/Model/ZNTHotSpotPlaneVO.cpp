@@ -1,6 +1,6 @@
 #include "HVViewer/Model/ZNTHotSpotPlaneVO.h"
 
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 
 ZNTHotSpotPlaneVO::ZNTHotSpotPlaneVO() {
     ZNTHotSpotPlaneVO::buildModel();

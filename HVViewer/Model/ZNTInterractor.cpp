@@ -4,10 +4,10 @@
 #include "HVViewer/Utilities/ZNTMath.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Interface/Application.h"
 #include "Platform/Interface/PanGestureRecognizer.h"
 #include "Platform/Interface/PinchGestureRecognizer.h"
-#include "Platform/Interface/Screen.h"
 #include "Platform/Interface/View.h"
 #include "Platform/Motion/MotionManager.h"
 

@@ -1,6 +1,6 @@
 #include "HVViewer/Model/ZNTPlaneVO.h"
 
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 
 ZNTPlaneVO::ZNTPlaneVO() {
     ZNTPlaneVO::buildModel();

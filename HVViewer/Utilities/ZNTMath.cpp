@@ -1,7 +1,7 @@
 #include "HVViewer/Utilities/ZNTMath.h"
 
 #include "Platform/Foundation/Log.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 
 #include <algorithm>
 #include <cmath>

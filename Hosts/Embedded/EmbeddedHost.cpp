@@ -2,7 +2,7 @@
 
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Interface/ViewController.h"
 #include "Platform/Interface/Window.h"
 #include "Platform/Media/Player.h"

@@ -3,8 +3,8 @@
 #include "Hosts/Headless/SurfacelessContext.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Graphics/OffscreenTarget.h"
-#include "Platform/Interface/Screen.h"
 
 #include <chrono>
 #include <condition_variable>

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Hosts/Embedded/SampleKeeper.h"
+#include "Hosts/Embedded/WheelPinch.h"
 #include "Hosts/SDL/EmulatedDevice.h"
 #include "Hosts/SDL/EventTimes.h"
 #include "Hosts/SDL/SDLTouches.h"
-#include "Hosts/SDL/SampleKeeper.h"
-#include "Hosts/SDL/WheelPinch.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Interface/Touch.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Graphics/PixelBuffer.h"
 #include "Platform/Graphics/TextureInfo.h"
+#include "Platform/Imaging/PixelBuffer.h"
 
 #include <cstdint>
 #include <memory>

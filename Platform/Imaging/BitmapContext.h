@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Platform/Foundation/Color.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Imaging/BlendMode.h"
-#include "Platform/Imaging/Color.h"
 #include "Platform/Imaging/Image.h"
 
 #include <memory>

@@ -2,8 +2,8 @@
 
 #include "Platform/Foundation/Bundle.h"
 #include "Platform/Foundation/Log.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Imaging/ImageDecoder.h"
-#include "Platform/Interface/Screen.h"
 
 #include <algorithm>
 #include <array>

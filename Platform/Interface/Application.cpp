@@ -1,7 +1,7 @@
 #include "Platform/Interface/Application.h"
 
 #include "Platform/Foundation/NotificationCenter.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Interface/ViewController.h"
 #include "Platform/Interface/Window.h"
 

@@ -2,6 +2,7 @@
 
 #include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
+#include "Platform/Foundation/InterfaceOrientation.h"
 
 #include <memory>
 #include <optional>
@@ -9,24 +10,6 @@
 namespace platform {
 
 class Window;
-
-/// How the screen is held. The numbers are part of the interface.
-enum class InterfaceOrientation : int {
-    Unknown = 0,
-    Portrait = 1,
-    PortraitUpsideDown = 2,
-    LandscapeRight = 3,
-    LandscapeLeft = 4,
-};
-
-[[nodiscard]] constexpr bool isPortrait(InterfaceOrientation orientation) {
-    return orientation == InterfaceOrientation::Portrait ||
-           orientation == InterfaceOrientation::PortraitUpsideDown;
-}
-[[nodiscard]] constexpr bool isLandscape(InterfaceOrientation orientation) {
-    return orientation == InterfaceOrientation::LandscapeRight ||
-           orientation == InterfaceOrientation::LandscapeLeft;
-}
 
 /// Posted before and after the content rectangle or the way it is held changes. The first one
 /// carries the new frame, a `Rect`, under the key.

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Platform/Foundation/Color.h"
 #include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Object.h"
-#include "Platform/Imaging/Color.h"
 #include "Platform/Interface/Animation.h"
 #include "Platform/Interface/GestureArena.h"
 

@@ -1,6 +1,6 @@
 #include "Platform/Interface/ViewController.h"
 
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Interface/View.h"
 
 namespace platform {

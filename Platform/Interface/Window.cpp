@@ -1,9 +1,9 @@
 #include "Platform/Interface/Window.h"
 
 #include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Graphics/GLDevice.h"
 #include "Platform/Graphics/OffscreenTarget.h"
-#include "Platform/Interface/Screen.h"
 #include "Platform/Interface/ViewController.h"
 
 #include <cmath>

@@ -4,7 +4,7 @@
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Foundation/URL.h"
-#include "Platform/Graphics/PixelBuffer.h"
+#include "Platform/Imaging/PixelBuffer.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Object.h"
-#include "Platform/Graphics/PixelBuffer.h"
+#include "Platform/Imaging/PixelBuffer.h"
 #include "Platform/Media/MediaTime.h"
 
 #include <cstdint>

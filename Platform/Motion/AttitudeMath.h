@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Interface/Application.h"
+#include "Platform/Foundation/InterfaceOrientation.h"
 #include "Platform/Motion/AttitudeSource.h"
 #include "Platform/Motion/Vector3.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Export.h"
-#include "Platform/Interface/Application.h"
+#include "Platform/Foundation/InterfaceOrientation.h"
 #include "Platform/Motion/AttitudeSource.h"
 
 namespace platform {

@@ -1,7 +1,7 @@
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Foundation/Object.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Interface/LayoutConstraint.h"
-#include "Platform/Interface/Screen.h"
 #include "Tests/Hosts/EmbeddedScene.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Platform/Foundation/Color.h"
 #include "Platform/Foundation/Object.h"
 #include "Platform/Graphics/GLContext.h"
-#include "Platform/Graphics/GLView.h"
-#include "Platform/Imaging/Color.h"
+#include "Platform/Interface/GLView.h"
 
 #include <GLES2/gl2.h>
 

@@ -2,8 +2,8 @@
 
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/Geometry.h"
-#include "Platform/Graphics/PixelBuffer.h"
 #include "Platform/Imaging/Image.h"
+#include "Platform/Imaging/PixelBuffer.h"
 
 #include <array>
 #include <optional>

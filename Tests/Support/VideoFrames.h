@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Graphics/PixelBuffer.h"
+#include "Platform/Imaging/PixelBuffer.h"
 
 #include <array>
 #include <cstdint>

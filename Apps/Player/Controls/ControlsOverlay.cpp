@@ -3,7 +3,7 @@
 #include "Apps/Player/Controls/ControlsPainter.h"
 #include "Hosts/SDL/SDLHost.h"
 #include "Platform/Foundation/MainQueue.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 
 #include <algorithm>
 

@@ -38,7 +38,7 @@ void setUploadEnding(UploadEnding ending) {
     uploadEnding = ending;
 }
 
-void endUpload(const MeshBuffers& mesh) {
+void endUpload(const platform::MeshBuffers& mesh) {
     if (uploadEnding == UploadEnding::Plain)
         return;
     enableAttribute(mesh.vertexArray, mesh.positions);

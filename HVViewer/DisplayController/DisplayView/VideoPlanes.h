@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Graphics/PixelBuffer.h"
 #include "Platform/Graphics/TextureCache.h"
+#include "Platform/Imaging/PixelBuffer.h"
 
 #include <array>
 #include <cstdint>

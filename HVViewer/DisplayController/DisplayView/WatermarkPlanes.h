@@ -2,7 +2,7 @@
 
 #include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
 #include "HVViewer/Model/QuadMask.h"
-#include "Platform/Graphics/PixelBuffer.h"
+#include "Platform/Imaging/PixelBuffer.h"
 
 #include <functional>
 

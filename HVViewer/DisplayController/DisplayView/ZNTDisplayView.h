@@ -6,8 +6,8 @@
 #include "HVViewer/Model/DisplayMode.h"
 #include "HVViewer/Model/InterractorDelegate.h"
 #include "Platform/Graphics/GLKMath.h"
-#include "Platform/Graphics/GLView.h"
-#include "Platform/Graphics/PixelBuffer.h"
+#include "Platform/Imaging/PixelBuffer.h"
+#include "Platform/Interface/GLView.h"
 
 #include <functional>
 #include <memory>

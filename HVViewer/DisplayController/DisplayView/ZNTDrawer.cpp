@@ -12,9 +12,9 @@
 #include "HVViewer/Model/ZNTSphericalVO.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/NotificationCenter.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Graphics/GLContext.h"
 #include "Platform/Graphics/GLDevice.h"
-#include "Platform/Interface/Screen.h"
 
 #include <GLES2/gl2.h>
 
@@ -26,7 +26,7 @@ namespace {
 
 /// What all drawers share: the mesh that was bound last, and who bound it.
 struct UnitBuffers {
-    MeshBuffers names;
+    platform::MeshBuffers names;
     const ZNTDrawer* binder = nullptr;
     std::int32_t numberOfVertices = 0;
     std::uint32_t textureCoordinateAttribute = 0;
@@ -117,12 +117,12 @@ void ZNTDrawer::screenShapeDidChange() {
 }
 
 void ZNTDrawer::replaceBuffers() {
-    const std::vector<MeshBuffers> earlier = std::exchange(madeBuffers_, {});
+    const std::vector<platform::MeshBuffers> earlier = std::exchange(madeBuffers_, {});
     bindBuffers();
     if (madeBuffers_.empty()) // there is no context, in which the earlier ones could be deleted
         madeBuffers_ = earlier;
     else
-        std::for_each(earlier.begin(), earlier.end(), deleteMesh);
+        std::for_each(earlier.begin(), earlier.end(), platform::deleteMesh);
 }
 
 void ZNTDrawer::bindBuffers() {
@@ -134,12 +134,12 @@ void ZNTDrawer::bindBuffers() {
     prepareTextureCacheIfNeeded();
     const VisualObjectModel model = voProvider_ ? voProvider_->model() : VisualObjectModel{};
     madeBuffers_.push_back(
-        uploadMesh(model, unitBuffers.textureCoordinateAttribute, GL_DYNAMIC_DRAW));
+        platform::uploadMesh(model, unitBuffers.textureCoordinateAttribute, GL_DYNAMIC_DRAW));
     uploadedMesh_ = voProvider_;
     shareBuffers(madeBuffers_.back());
 }
 
-void ZNTDrawer::shareBuffers(const MeshBuffers& buffers) {
+void ZNTDrawer::shareBuffers(const platform::MeshBuffers& buffers) {
     unitBuffers.names = buffers;
     unitBuffers.binder = this;
     unitBuffers.numberOfVertices = voProvider_ ? voProvider_->model().numberOfVertices : 0;
@@ -337,9 +337,9 @@ void ZNTDrawer::removeObservers() {
 
 void ZNTDrawer::tearDownGL() {
     const bool current = platform::GLContext::setCurrentContext(context_.lock());
-    for (const MeshBuffers& buffers : madeBuffers_) {
+    for (const platform::MeshBuffers& buffers : madeBuffers_) {
         if (current)
-            deleteMesh(buffers);
+            platform::deleteMesh(buffers);
     }
     madeBuffers_.clear();
     uploadedMesh_.reset();

@@ -1,16 +1,16 @@
 #pragma once
 
 #include "HVViewer/DisplayController/DisplayView/HVVProgram/UniformTable.h"
-#include "HVViewer/DisplayController/DisplayView/MeshBuffers.h"
 #include "HVViewer/DisplayController/DisplayView/VideoPlanes.h"
 #include "HVViewer/Model/ContentType.h"
 #include "HVViewer/Model/DisplayMode.h"
 #include "HVViewer/Model/ZNTVisualObjectProtocol.h"
 #include "Platform/Foundation/Object.h"
 #include "Platform/Graphics/GLKMath.h"
-#include "Platform/Graphics/PixelBuffer.h"
+#include "Platform/Graphics/MeshBuffers.h"
 #include "Platform/Graphics/TextureLoader.h"
 #include "Platform/Imaging/Image.h"
+#include "Platform/Imaging/PixelBuffer.h"
 
 #include <cstdint>
 #include <memory>
@@ -115,7 +115,7 @@ public:
 private:
     /// `bindBuffers()` for another mesh, and the buffers of earlier ones are deleted.
     void replaceBuffers();
-    void shareBuffers(const MeshBuffers& buffers);
+    void shareBuffers(const platform::MeshBuffers& buffers);
     void useOwnBuffers();
     void drawPhoto(const UniformTable& uniforms, const GLKMatrix4& matrix);
     void drawVideo(const UniformTable& uniforms, const GLKMatrix4& matrix);
@@ -143,6 +143,6 @@ private:
     DisplayMode renderingVO_ = DisplayMode::Plane;
     ContentType contentType_ = ContentType::Undefined;
     platform::Size planeScreen_;
-    std::vector<MeshBuffers> madeBuffers_; // the last one holds `uploadedMesh_`
+    std::vector<platform::MeshBuffers> madeBuffers_; // the last one holds `uploadedMesh_`
     std::shared_ptr<ZNTVisualObjectProtocol> uploadedMesh_;
 };

@@ -1,12 +1,12 @@
 #include "HVViewer/Model/HotSpot/MarkerTextures.h"
 
 #include "Platform/Foundation/Log.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Graphics/GLContext.h"
 #include "Platform/Graphics/GLDevice.h"
 #include "Platform/Graphics/TextureLoader.h"
 #include "Platform/Imaging/NamedImage.h"
 #include "Platform/Imaging/PictureScaler.h"
-#include "Platform/Interface/Screen.h"
 
 #include <GLES2/gl2.h>
 

@@ -1,7 +1,7 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
 
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Interface/Application.h"
-#include "Platform/Interface/Screen.h"
 
 #include <algorithm>
 

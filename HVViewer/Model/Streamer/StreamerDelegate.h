@@ -2,7 +2,7 @@
 
 #include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Result.h"
-#include "Platform/Graphics/PixelBuffer.h"
+#include "Platform/Imaging/PixelBuffer.h"
 
 class ZNTStreamer;
 

@@ -1,8 +1,8 @@
 #include "HVViewer/Utilities/Categories/ImageDrawWithFillColor.h"
 
 #include "Platform/Foundation/Assertion.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Imaging/BitmapContext.h"
-#include "Platform/Interface/Screen.h"
 
 using platform::BlendMode;
 using platform::ImagePtr;

@@ -1,8 +1,8 @@
 #include "HVViewer/Utilities/Categories/ImageGLBlend.h"
 
 #include "Platform/Foundation/Log.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Graphics/GLDevice.h"
-#include "Platform/Interface/Screen.h"
 
 #include <GLES2/gl2.h>
 

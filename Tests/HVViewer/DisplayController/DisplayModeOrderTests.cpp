@@ -6,7 +6,7 @@
 #include "HVViewer/Model/ZNTInterractor.h"
 #include "HVViewer/Utilities/ZNTMath.h"
 #include "Platform/Graphics/GLContext.h"
-#include "Platform/Graphics/GLView.h"
+#include "Platform/Interface/GLView.h"
 #include "Platform/Interface/LayoutConstraint.h"
 #include "Tests/HVViewer/DisplayController/ShownPanorama.h"
 #include "Tests/Support/PictureCompare.h"

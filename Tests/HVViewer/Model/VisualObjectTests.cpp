@@ -2,7 +2,7 @@
 #include "HVViewer/Model/ZNTPlaneVO.h"
 #include "HVViewer/Model/ZNTSphericalVO.h"
 #include "HVViewer/Utilities/ZNTMath.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "HVViewer/Utilities/ZNTMath.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 #include "Tests/Support/LogRecorder.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "Platform/Foundation/MainQueue.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 #include "Tests/Hosts/SDL/SDLScene.h"
 #include "Tests/Support/HeadlessPlayer.h"
 

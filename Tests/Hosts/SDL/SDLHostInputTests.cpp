@@ -1,5 +1,5 @@
 #include "HVViewer/Model/ZNTInterractor.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Motion/AttitudeSource.h"
 #include "Tests/Hosts/SDL/SDLScene.h"
 #include "Tests/Support/DirectionPanorama.h"

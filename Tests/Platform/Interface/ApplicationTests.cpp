@@ -1,6 +1,6 @@
 #include "Platform/Foundation/NotificationCenter.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Interface/Application.h"
-#include "Platform/Interface/Screen.h"
 #include "Platform/Interface/Window.h"
 #include "Tests/Support/RecordingController.h"
 

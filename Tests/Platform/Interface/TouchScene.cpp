@@ -1,6 +1,6 @@
 #include "Tests/Platform/Interface/TouchScene.h"
 
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 
 using namespace platform;
 

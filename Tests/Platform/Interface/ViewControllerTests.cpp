@@ -1,4 +1,4 @@
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Interface/View.h"
 #include "Platform/Interface/ViewController.h"
 #include "Tests/Support/RecordingController.h"

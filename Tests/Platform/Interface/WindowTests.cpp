@@ -1,6 +1,6 @@
 #include "Hosts/Headless/HeadlessHost.h"
 #include "Platform/Foundation/Assertion.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Interface/Window.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/LogRecorder.h"

@@ -9,11 +9,11 @@
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Foundation/Timer.h"
 #include "Platform/Graphics/GLContext.h"
 #include "Platform/Graphics/GLDevice.h"
-#include "Platform/Graphics/GLView.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Interface/GLView.h"
 
 #include <GLES2/gl2.h>
 
@@ -119,15 +119,15 @@ void ZNTHotSpotDrawer::setupGL() {
 void ZNTHotSpotDrawer::bindBuffer() {
     hotSpotModel_ = std::make_shared<ZNTHotSpotPlaneVO>();
     modelScreen_ = platform::Screen::mainScreen().nativeBounds().size;
-    buffers_ =
-        uploadMesh(hotSpotModel_->model(), markerProgramm_.textureCoordinates(), GL_STATIC_DRAW);
+    buffers_ = platform::uploadMesh(hotSpotModel_->model(), markerProgramm_.textureCoordinates(),
+                                    GL_STATIC_DRAW);
 }
 
 void ZNTHotSpotDrawer::screenShapeDidChange() {
     const bool isSame = modelScreen_ == platform::Screen::mainScreen().nativeBounds().size;
     if (isSame || isTornDown_ || !platform::GLContext::setCurrentContext(context_.lock()))
         return;
-    deleteMesh(buffers_);
+    platform::deleteMesh(buffers_);
     bindBuffer();
 }
 

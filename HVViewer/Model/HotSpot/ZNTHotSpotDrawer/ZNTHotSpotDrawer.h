@@ -1,10 +1,10 @@
 #pragma once
 
-#include "HVViewer/DisplayController/DisplayView/MeshBuffers.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/MarkerProgram.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Foundation/Object.h"
 #include "Platform/Graphics/GLKMath.h"
+#include "Platform/Graphics/MeshBuffers.h"
 
 #include <cstdint>
 #include <memory>
@@ -104,7 +104,7 @@ private:
 
     MarkerProgram markerProgramm_;
     bool canDraw_ = false; // the program is there
-    MeshBuffers buffers_;
+    platform::MeshBuffers buffers_;
     std::uint32_t generation_ = 0; // of the context that holds them
     bool enableColor_ = false;
     std::uint32_t pickingHotSpotIndex_ = 0;

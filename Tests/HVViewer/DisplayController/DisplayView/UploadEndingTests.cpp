@@ -13,11 +13,11 @@ namespace {
 
 class UploadEnd : public ::testing::Test {
 protected:
-    UploadEnd() { mesh_ = uploadMesh(ZNTPlaneVO().model(), 1, GL_STATIC_DRAW); }
+    UploadEnd() { mesh_ = platform::uploadMesh(ZNTPlaneVO().model(), 1, GL_STATIC_DRAW); }
     ~UploadEnd() override {
         setUploadEnding(UploadEnding::WithBufferName);
         glDeleteBuffers(static_cast<GLsizei>(others_.size()), others_.data());
-        deleteMesh(mesh_);
+        platform::deleteMesh(mesh_);
     }
 
     /// A mesh whose buffer has a name that no attribute has, or one that an attribute has.
@@ -37,7 +37,7 @@ protected:
     }
 
     std::unique_ptr<HeadlessHost> host_ = makeHost({16, 16});
-    MeshBuffers mesh_;
+    platform::MeshBuffers mesh_;
     std::vector<GLuint> others_;
 };
 

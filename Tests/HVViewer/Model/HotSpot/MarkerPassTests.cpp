@@ -2,7 +2,7 @@
 #include "HVViewer/Model/ZNTHotSpotPlaneVO.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Graphics/GLContext.h"
-#include "Platform/Graphics/GLView.h"
+#include "Platform/Interface/GLView.h"
 #include "Tests/HVViewer/Model/HotSpot/HotSpotScene.h"
 #include "Tests/Support/PictureCompare.h"
 

@@ -1,5 +1,5 @@
 #include "HVViewer/Model/ZNTInterractor.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 #include "Tests/HVViewer/Model/HotSpot/HotSpotScene.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Graphics/GLContext.h"
-#include "Platform/Graphics/GLView.h"
+#include "Platform/Interface/GLView.h"
 #include "Tests/HVViewer/Model/HotSpot/HotSpotScene.h"
 #include "Tests/Support/LogRecorder.h"
 

@@ -1,6 +1,6 @@
 #include "HVViewer/Utilities/Categories/ImageDrawWithFillColor.h"
 #include "Platform/Foundation/Assertion.h"
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/LogRecorder.h"
 

@@ -1,7 +1,7 @@
 #include "HVViewer/Utilities/Categories/ImageDrawWithFillColor.h"
 #include "HVViewer/Utilities/Categories/ImageGLBlend.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Graphics/OffscreenTarget.h"
-#include "Platform/Interface/Screen.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/LogRecorder.h"
 

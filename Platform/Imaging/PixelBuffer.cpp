@@ -1,4 +1,4 @@
-#include "Platform/Graphics/PixelBuffer.h"
+#include "Platform/Imaging/PixelBuffer.h"
 
 #include <atomic>
 #include <utility>

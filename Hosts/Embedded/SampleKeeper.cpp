@@ -1,4 +1,4 @@
-#include "Hosts/SDL/SampleKeeper.h"
+#include "Hosts/Embedded/SampleKeeper.h"
 
 #include "Platform/Foundation/MainQueue.h"
 

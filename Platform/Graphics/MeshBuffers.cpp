@@ -1,9 +1,10 @@
-#include "HVViewer/DisplayController/DisplayView/MeshBuffers.h"
+#include "Platform/Graphics/MeshBuffers.h"
 
 #include "Platform/Graphics/GLDevice.h"
 
 #include <GLES2/gl2.h>
 
+namespace platform {
 namespace {
 
 constexpr GLuint kPositionAttribute = 0;
@@ -23,16 +24,16 @@ std::uint32_t uploadAttribute(GLuint attribute, const float* values, GLint float
 
 } // namespace
 
-MeshBuffers uploadMesh(const VisualObjectModel& model, std::uint32_t textureCoordinateAttribute,
+MeshBuffers uploadMesh(const MeshVertices& vertices, std::uint32_t textureCoordinateAttribute,
                        std::uint32_t usage) {
-    const auto& device = platform::GLDevice::main();
+    const auto& device = GLDevice::main();
     MeshBuffers buffers;
     device.genVertexArrays(1, &buffers.vertexArray);
     device.bindVertexArray(buffers.vertexArray);
     buffers.positions =
-        uploadAttribute(kPositionAttribute, model.vertices, 3, model.numberOfVertices, usage);
-    buffers.textureCoordinates = uploadAttribute(textureCoordinateAttribute, model.texCoords, 2,
-                                                 model.numberOfVertices, usage);
+        uploadAttribute(kPositionAttribute, vertices.positions, 3, vertices.count, usage);
+    buffers.textureCoordinates = uploadAttribute(
+        textureCoordinateAttribute, vertices.textureCoordinates, 2, vertices.count, usage);
     // A host that points attributes of its own must not write into this object.
     device.bindVertexArray(0);
     return buffers;
@@ -40,6 +41,8 @@ MeshBuffers uploadMesh(const VisualObjectModel& model, std::uint32_t textureCoor
 
 void deleteMesh(const MeshBuffers& buffers) {
     glDeleteBuffers(1, &buffers.positions);
-    platform::GLDevice::main().deleteVertexArrays(1, &buffers.vertexArray);
+    GLDevice::main().deleteVertexArrays(1, &buffers.vertexArray);
     glDeleteBuffers(1, &buffers.textureCoordinates);
 }
+
+} // namespace platform

@@ -1,9 +1,9 @@
-#include "Platform/Graphics/GLView.h"
+#include "Platform/Interface/GLView.h"
 
 #include "Platform/Foundation/Log.h"
+#include "Platform/Foundation/Screen.h"
 #include "Platform/Graphics/GLContext.h"
 #include "Platform/Graphics/OffscreenTarget.h"
-#include "Platform/Interface/Screen.h"
 #include "Platform/Interface/Window.h"
 
 #include <GLES2/gl2.h>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
 #include "Platform/Interface/Touch.h"
 
@@ -14,7 +15,7 @@
 /// Their ids are -1 and -2.
 ///
 /// Thread: main. The receiver is called inside, and in turns of the main queue.
-class WheelPinch {
+class ZANTO_EXPORT WheelPinch {
 public:
     using Receiver = std::function<void(const platform::TouchEvent&)>;
     explicit WheelPinch(Receiver receiver) : receiver_(std::move(receiver)) {}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Export.h"
 #include "Platform/Motion/AttitudeSource.h"
 
 #include <memory>
@@ -15,7 +16,7 @@
 /// unavailable, has no sample yet or nobody listens to it.
 ///
 /// Thread: main.
-class SampleKeeper {
+class ZANTO_EXPORT SampleKeeper {
 public:
     /// Something was touched; whether any finger is down now.
     void noteTouch(bool isAnyDown);

@@ -1,4 +1,4 @@
-#include "Hosts/SDL/WheelPinch.h"
+#include "Hosts/Embedded/WheelPinch.h"
 
 #include "Platform/Foundation/MainQueue.h"
 

@@ -1,4 +1,4 @@
-#include "Platform/Interface/Screen.h"
+#include "Platform/Foundation/Screen.h"
 
 #include <gtest/gtest.h>
 

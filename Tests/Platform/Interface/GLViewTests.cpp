@@ -1,6 +1,6 @@
 #include "Hosts/Headless/HeadlessHost.h"
-#include "Platform/Graphics/GLView.h"
 #include "Platform/Graphics/OffscreenTarget.h"
+#include "Platform/Interface/GLView.h"
 #include "Platform/Interface/ViewController.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/LogRecorder.h"

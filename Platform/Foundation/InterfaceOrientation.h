@@ -1,0 +1,23 @@
+#pragma once
+
+namespace platform {
+
+/// How the screen is held. The numbers are part of the interface.
+enum class InterfaceOrientation : int {
+    Unknown = 0,
+    Portrait = 1,
+    PortraitUpsideDown = 2,
+    LandscapeRight = 3,
+    LandscapeLeft = 4,
+};
+
+[[nodiscard]] constexpr bool isPortrait(InterfaceOrientation orientation) {
+    return orientation == InterfaceOrientation::Portrait ||
+           orientation == InterfaceOrientation::PortraitUpsideDown;
+}
+[[nodiscard]] constexpr bool isLandscape(InterfaceOrientation orientation) {
+    return orientation == InterfaceOrientation::LandscapeRight ||
+           orientation == InterfaceOrientation::LandscapeLeft;
+}
+
+} // namespace platform
