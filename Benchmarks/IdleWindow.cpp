@@ -4,7 +4,7 @@
 //
 // zanto-benchmark-idle-window [SECONDS]   (10)
 
-#include "Apps/Player/BuiltInPanorama.h"
+#include "Apps/Player/Contents/BuiltInPanorama.h"
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
 #include "Hosts/SDL/SDLHost.h"
 #include "Platform/Foundation/MainQueue.h"

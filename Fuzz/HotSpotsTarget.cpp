@@ -1,5 +1,5 @@
-#include "Apps/Player/ActionWriter.h"
-#include "Apps/Player/HotSpotFile.h"
+#include "Apps/Player/Contents/HotSpotFile.h"
+#include "Apps/Player/Scripts/ActionWriter.h"
 #include "Fuzz/Property.h"
 #include "Fuzz/Targets.h"
 

@@ -1,7 +1,7 @@
-#include "Apps/Player/CommandLine.h"
-#include "Apps/Player/Message.h"
-#include "Apps/Player/Play.h"
-#include "Apps/Player/Render.h"
+#include "Apps/Player/Rendering/Render.h"
+#include "Apps/Player/Terminal/CommandLine.h"
+#include "Apps/Player/Terminal/Message.h"
+#include "Apps/Player/Window/Play.h"
 #include "Platform/Foundation/Assertion.h"
 
 #include <exception>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Apps/Player/WindowAction.h"
+#include "Apps/Player/Controls/WindowAction.h"
 
 #include <optional>
 #include <string_view>

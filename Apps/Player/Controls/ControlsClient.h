@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Apps/Player/Controls/ControlsState.h"
-#include "Apps/Player/WindowAction.h"
+#include "Apps/Player/Controls/WindowAction.h"
 
 /// The program behind the controls: what they show, and who does what is asked with them.
 class ControlsClient {

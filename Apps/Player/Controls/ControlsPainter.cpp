@@ -2,7 +2,7 @@
 
 #include "Apps/Player/Controls/ControlsIcons.h"
 #include "Apps/Player/Controls/ControlsText.h"
-#include "Apps/Player/Keys.h"
+#include "Apps/Player/Controls/Keys.h"
 
 #include <imgui.h>
 

@@ -1,9 +1,0 @@
-#pragma once
-
-#include "Apps/Player/Action.h"
-
-#include <nlohmann/json.hpp>
-
-/// What a line of an action script says of an action, without its instant; reading it again gives
-/// the same numbers to the last bit.
-[[nodiscard]] nlohmann::ordered_json describeAction(const decltype(Action::what)& what);

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "Apps/Player/Contents/ContentAction.h"
+#include "Apps/Player/Contents/HotSpotsAction.h"
+#include "HVViewer/Model/DisplayMode.h"
+#include "Platform/Foundation/Geometry.h"
+#include "Platform/Interface/Application.h"
+#include "Platform/Interface/Touch.h"
+#include "Platform/Motion/AttitudeSource.h"
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+struct ModeAction {
+    DisplayMode mode;
+};
+struct ResizeAction {
+    platform::Size size;
+};
+struct OrientationAction {
+    platform::InterfaceOrientation orientation;
+};
+/// The way the device is turned: from then on there is a sensor, though nobody need follow it.
+struct AttitudeAction {
+    platform::Attitude attitude;
+};
+struct SwitchAction {
+    enum class Switch {
+        DeviceMotion,
+        TouchMotion,
+        PinchZoom,
+        LockVertical,
+        Transparent,
+        AutoPicking,
+        TapDetection,
+    };
+    Switch which;
+    bool on;
+};
+struct SeekAction {
+    double seconds;
+};
+struct VolumeAction {
+    /// 0 to 1.
+    double volume;
+};
+/// What is done without saying more.
+enum class CommandAction {
+    Play,
+    Pause,
+    Appear, ///< the view disappears and appears again
+    Reload,
+};
+struct SphericalOffsetAction {
+    float radians;
+};
+struct TouchAction {
+    /// Its time is filled in when it is played.
+    platform::TouchEvent event;
+};
+struct SnapshotAction {
+    /// Inside the output folder.
+    std::string name;
+};
+
+/// One thing that an action script does at one time; a line that stands for a gesture is several.
+struct Action {
+    /// Virtual seconds.
+    double at = 0;
+    std::variant<ModeAction, ResizeAction, OrientationAction, AttitudeAction, SwitchAction,
+                 SphericalOffsetAction, HotSpotsAction, TouchAction, ContentAction, SeekAction,
+                 VolumeAction, CommandAction, SnapshotAction>
+        what;
+
+    /// Settings at second 0 take effect before the view appears.
+    [[nodiscard]] bool isSetting() const {
+        return isAnyOf<ModeAction, ResizeAction, OrientationAction, AttitudeAction, SwitchAction,
+                       SphericalOffsetAction, HotSpotsAction>();
+    }
+    [[nodiscard]] bool isSnapshot() const { return isAnyOf<SnapshotAction>(); }
+
+private:
+    template <class... Kinds>
+    [[nodiscard]] bool isAnyOf() const {
+        return (std::holds_alternative<Kinds>(what) || ...);
+    }
+};
