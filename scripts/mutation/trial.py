@@ -24,6 +24,9 @@ class Test:
         properties = {p["name"]: p["value"] for p in entry["properties"]}
         self.folder = properties.get("WORKING_DIRECTORY")
         self.environment = dict(v.split("=", 1) for v in properties.get("ENVIRONMENT", []))
+        for change in properties.get("ENVIRONMENT_MODIFICATION", []):
+            variable, _, value = change.partition("=set:")
+            self.environment[variable] = value
         # Tests of one key may share a process.
         self.key = (self.program, name if alone else "")
         self.seconds = 0.0
