@@ -12,6 +12,7 @@
 #include "HVViewer/Model/VisibleQuads.h"
 #include "HVViewer/Model/ZNTInterractor.h"
 #include "Hosts/Headless/HeadlessHost.h"
+#include "Platform/Graphics/GLDevice.h"
 #include "Platform/Graphics/OffscreenTarget.h"
 
 #include <GLES2/gl2.h>
@@ -145,12 +146,12 @@ nlohmann::ordered_json measureView(Scene& scene, const View& view) {
     // In turns, so that whatever else the machine does falls on all of them.
     for (int i = -3; i < kFrames; ++i) {
         scene.aim(view, i);
-        setMeshExtent(MeshExtent::WhatShows);
+        platform::GLDevice::main().setQuirks({});
         const double frame = millisecondsOf([&] { scene.drawFrame(); });
         const double quad = millisecondsOf([&] { scene.drawQuad(part); });
         const MeshPasses passes = scene.passes();
         const double mesh = millisecondsOf([&] { scene.drawMesh(passes.content); });
-        setMeshExtent(MeshExtent::Whole);
+        platform::GLDevice::main().setQuirks({.drawsWholeMeshes = true});
         const double whole = millisecondsOf([&] { scene.drawFrame(); });
         if (i < 0)
             continue; // the first ones warm up
@@ -159,7 +160,7 @@ nlohmann::ordered_json measureView(Scene& scene, const View& view) {
         meshes.push_back(mesh);
         wholes.push_back(whole);
     }
-    setMeshExtent(MeshExtent::WhatShows);
+    platform::GLDevice::main().setQuirks({});
     const MeshPasses passes = scene.passes();
     const double floor = median(quads);
     return {{"view", view.name},

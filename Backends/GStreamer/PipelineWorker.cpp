@@ -1,6 +1,6 @@
 #include "Backends/GStreamer/PipelineWorker.h"
 
-#include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/Environment.h"
 
 #include <condition_variable>
 #include <map>
@@ -21,8 +21,6 @@ public:
         // Never destroyed: a thread that outlasts the wait still tells it.
         static auto* const endings = new Endings;
         struct WaitAtExit {
-            // The queue must outlive the wait, for those who still post to it.
-            WaitAtExit() { static_cast<void>(MainQueue::main()); }
             ~WaitAtExit() { endings->wait(std::chrono::seconds(3)); }
         };
         static const WaitAtExit waitAtExit;
@@ -76,7 +74,10 @@ struct PipelineWorker::State {
 
 PipelineWorker::PipelineWorker() : state_(std::make_shared<State>()) {
     Endings::shared();
-    std::thread(run, state_).detach();
+    std::thread([state = state_, environment = Environment::current().shared_from_this()] {
+        const Environment::ThreadScope scope(*environment);
+        run(state);
+    }).detach();
 }
 
 PipelineWorker::~PipelineWorker() {

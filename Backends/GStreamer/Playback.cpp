@@ -1,6 +1,7 @@
 #include "Backends/GStreamer/Playback.h"
 
 #include "Backends/GStreamer/PipelineErrors.h"
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Log.h"
 
 #include <algorithm>
@@ -39,8 +40,9 @@ void Playback::open() {
 }
 
 void Playback::openPlaybin() {
-    auto events = [weak = weak_from_this(), run = ++run_](PipelineEvent event) {
-        MainQueue::main().async([weak, run, event = std::move(event)] {
+    auto events = [weak = weak_from_this(), run = ++run_,
+                   environment = Environment::current().shared_from_this()](PipelineEvent event) {
+        environment->queue().async([weak, run, event = std::move(event)] {
             if (const auto self = weak.lock(); self && self->run_ == run)
                 self->handle(event);
         });

@@ -6,6 +6,7 @@
 #include "HVViewer/Model/Streamer/ZNTStreamer.h"
 #include "HVViewer/Utilities/ZNTMath.h"
 #include "HVViewer/Utilities/ZNTUtilities.h"
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
@@ -63,6 +64,7 @@ bool ZNTDisplayViewController::isLocked() const {
 }
 
 void ZNTDisplayViewController::prepareImage(const platform::ImagePtr& image) {
+    const platform::Environment::Scope scope(*environment());
     const auto refuse = [this](const std::string& why) {
         platform::log(platform::LogLevel::Error, "Error in class \"" + className() + "\"" + why);
     };
@@ -77,11 +79,13 @@ void ZNTDisplayViewController::prepareImage(const platform::ImagePtr& image) {
 }
 
 void ZNTDisplayViewController::prepareImageWithUrl(const std::optional<platform::URL>& url) {
+    const platform::Environment::Scope scope(*environment());
     prepareImageWithUrl(url, url && url->isFileURL());
 }
 
 void ZNTDisplayViewController::prepareImageWithUrl(const std::optional<platform::URL>& url,
                                                    bool isLocal) {
+    const platform::Environment::Scope scope(*environment());
     if (isLocked())
         return Dlog("Error in class \"%s\". Data is already displaying. You can not change data",
                     className().c_str());
@@ -120,6 +124,7 @@ void ZNTDisplayViewController::loadRemoteImage() {
 }
 
 void ZNTDisplayViewController::reloadContent() {
+    const platform::Environment::Scope scope(*environment());
     // A picture that failed before the video is not what is shown.
     if (contentType_ == ContentType::Video)
         prepareVideoWithUrl(srcVideoUrl_);
@@ -128,6 +133,7 @@ void ZNTDisplayViewController::reloadContent() {
 }
 
 void ZNTDisplayViewController::prepareDisplayView() {
+    const platform::Environment::Scope scope(*environment());
     // Until its first frame a video that was prepared later leaves the picture on the views.
     const bool showsVideo = frameBuffer_ != nullptr;
     if (!isReadyForDisplay_ || !srcImage_ || !displayView_ || showsVideo)

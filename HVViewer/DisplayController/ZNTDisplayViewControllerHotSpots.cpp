@@ -5,6 +5,7 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Interface/TapGestureRecognizer.h"
@@ -43,6 +44,7 @@ bool boolValue(const platform::Notification& notification, const char* key) {
 void ZNTDisplayViewController::addHotSpots(
     const std::vector<std::shared_ptr<ZNTHotSpot>>& hotSpots,
     const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint) {
+    const platform::Environment::Scope scope(*environment());
     hotSpots_ = hotSpots;
     hotSpotPickingPoint_ = pickingPoint;
     if (!frameBuffer_ || !displayView_)
@@ -53,6 +55,7 @@ void ZNTDisplayViewController::addHotSpots(
 }
 
 void ZNTDisplayViewController::setEnableHotSpotAutoPicking(bool enable) {
+    const platform::Environment::Scope scope(*environment());
     enableHotSpotAutoPicking_ = enable;
     if (displayView_)
         displayView_->setEnableAutoPicking(enable);

@@ -4,6 +4,7 @@
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Interface/LayoutConstraint.h"
 
@@ -66,6 +67,7 @@ void ZNTDisplayViewController::updateConsraints() {
 }
 
 void ZNTDisplayViewController::setDisplayMode(DisplayMode mode) {
+    const platform::Environment::Scope scope(*environment());
     if (mode == currentMode_)
         return;
     currentMode_ = mode;
@@ -94,6 +96,7 @@ void ZNTDisplayViewController::showSecondView() {
 }
 
 void ZNTDisplayViewController::setSphericalOffset(float radians) {
+    const platform::Environment::Scope scope(*environment());
     if (!std::isfinite(radians))
         return platform::log(platform::LogLevel::Error,
                              "setSphericalOffset: the offset is ignored, it is not finite");
@@ -105,21 +108,25 @@ void ZNTDisplayViewController::setSphericalOffset(float radians) {
 }
 
 void ZNTDisplayViewController::turnOnDeviceMotionInterraction(bool on) {
+    const platform::Environment::Scope scope(*environment());
     if (displayView_)
         displayView_->turnOnDeviceMotionInterraction(on);
 }
 
 void ZNTDisplayViewController::turnOnTouchMotionInterraction(bool on) {
+    const platform::Environment::Scope scope(*environment());
     if (displayView_)
         displayView_->turnOnTouchMotionInterraction(on);
 }
 
 void ZNTDisplayViewController::turnOnScaleInterraction(bool on) {
+    const platform::Environment::Scope scope(*environment());
     if (displayView_)
         displayView_->turnOnScaleInterraction(on);
 }
 
 void ZNTDisplayViewController::setLockVerticalRotation(bool lock) {
+    const platform::Environment::Scope scope(*environment());
     if (displayView_)
         displayView_->setLockVerticalRotation(lock);
 }
@@ -129,6 +136,7 @@ bool ZNTDisplayViewController::lockVerticalRotation() const {
 }
 
 bool ZNTDisplayViewController::deviceMotionAvailable() const {
+    const platform::Environment::Scope scope(*environment());
     return displayView_ && displayView_->deviceMotionAvailable();
 }
 
@@ -145,6 +153,7 @@ bool ZNTDisplayViewController::scaleIsOn() const {
 }
 
 void ZNTDisplayViewController::setEnableTransparentBackground(bool enable) {
+    const platform::Environment::Scope scope(*environment());
     enableTransparentBackground_ = enable;
     if (!displayView_)
         return;

@@ -6,9 +6,11 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpotPickingPoint.h"
 #include "HVViewer/Model/Streamer/ZNTStreamer.h"
 #include "HVViewer/Utilities/ZNTMath.h"
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Media/AudioSession.h"
 
 void ZNTDisplayViewController::prepareVideoWithUrl(const std::optional<platform::URL>& url) {
+    const platform::Environment::Scope scope(*environment());
     if (streamer_)
         streamer_->cleanUp();
     prepareVideoWithUrl(url, url && url->isFileURL());
@@ -16,6 +18,7 @@ void ZNTDisplayViewController::prepareVideoWithUrl(const std::optional<platform:
 
 void ZNTDisplayViewController::prepareVideoWithUrl(const std::optional<platform::URL>& url,
                                                    bool isLocal) {
+    const platform::Environment::Scope scope(*environment());
     if (!url)
         return Dlog("Error in class \"%s\" for selector \"%s\". Url can not be nil",
                     className().c_str(), "prepareVideoWithUrl:");
@@ -52,21 +55,25 @@ void ZNTDisplayViewController::setupStreamer() {
 // Playback
 
 void ZNTDisplayViewController::play() {
+    const platform::Environment::Scope scope(*environment());
     if (streamer_)
         streamer_->play();
 }
 
 void ZNTDisplayViewController::pause() {
+    const platform::Environment::Scope scope(*environment());
     if (streamer_)
         streamer_->pause();
 }
 
 void ZNTDisplayViewController::seekToTime(double seconds) {
+    const platform::Environment::Scope scope(*environment());
     if (streamer_)
         streamer_->seekToTime(seconds);
 }
 
 void ZNTDisplayViewController::setPlayerVolume(double volume) {
+    const platform::Environment::Scope scope(*environment());
     if (streamer_)
         streamer_->setVolume(volume);
 }

@@ -1,5 +1,6 @@
 #include "Hosts/Embedded/EmbeddedHost.h"
 
+#include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Foundation/Screen.h"
@@ -73,19 +74,38 @@ struct EmbeddedHost::WakeUp {
     }
 };
 
+/// The length of a call: the host's environment is current, and what GL was left with by the
+/// library is put in order at its end.
+class EmbeddedHost::Call {
+public:
+    explicit Call(const EmbeddedHost& host) : scope_(*host.environment_) {}
+    ~Call() { leaveGLState(); }
+    Call(const Call&) = delete;
+    Call& operator=(const Call&) = delete;
+
+private:
+    platform::Environment::Scope scope_;
+};
+
 platform::Result<std::unique_ptr<EmbeddedHost>> EmbeddedHost::create(EmbeddedHostOptions options) {
     using platform::Error;
     using platform::ErrorCode;
-    if (GLDevice::main().isInstalled())
-        return Error{ErrorCode::Unavailable, "another host is alive in this process"};
-    if (!GLDevice::main().install(options.gl))
+    auto environment = platform::Environment::claim();
+    const platform::Environment::Scope scope(*environment);
+    environment->setLogSink(options.log);
+    if (!GLDevice::main().install(options.gl)) {
+        environment->release();
         return Error{ErrorCode::Unavailable,
                      "the context is not OpenGL ES 2.0 with OES_vertex_array_object"};
-    return std::unique_ptr<EmbeddedHost>(new EmbeddedHost(std::move(options)));
+    }
+    return std::unique_ptr<EmbeddedHost>(
+        new EmbeddedHost(std::move(options), std::move(environment)));
 }
 
-EmbeddedHost::EmbeddedHost(EmbeddedHostOptions options)
-    : clock_(options.clock ? std::move(options.clock) : std::make_shared<platform::SystemClock>()),
+EmbeddedHost::EmbeddedHost(EmbeddedHostOptions options,
+                           std::shared_ptr<platform::Environment> environment)
+    : environment_(std::move(environment)),
+      clock_(options.clock ? std::move(options.clock) : std::make_shared<platform::SystemClock>()),
       grid_(options.framesPerSecond), wakeUp_(std::make_shared<WakeUp>()),
       window_(platform::make<platform::Window>()) {
     MainQueue& queue = MainQueue::main();
@@ -102,80 +122,98 @@ EmbeddedHost::EmbeddedHost(EmbeddedHostOptions options)
 }
 
 EmbeddedHost::~EmbeddedHost() {
+    const platform::Environment::Scope scope(*environment_);
     GLDevice::main().makeCurrent();
     setRootViewController(nullptr);
     window_.reset();
     MainQueue::main().reset();
     GLDevice::main().uninstall();
+    environment_->release();
+}
+
+void EmbeddedHost::perform(const std::function<void()>& block) {
+    const Call call(*this);
+    GLDevice::main().makeCurrent();
+    block();
 }
 
 void EmbeddedHost::setRootViewController(
     const std::shared_ptr<platform::ViewController>& controller) {
+    const Call call(*this);
+    if (controller && controller->environment() != environment_) {
+        platform::log(platform::LogLevel::Error,
+                      "host: the view controller belongs to another host; it is not shown");
+        return;
+    }
     window_->setRootViewController(controller);
-    leaveGLState();
 }
 
 void EmbeddedHost::appear() {
+    const Call call(*this);
     window_->makeKeyAndVisible();
-    leaveGLState();
 }
 
 void EmbeddedHost::disappear() {
+    const Call call(*this);
     window_->resignVisible();
-    leaveGLState();
 }
 
 void EmbeddedHost::resize(platform::Size size, double scale) {
+    const Call call(*this);
     const bool isRescaled = scale != platform::Screen::mainScreen().scale();
     Application::sharedApplication().setContentSize(size, scale);
     if (isRescaled) // no view's frame need have changed
         window_->setNeedsDisplay();
-    leaveGLState();
 }
 
 void EmbeddedHost::setOrientation(platform::InterfaceOrientation orientation) {
+    const Call call(*this);
     Application::sharedApplication().setOrientation(orientation);
-    leaveGLState();
 }
 
 void EmbeddedHost::touch(const platform::TouchEvent& event) {
+    const Call call(*this);
     GLDevice::main().makeCurrent();
     window_->touch(event);
-    leaveGLState();
 }
 
 void EmbeddedHost::cancelTouches() {
+    const Call call(*this);
     GLDevice::main().makeCurrent();
     window_->cancelTouches();
-    leaveGLState();
 }
 
 void EmbeddedHost::setAttitude(const platform::Attitude& attitude) {
+    const platform::Environment::Scope scope(*environment_);
     platform::AttitudeSource::shared().publish(attitude);
 }
 
 void EmbeddedHost::setAttitudeAvailable(bool available) {
+    const platform::Environment::Scope scope(*environment_);
     platform::AttitudeSource::shared().setAvailable(available);
 }
 
 void EmbeddedHost::setFramesPerSecond(double framesPerSecond) {
+    const platform::Environment::Scope scope(*environment_);
     grid_ = platform::FrameGrid(framesPerSecond);
     MainQueue::main().setFrameGrid(grid_);
     nextPass_.reset(); // it was an instant of the old grid
 }
 
 bool EmbeddedHost::contextWasReplaced(platform::GLBindings gl) {
+    const Call call(*this);
     GLDevice::main().uninstall();
     if (!GLDevice::main().install(std::move(gl)))
         return false;
     lowerDecodeLimit(GLDevice::main().maxTextureSidePx());
     platform::NotificationCenter::defaultCenter().post(platform::kGLContextWasReplaced);
     window_->setNeedsDisplay();
-    leaveGLState();
+
     return true;
 }
 
 EmbeddedHostStatus EmbeddedHost::runDueWork() {
+    const Call call(*this);
     MainQueue& queue = MainQueue::main();
     const Instant now = clock_->now();
     const Instant instant = grid_.atOrBefore(now);
@@ -189,7 +227,7 @@ EmbeddedHostStatus EmbeddedHost::runDueWork() {
     status.nextDeadline = queue.nextDeadline();
     if (nextPass_ && (!status.nextDeadline || *nextPass_ < *status.nextDeadline))
         status.nextDeadline = nextPass_;
-    leaveGLState();
+
     return status;
 }
 
@@ -209,11 +247,11 @@ bool EmbeddedHost::mayDraw(Instant now, bool atInstant) {
 }
 
 void EmbeddedHost::draw(std::uint32_t framebuffer, platform::RectPx area) {
+    const Call call(*this);
     GLDevice::main().makeCurrent();
     window_->draw({framebuffer, area, platform::Screen::mainScreen().scale(), true});
     lastPassInstant_ = grid_.atOrBefore(clock_->now());
     nextPass_.reset();
-    leaveGLState();
 }
 
 bool EmbeddedHost::isTransparent() const {
@@ -233,8 +271,7 @@ void EmbeddedHost::catchUp() {
 }
 
 platform::Result<platform::ImagePtr> EmbeddedHost::snapshot(double scale) {
+    const Call call(*this);
     catchUp();
-    auto picture = window_->snapshot(scale);
-    leaveGLState();
-    return picture;
+    return window_->snapshot(scale);
 }

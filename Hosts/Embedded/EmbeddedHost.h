@@ -1,8 +1,10 @@
 #pragma once
 
 #include "Platform/Foundation/Clock.h"
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
+#include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/Result.h"
 #include "Platform/Graphics/GLDevice.h"
 #include "Platform/Imaging/Image.h"
@@ -35,6 +37,8 @@ struct EmbeddedHostOptions {
     /// Called when `runDueWork()` is wanted earlier than it said; from any thread, so it should
     /// only wake the application's loop. Empty: the application calls `runDueWork()` often enough.
     std::function<void()> wakeUp;
+    /// Receives the log lines of this host's players; empty: the process's sink does.
+    platform::LogSink log = {};
 };
 
 /// What the host application should do next.
@@ -51,19 +55,32 @@ struct EmbeddedHostStatus {
 /// that it returned has come, and `draw` when it says so (or with every frame of its own). The
 /// library owns no loop and never waits.
 ///
-/// Owner:  the application; one at a time. Controllers are released before it, it before the
-///         context.
-/// Thread: one, the context's.
+/// Several hosts may be alive at a time, each with a context and an environment of its own: players
+/// of one share nothing with players of another. A controller belongs to the host in whose
+/// `perform` it is made; while only one host is alive, or for the first one, it may be made
+/// anywhere.
+///
+/// Owner:  the application. Controllers are released before it, it before the context.
+/// Thread: one, the contexts'; the same for all hosts.
 class ZANTO_EXPORT EmbeddedHost {
 public:
-    /// Errors: Unavailable when another host is alive or the context is not what is needed.
+    /// Errors: Unavailable when the context is not what is needed.
     [[nodiscard]] static platform::Result<std::unique_ptr<EmbeddedHost>>
     create(EmbeddedHostOptions options);
     ~EmbeddedHost();
     EmbeddedHost(const EmbeddedHost&) = delete;
     EmbeddedHost& operator=(const EmbeddedHost&) = delete;
 
+    /// Runs the block with this host's environment and context current: what it makes belongs to
+    /// this host, and `Screen::mainScreen()` and their like answer for it.
+    void perform(const std::function<void()>& block);
+    [[nodiscard]] const std::shared_ptr<platform::Environment>& environment() const {
+        return environment_;
+    }
+
     /// Loads the controller's view into the rectangle; null takes the present one out.
+    ///
+    /// Errors: a log line for a controller that belongs to another host; nothing changes then.
     void setRootViewController(const std::shared_ptr<platform::ViewController>& controller);
     /// The view appears, or disappears; it is drawn in between.
     void appear();
@@ -118,10 +135,12 @@ public:
 
 private:
     struct WakeUp;
-    explicit EmbeddedHost(EmbeddedHostOptions options);
+    class Call;
+    EmbeddedHost(EmbeddedHostOptions options, std::shared_ptr<platform::Environment> environment);
     [[nodiscard]] bool mayDraw(platform::Instant now, bool atInstant);
     void catchUp();
 
+    std::shared_ptr<platform::Environment> environment_;
     std::shared_ptr<const platform::Clock> clock_;
     platform::FrameGrid grid_;
     std::shared_ptr<WakeUp> wakeUp_;

@@ -40,10 +40,6 @@ struct HeadlessHost::WakeUp {
 };
 
 Result<std::unique_ptr<HeadlessHost>> HeadlessHost::create(const HeadlessHostOptions& options) {
-    // Before a second context takes the place of the other host's.
-    if (platform::GLDevice::main().isInstalled())
-        return platform::Error{platform::ErrorCode::Unavailable,
-                               "another host is alive in this process"};
     auto context = SurfacelessContext::create();
     if (!context)
         return context.error();
@@ -54,6 +50,7 @@ Result<std::unique_ptr<HeadlessHost>> HeadlessHost::create(const HeadlessHostOpt
     embedding.scale = options.scale;
     embedding.clock = host->virtualClock_;
     embedding.touchSlop = options.touchSlop;
+    embedding.log = options.log;
     embedding.wakeUp = [wakeUp = host->wakeUp_] { wakeUp->ring(); };
     auto embedded = EmbeddedHost::create(std::move(embedding));
     if (!embedded)
@@ -69,9 +66,17 @@ HeadlessHost::HeadlessHost(std::unique_ptr<SurfacelessContext> context,
         virtualClock_ = std::make_shared<platform::VirtualClock>();
 }
 
-HeadlessHost::~HeadlessHost() = default;
+HeadlessHost::~HeadlessHost() {
+    if (!embedded_)
+        return;
+    const auto environment = embedded_->environment();
+    const platform::Environment::Scope scope(*environment);
+    target_.reset();
+    embedded_.reset();
+}
 
 void HeadlessHost::present() {
+    const platform::Environment::Scope scope(*embedded_->environment());
     const platform::Rect native = platform::Screen::mainScreen().nativeBounds();
     const platform::Size points = platform::Screen::mainScreen().bounds().size;
     const bool wide = points.width > points.height;
@@ -106,6 +111,7 @@ platform::GLBindings HeadlessHost::bindings() {
 }
 
 bool HeadlessHost::replaceContext() {
+    const platform::Environment::Scope scope(*embedded_->environment());
     context_.reset();
     auto context = SurfacelessContext::create();
     if (!context) {
@@ -124,6 +130,7 @@ void HeadlessHost::settle() {
 }
 
 EmbeddedHostStatus HeadlessHost::runThisInstant(WaitForWork wait) {
+    const platform::Environment::Scope scope(*embedded_->environment());
     for (;;) {
         const EmbeddedHostStatus status = embedded_->runDueWork();
         const auto block = MainQueue::main().nextDeadline();

@@ -4,6 +4,7 @@
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
+#include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/Result.h"
 
 #include <memory>
@@ -24,6 +25,8 @@ struct HeadlessHostOptions {
     double scale = 1.0;
     Time time = Time::Virtual;
     platform::TouchSlop touchSlop = {};
+    /// Receives the log lines of this host's players; empty: the process's sink does.
+    platform::LogSink log = {};
 };
 
 /// Runs the player without a window: a context of its own, a framebuffer that nobody sees, and time
@@ -32,8 +35,8 @@ struct HeadlessHostOptions {
 /// In virtual time the clock stops at every deadline and frame instant, and stands still while work
 /// is under way, so the same calls give the same pictures.
 ///
-/// Owner:  the application; one host at a time.
-/// Thread: one.
+/// Owner:  the application; any number of hosts at a time.
+/// Thread: one, the same for all hosts.
 class ZANTO_EXPORT HeadlessHost {
 public:
     /// Errors: Unavailable without a driver that can do it.

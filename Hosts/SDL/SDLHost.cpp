@@ -5,6 +5,7 @@
 #include "Hosts/SDL/SDLKeys.h"
 #include "Hosts/SDL/SDLWakeUp.h"
 #include "Hosts/SDL/SDLWindow.h"
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/MainQueue.h"
 
 #include <GLES2/gl2.h>
@@ -42,7 +43,12 @@ std::optional<Instant> shorterOf(std::optional<Instant> one, std::optional<Insta
 /// What a turn consists of, and what it goes by.
 class SDLHost::Loop {
 public:
-    explicit Loop(std::unique_ptr<SDLWindow> window) : window_(std::move(window)) {}
+    explicit Loop(std::unique_ptr<SDLWindow> window) : window_(std::move(window)) {
+        isAlive = true;
+    }
+    ~Loop();
+    Loop(const Loop&) = delete;
+    Loop& operator=(const Loop&) = delete;
 
     [[nodiscard]] std::optional<Error> embed(const SDLHostOptions& hostOptions);
     bool turn(std::optional<Instant> longest);
@@ -59,6 +65,9 @@ public:
     void setOverlay(Overlay overlay) { overlay_ = std::move(overlay); }
     void setNeedsFrame();
     void setEmulatesDevice(bool on);
+
+    /// SDL has one queue of events, and a host takes all of them.
+    static inline bool isAlive = false;
 
 private:
     [[nodiscard]] platform::GLBindings bindings() const;
@@ -93,6 +102,17 @@ private:
     int framesPresented_ = 0;
 };
 
+SDLHost::Loop::~Loop() {
+    isAlive = false;
+    if (!embedded_)
+        return;
+    const auto environment = embedded_->environment();
+    const platform::Environment::Scope scope(*environment);
+    input_.reset();
+    attitude_.reset();
+    embedded_.reset();
+}
+
 platform::GLBindings SDLHost::Loop::bindings() const {
     return {[window = window_.get()] { window->makeCurrent(); }, SDLWindow::procAddress};
 }
@@ -110,6 +130,7 @@ std::optional<Error> SDLHost::Loop::embed(const SDLHostOptions& hostOptions) {
     if (!embedded)
         return embedded.error();
     embedded_ = std::move(embedded).value();
+    const platform::Environment::Scope scope(*embedded_->environment());
     attitude_ = std::make_unique<SDLAttitude>();
     input_ = std::make_unique<SDLInput>(*embedded_, window_->id());
     input_->setWindowSize(metrics_.points);
@@ -117,11 +138,13 @@ std::optional<Error> SDLHost::Loop::embed(const SDLHostOptions& hostOptions) {
 }
 
 void SDLHost::Loop::setEmulatesDevice(bool on) {
+    const platform::Environment::Scope scope(*embedded_->environment());
     attitude_->setMuted(on);
     input_->setEmulatesDevice(on);
 }
 
 bool SDLHost::Loop::turn(std::optional<Instant> longest) {
+    const platform::Environment::Scope scope(*embedded_->environment());
     if (!std::exchange(isShown_, true))
         window_->show();
     dispatchPending();
@@ -224,7 +247,7 @@ void SDLHost::Loop::setNeedsFrame() {
     if (std::exchange(isFrameAsked_, true))
         return;
     // The queue is emptied before this goes.
-    MainQueue::main().asyncAfter(Instant(0), [this] {
+    embedded_->environment()->queue().asyncAfter(Instant(0), [this] {
         isFrameAsked_ = false;
         isFrameDue_ = true;
     });
@@ -274,6 +297,7 @@ void SDLHost::Loop::wait(std::optional<Instant> deadline, std::optional<Instant>
 }
 
 std::optional<Error> SDLHost::Loop::recreateContext() {
+    const platform::Environment::Scope scope(*embedded_->environment());
     hasContext_ = false;
     if (auto error = window_->replaceContext())
         return error;
@@ -288,9 +312,8 @@ std::optional<Error> SDLHost::Loop::recreateContext() {
 }
 
 Result<std::unique_ptr<SDLHost>> SDLHost::create(const SDLHostOptions& options) {
-    // Before a second context takes the place of the other host's.
-    if (platform::GLDevice::main().isInstalled())
-        return Error{ErrorCode::Unavailable, "another host is alive in this process"};
+    if (Loop::isAlive)
+        return Error{ErrorCode::Unavailable, "another host of this kind is alive in this process"};
     auto window = SDLWindow::create(options);
     if (!window)
         return window.error();

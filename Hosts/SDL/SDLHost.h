@@ -53,7 +53,7 @@ public:
     /// Linux the display is what DISPLAY or WAYLAND_DISPLAY name, unless SDL_VIDEODRIVER names a
     /// driver.
     ///
-    /// Errors: Unavailable, naming the step and SDL's reason; also when another host is alive.
+    /// Errors: Unavailable, naming the step and SDL's reason; also when another SDLHost is alive.
     [[nodiscard]] static platform::Result<std::unique_ptr<SDLHost>>
     create(const SDLHostOptions& options);
     ~SDLHost();

@@ -1,6 +1,7 @@
 #include "Platform/Foundation/Bundle.h"
 
 #include "Platform/Foundation/Base64.h"
+#include "Platform/Foundation/Environment.h"
 
 #include <filesystem>
 #include <fstream>
@@ -41,8 +42,7 @@ void Bundle::removeFolder(std::string_view path) {
 }
 
 Bundle& Bundle::application() {
-    static Bundle bundle;
-    return bundle;
+    return Environment::current().part<Bundle>();
 }
 
 std::optional<std::vector<std::uint8_t>> Bundle::data(std::string_view name,

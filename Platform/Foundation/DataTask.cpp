@@ -1,6 +1,6 @@
 #include "Platform/Foundation/DataTask.h"
 
-#include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/URLSession.h"
 
 #include <mutex>
@@ -38,18 +38,20 @@ void DataTask::resume() {
 
 void DataTask::start(TransferService& service, const TransferLimits& limits) {
     TransferRequest request{.url = url_, .limits = limits};
-    request.progressed = [task = weak(this), mailbox = mailbox_](const TransferProgress& progress) {
+    request.progressed = [task = weak(this), mailbox = mailbox_,
+                          environment = environment()](const TransferProgress& progress) {
         if (!mailbox->put(progress))
             return;
-        MainQueue::main().async([task] {
+        environment->queue().async([task] {
             if (const auto self = task.lock())
                 self->readMailbox();
         });
     };
-    request.ended = [task = weak(this), work = MainQueue::main().beginWork()](Result<Data> result) {
+    request.ended = [task = weak(this), environment = environment(),
+                     work = environment()->queue().beginWork()](Result<Data> result) {
         // A function has to be copyable, and the data is not to be copied.
         auto kept = std::make_shared<Result<Data>>(std::move(result));
-        MainQueue::main().async([task, work, kept] {
+        environment->queue().async([task, work, kept] {
             const auto self = task.lock();
             if (self && !self->hasEnded_)
                 self->end(std::move(*kept));
@@ -80,7 +82,8 @@ void DataTask::cancel() {
     const auto self = shared(this);
     if (const auto session = session_.lock())
         session->forget(self);
-    MainQueue::main().async([self, work = MainQueue::main().beginWork()] {
+    MainQueue& queue = environment()->queue();
+    queue.async([self, work = queue.beginWork()] {
         self->end(Error{ErrorCode::Unreadable, "the download was cancelled"});
     });
 }

@@ -1,12 +1,13 @@
 #include "Platform/Foundation/Device.h"
 
+#include "Platform/Foundation/Environment.h"
+
 #include <utility>
 
 namespace platform {
 
 Device& Device::currentDevice() {
-    static Device device;
-    return device;
+    return Environment::current().part<Device>();
 }
 
 void Device::setSystemVersion(std::string version) {

@@ -1,5 +1,7 @@
 #include "Platform/Foundation/DispatchQueue.h"
 
+#include "Platform/Foundation/Environment.h"
+
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -33,8 +35,7 @@ struct DispatchQueue::Worker {
 };
 
 DispatchQueue& DispatchQueue::background() {
-    static DispatchQueue queue;
-    return queue;
+    return Environment::current().part<DispatchQueue>();
 }
 
 DispatchQueue::DispatchQueue() : worker_(std::make_unique<Worker>()) {}
@@ -56,9 +57,13 @@ void DispatchQueue::sync(std::string_view /*label*/, const Block& block) {
 }
 
 void DispatchQueue::async(Block block) {
+    auto inEnvironment = [environment = &Environment::current(), block = std::move(block)] {
+        const Environment::ThreadScope scope(*environment);
+        block();
+    };
     {
         const std::scoped_lock lock(worker_->mutex);
-        worker_->blocks.push_back(std::move(block));
+        worker_->blocks.push_back(std::move(inEnvironment));
         if (!worker_->thread.joinable())
             worker_->thread = std::thread([worker = worker_.get()] { worker->run(); });
     }

@@ -9,8 +9,9 @@ namespace platform {
 /// Runs blocks away from the main thread, one after the other, in the order of queueing.
 ///
 /// Whoever queues work that a waiting host must not overtake holds a `MainQueue::Work` in the
-/// block, and brings the result back with `MainQueue::async`. A host with one thread only runs the
-/// blocks on it, in later turns; so nothing may wait for one.
+/// block, and brings the result back with `MainQueue::async`. While a block runs, the environment
+/// of the call that queued it is current. A host with one thread only runs the blocks on it, in
+/// later turns; so nothing may wait for one.
 ///
 /// Thread: any.
 /// Errors: a block lets no exception out.
@@ -18,8 +19,8 @@ class DispatchQueue {
 public:
     using Block = std::function<void()>;
 
-    /// The queue of the process, for decoding and the like. Its end waits for the block that runs
-    /// and drops the rest.
+    /// The queue of the current environment, for decoding and the like. Its end waits for the block
+    /// that runs and drops the rest.
     [[nodiscard]] static DispatchQueue& background();
 
     DispatchQueue();

@@ -1,5 +1,6 @@
 #include "Platform/Foundation/Log.h"
 
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/ReplaceableFunction.h"
 
 #include <cstdio>
@@ -42,7 +43,8 @@ Sink& currentSink() {
 } // namespace
 
 void log(LogLevel level, std::string_view text) {
-    currentSink()(level, text);
+    if (!Environment::current().log(level, text))
+        currentSink()(level, text);
 }
 
 LogSink setLogSink(LogSink sink) {

@@ -1,10 +1,10 @@
 #include "Platform/Foundation/MainQueue.h"
 
+#include "Platform/Foundation/Environment.h"
 namespace platform {
 
 MainQueue& MainQueue::main() {
-    static MainQueue queue;
-    return queue;
+    return Environment::current().queue();
 }
 
 /// Blocks may hold work, whose end wakes the host up: they go before anything else does.

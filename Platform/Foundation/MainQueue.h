@@ -30,7 +30,9 @@ public:
     MainQueue(const MainQueue&) = delete;
     MainQueue& operator=(const MainQueue&) = delete;
 
-    /// The queue of the process.
+    /// The queue of the current environment.
+    ///
+    /// Thread: main. What posts from another thread keeps the queue of its environment.
     [[nodiscard]] static MainQueue& main();
 
     /// Runs the block in the next turn, never inside the call that queues it.

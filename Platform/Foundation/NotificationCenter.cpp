@@ -1,5 +1,6 @@
 #include "Platform/Foundation/NotificationCenter.h"
 
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Object.h"
 
 #include <algorithm>
@@ -24,8 +25,7 @@ Entries takeOut(Entries& entries, Predicate matches) {
 } // namespace
 
 NotificationCenter& NotificationCenter::defaultCenter() {
-    static NotificationCenter center;
-    return center;
+    return Environment::current().part<NotificationCenter>();
 }
 
 void NotificationCenter::addObserver(const std::shared_ptr<Object>& observer, std::string_view name,

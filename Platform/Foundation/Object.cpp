@@ -1,5 +1,7 @@
 #include "Platform/Foundation/Object.h"
 
+#include "Platform/Foundation/Environment.h"
+
 #include <cxxabi.h>
 
 #include <cstddef>
@@ -25,6 +27,16 @@ std::string withoutScopes(const std::string& name) {
 }
 
 } // namespace
+
+Object::Object() : environment_(Environment::current().shared_from_this()) {}
+
+Object::~Object() = default;
+
+void Object::Deleter::operator()(Object* object) const {
+    const auto environment = object->environment();
+    const Environment::Scope scope(*environment);
+    delete object;
+}
 
 std::string Object::className() const {
     int status = 0;

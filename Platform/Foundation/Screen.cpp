@@ -1,13 +1,14 @@
 #include "Platform/Foundation/Screen.h"
 
+#include "Platform/Foundation/Environment.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace platform {
 
 Screen& Screen::mainScreen() {
-    static Screen screen;
-    return screen;
+    return Environment::current().part<Screen>();
 }
 
 Rect Screen::nativeBounds() const {

@@ -1,19 +1,19 @@
 #include "Platform/Foundation/URLSession.h"
 
-#include "Platform/Foundation/MainQueue.h"
+#include "Platform/Foundation/Environment.h"
 
 #include <utility>
 
 namespace platform {
 
 const std::shared_ptr<URLSession>& URLSession::sharedSession() {
-    static const std::shared_ptr<URLSession> session = make<URLSession>();
+    auto& session = Environment::current().part<std::shared_ptr<URLSession>>();
+    if (!session)
+        session = make<URLSession>();
     return session;
 }
 
 URLSession::URLSession() {
-    // At the end of the process the queue has to be there until the last transfer has gone.
-    (void)MainQueue::main();
     service_ = makeTransferService();
 }
 

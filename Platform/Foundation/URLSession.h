@@ -26,7 +26,7 @@ namespace platform {
 /// Thread: main; the work is done elsewhere, and no call waits for it.
 class ZANTO_EXPORT URLSession final : public Object {
 public:
-    /// The session of the process, ended with it.
+    /// The session of the current environment, ended with it.
     [[nodiscard]] static const std::shared_ptr<URLSession>& sharedSession();
 
     URLSession();

@@ -1,12 +1,15 @@
 #include "Platform/Graphics/GLContext.h"
 
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Graphics/GLDevice.h"
 
 namespace platform {
 namespace {
 
-std::weak_ptr<GLContext> lastMadeCurrent;
+std::weak_ptr<GLContext>& lastMadeCurrent() {
+    return Environment::current().part<std::weak_ptr<GLContext>>();
+}
 
 } // namespace
 
@@ -23,12 +26,12 @@ bool GLContext::setCurrentContext(const std::shared_ptr<GLContext>& context) {
     if (!context || !device.isInstalled() || context->generation_ != device.generation())
         return false;
     device.makeCurrent();
-    lastMadeCurrent = context;
+    lastMadeCurrent() = context;
     return true;
 }
 
 std::shared_ptr<GLContext> GLContext::currentContext() {
-    return lastMadeCurrent.lock();
+    return lastMadeCurrent().lock();
 }
 
 } // namespace platform

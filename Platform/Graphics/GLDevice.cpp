@@ -1,9 +1,11 @@
 #include "Platform/Graphics/GLDevice.h"
 
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Log.h"
 
 #include <GLES2/gl2.h>
 
+#include <atomic>
 #include <string_view>
 #include <utility>
 
@@ -19,6 +21,22 @@ bool offers(const char* extension) {
     return glString(GL_EXTENSIONS).find(extension) != std::string::npos;
 }
 
+/// Handles on a context of one host must never fit a context of another.
+std::uint32_t nextGeneration() {
+    static std::atomic<std::uint32_t> last{0};
+    return ++last;
+}
+
+void logQuirks(const GLQuirks& quirks) {
+    const auto logIf = [](bool isOn, const char* what) {
+        if (isOn)
+            log(LogLevel::Info, std::string("graphics: the host asks for ") + what);
+    };
+    logIf(quirks.endsUploadsPlainly, "plain endings of uploads");
+    logIf(quirks.drawsWholeMeshes, "whole meshes");
+    logIf(quirks.copiesPaddedRows, "copies of padded rows");
+}
+
 template <class Function>
 bool lookUp(Function*& function, const GLBindings& bindings, const char* name) {
     function = reinterpret_cast<Function*>(bindings.procAddress(name));
@@ -28,8 +46,7 @@ bool lookUp(Function*& function, const GLBindings& bindings, const char* name) {
 } // namespace
 
 GLDevice& GLDevice::main() {
-    static GLDevice device;
-    return device;
+    return Environment::current().part<GLDevice>();
 }
 
 bool GLDevice::install(GLBindings bindings) {
@@ -37,6 +54,7 @@ bool GLDevice::install(GLBindings bindings) {
     installed_ = adoptContext();
     if (!installed_)
         bindings_ = {};
+    Environment::current().setEntry(bindings_.makeCurrent);
     return installed_;
 }
 
@@ -56,9 +74,10 @@ bool GLDevice::adoptContext() {
     }
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxTextureSidePx_);
     hasUnpackSubimage_ = offers("GL_EXT_unpack_subimage");
-    ++generation_;
+    generation_ = nextGeneration();
     log(LogLevel::Debug, "graphics: " + glString(GL_RENDERER) + ", " + version +
                              ", textures up to " + std::to_string(maxTextureSidePx_) + " pixels");
+    logQuirks(bindings_.quirks);
     return true;
 }
 
@@ -73,6 +92,7 @@ bool GLDevice::loadVertexArrayFunctions() {
 void GLDevice::uninstall() {
     installed_ = false;
     bindings_ = {};
+    Environment::current().setEntry(nullptr);
 }
 
 void GLDevice::makeCurrent() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Foundation/Export.h"
+#include "Platform/Graphics/GLQuirks.h"
 
 #include <cstdint>
 #include <functional>
@@ -15,13 +16,15 @@ struct GLBindings {
     std::function<void()> makeCurrent;
     /// The address of a GL function by name, extensions included.
     std::function<void*(const char*)> procAddress;
+    GLQuirks quirks = {};
 };
 
 /// Posted when a host has brought a new context in place of one that was lost: every GL name of the
 /// earlier one is gone, and whoever shows something sets it up again.
 inline constexpr const char* kGLContextWasReplaced = "GLContextWasReplacedNotification";
 
-/// The host's one real GL context: its limits and the functions that have to be looked up.
+/// The host's one real GL context: its limits, its quirks and the functions that have to be looked
+/// up. One for each environment.
 ///
 /// Installed by the host before the first view is shown and removed after the last is gone.
 ///
@@ -40,7 +43,7 @@ public:
     void uninstall();
 
     [[nodiscard]] bool isInstalled() const { return installed_; }
-    /// Another number for every context installed, never 0.
+    /// Another number for every context that any host of the process has installed, never 0.
     [[nodiscard]] std::uint32_t generation() const { return generation_; }
     void makeCurrent() const;
 
@@ -48,6 +51,8 @@ public:
     [[nodiscard]] int maxTextureSidePx() const { return maxTextureSidePx_; }
     /// EXT_unpack_subimage: uploads can skip what lies between the rows of a picture.
     [[nodiscard]] bool hasUnpackSubimage() const { return hasUnpackSubimage_; }
+    [[nodiscard]] const GLQuirks& quirks() const { return bindings_.quirks; }
+    void setQuirks(const GLQuirks& quirks) { bindings_.quirks = quirks; }
 
     /// OES_vertex_array_object, which link libraries do not export.
     void genVertexArrays(int count, std::uint32_t* names) const { genVertexArrays_(count, names); }
@@ -58,7 +63,6 @@ public:
     [[nodiscard]] bool isVertexArray(std::uint32_t name) const { return isVertexArray_(name) != 0; }
 
 private:
-    GLDevice() = default;
     [[nodiscard]] bool adoptContext();
     [[nodiscard]] bool loadVertexArrayFunctions();
 

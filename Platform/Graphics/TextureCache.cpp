@@ -1,5 +1,6 @@
 #include "Platform/Graphics/TextureCache.h"
 
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Graphics/GLContext.h"
 #include "Platform/Graphics/GLDevice.h"
 
@@ -19,28 +20,35 @@ constexpr GLenum kUnpackRowLength = 0x0CF2;
 /// Every view flushes once a frame, so storage comes round again within twice the number of views.
 constexpr int kMostIdleFlushes = 8;
 
-std::uint64_t uploadCount = 0;
-TextureCache::PaddedRows paddedRows = TextureCache::PaddedRows::Skipping;
-
 int bytesPerTexel(GLenum format) {
     return format == GL_LUMINANCE ? 1 : 2;
 }
 
 bool canSkipPadding(int strideBytes, int texelBytes) {
-    return paddedRows == TextureCache::PaddedRows::Skipping &&
-           GLDevice::main().hasUnpackSubimage() && strideBytes % texelBytes == 0;
+    const GLDevice& device = GLDevice::main();
+    return device.hasUnpackSubimage() && !device.quirks().copiesPaddedRows &&
+           strideBytes % texelBytes == 0;
 }
 
 } // namespace
 
+/// What the caches of an environment share.
+struct TextureCache::Shared {
+    std::weak_ptr<Uploads> uploads; // lives as long as any cache
+    std::uint64_t uploadCount = 0;
+};
+
+TextureCache::Shared& TextureCache::shared() {
+    return Environment::current().part<Shared>();
+}
+
 /// The planes that textures hold, and storage for more; one for all caches.
 class TextureCache::Uploads {
 public:
-    static std::shared_ptr<Uploads> shared() {
-        static std::weak_ptr<Uploads> current;
-        auto uploads = current.lock();
+    static std::shared_ptr<Uploads> ofAllCaches() {
+        auto uploads = shared().uploads.lock();
         if (!uploads)
-            current = uploads = std::make_shared<Uploads>();
+            shared().uploads = uploads = std::make_shared<Uploads>();
         return uploads;
     }
 
@@ -71,7 +79,7 @@ public:
         const GLenum error = fill(*texture, format, buffer->plane(plane), isNew);
         if (error != GL_NO_ERROR)
             return {nullptr, static_cast<std::int32_t>(error)};
-        ++uploadCount;
+        ++shared().uploadCount;
         Entry& entry = isNew ? entries_.emplace_back() : *spare;
         entry = {texture, format, buffer, buffer->identity(), plane};
         return {std::move(texture)};
@@ -149,7 +157,7 @@ TextureCache::Creation TextureCache::create(const std::shared_ptr<GLContext>& co
 }
 
 TextureCache::TextureCache(std::shared_ptr<GLContext> context)
-    : context_(std::move(context)), uploads_(Uploads::shared()) {}
+    : context_(std::move(context)), uploads_(Uploads::ofAllCaches()) {}
 
 TextureCache::~TextureCache() = default;
 
@@ -170,11 +178,7 @@ void TextureCache::flush() {
 }
 
 std::uint64_t TextureCache::uploadedPlanes() {
-    return uploadCount;
-}
-
-void TextureCache::setPaddedRows(PaddedRows rows) {
-    paddedRows = rows;
+    return shared().uploadCount;
 }
 
 } // namespace platform

@@ -47,16 +47,13 @@ public:
     /// Frees storage that nothing has been put into for a while. Once a frame.
     void flush();
 
-    /// How many planes the process has uploaded so far.
+    /// How many planes the environment's caches have uploaded so far.
     [[nodiscard]] static std::uint64_t uploadedPlanes();
-
-    /// How rows with padding between them are uploaded: skipping it where the context can, or from
-    /// a copy without, for a driver that fails at it. Same picture.
-    enum class PaddedRows { Skipping, FromCopy };
-    static void setPaddedRows(PaddedRows rows);
 
 private:
     class Uploads;
+    struct Shared;
+    [[nodiscard]] static Shared& shared();
     explicit TextureCache(std::shared_ptr<GLContext> context);
 
     std::shared_ptr<GLContext> context_;

@@ -1,5 +1,6 @@
 #include "Platform/Graphics/TextureLoader.h"
 
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Graphics/GLContext.h"
@@ -21,10 +22,7 @@ namespace {
 /// The textures that live, by their picture.
 class Uploads {
 public:
-    static Uploads& shared() {
-        static Uploads uploads;
-        return uploads;
-    }
+    static Uploads& shared() { return Environment::current().part<Uploads>(); }
 
     std::shared_ptr<TextureInfo> find(const ImagePtr& image, std::uint32_t generation) {
         std::erase_if(entries_, [](const Entry& entry) { return entry.texture.expired(); });

@@ -1,5 +1,6 @@
 #include "Platform/Imaging/Image.h"
 
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Imaging/ImageDecoder.h"
 
@@ -23,8 +24,7 @@ struct FileCloser {
 };
 
 DecodeLimits& processLimits() {
-    static DecodeLimits limits;
-    return limits;
+    return Environment::current().part<DecodeLimits>();
 }
 
 Error fileError(ErrorCode code, const std::string& what, std::error_code cause) {

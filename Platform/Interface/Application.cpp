@@ -1,5 +1,6 @@
 #include "Platform/Interface/Application.h"
 
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Foundation/Screen.h"
 #include "Platform/Interface/ViewController.h"
@@ -8,8 +9,7 @@
 namespace platform {
 
 Application& Application::sharedApplication() {
-    static Application application;
-    return application;
+    return Environment::current().part<Application>();
 }
 
 void Application::startAnew() {

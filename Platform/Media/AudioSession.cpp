@@ -1,12 +1,13 @@
 #include "Platform/Media/AudioSession.h"
 
+#include "Platform/Foundation/Environment.h"
+
 #include <utility>
 
 namespace platform {
 
 AudioSession& AudioSession::sharedInstance() {
-    static AudioSession session;
-    return session;
+    return Environment::current().part<AudioSession>();
 }
 
 std::optional<Error> AudioSession::setCategory(std::string_view category) {

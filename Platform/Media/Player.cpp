@@ -1,5 +1,6 @@
 #include "Platform/Media/Player.h"
 
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Media/PlayerItem.h"
 
@@ -26,8 +27,8 @@ void Player::init() {
 }
 
 std::vector<std::weak_ptr<Player>>& Player::alive() {
-    static std::vector<std::weak_ptr<Player>> players;
-    return players;
+    using Players = std::vector<std::weak_ptr<Player>>;
+    return Environment::current().part<Players>();
 }
 
 void Player::catchUp() {

@@ -1,5 +1,6 @@
 #include "Platform/Motion/AttitudeSource.h"
 
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
 
@@ -74,8 +75,7 @@ private:
 };
 
 AttitudeSource& AttitudeSource::shared() {
-    static AttitudeSource source;
-    return source;
+    return Environment::current().part<AttitudeSource>();
 }
 
 void AttitudeSource::setAvailable(bool available) {

@@ -29,6 +29,7 @@ public:
     /// A listener's token: the listener is told until its last holder lets go.
     class Subscription;
 
+    AttitudeSource() = default;
     [[nodiscard]] static AttitudeSource& shared();
     AttitudeSource(const AttitudeSource&) = delete;
     AttitudeSource& operator=(const AttitudeSource&) = delete;
@@ -62,7 +63,6 @@ public:
     [[nodiscard]] bool isWanted() const { return !subscriptions_.empty(); }
 
 private:
-    AttitudeSource() = default;
     void remove(const Subscription& subscription);
     void tellDemand();
     void tellListeners();

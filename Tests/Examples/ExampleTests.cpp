@@ -1,7 +1,9 @@
 #include "Tests/Support/ChildProcess.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/PictureCompare.h"
+#include "Tests/Support/ShownFrame.h"
 #include "Tests/Support/TemporaryFolder.h"
+#include "Tests/Support/TestClips.h"
 
 #include <gtest/gtest.h>
 
@@ -50,4 +52,29 @@ TEST_P(Example, LeavesWithTwoForAFileThatIsNone) {
 
 TEST_P(Example, LeavesWithOneWhereItCannotWrite) {
     EXPECT_EQ(run({"--picture", folder_.pathOf("no/such/folder.png")}), 1);
+}
+
+TEST(TwoWindows, ShowAPictureAndAVideoSideBySide) {
+    const tests::TemporaryFolder folder;
+    const std::string panorama = std::string(ZANTO_SOURCE_DIR) + "/Resources/panorama.jpg";
+    const std::string one = folder.pathOf("one.png");
+    const std::string other = folder.pathOf("other.png");
+    const std::vector<std::string> command{
+        EXAMPLE_TWO_WINDOWS, panorama, tests::testClip({.frames = 300}), "--pictures", one, other};
+    ASSERT_EQ(tests::ChildProcess(command, {tests::kWithoutLeakCheck}).exitCode(), 0);
+    const auto picture = platform::Image::imageWithContentsOfFile(one);
+    ASSERT_NE(picture, nullptr);
+    HeadlessPlayer player({640, 360});
+    player.show(platform::Image::imageWithContentsOfFile(panorama));
+    EXPECT_TRUE(picturesMatch("two-windows", *picture, *player.snapshot()));
+    const auto video = platform::Image::imageWithContentsOfFile(other);
+    ASSERT_NE(video, nullptr);
+    EXPECT_EQ(video->widthPx(), 480);
+    EXPECT_EQ(video->heightPx(), 480);
+}
+
+TEST(TwoWindows, RefuseACommandLineWithoutAVideo) {
+    EXPECT_EQ(
+        tests::ChildProcess({EXAMPLE_TWO_WINDOWS, "a.jpg"}, {tests::kWithoutLeakCheck}).exitCode(),
+        3);
 }

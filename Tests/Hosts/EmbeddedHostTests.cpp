@@ -81,17 +81,6 @@ TEST(EmbeddedHost, RunsOnTheMachinesClockUnlessGivenAnother) {
     EXPECT_GT(MainQueue::main().now(), first);
 }
 
-TEST(EmbeddedHost, IsTheOnlyOneInTheProcess) {
-    EmbeddedScene scene;
-    const auto context = makeContext();
-    const auto second = EmbeddedHost::create(optionsOf(*context));
-    ASSERT_FALSE(second.ok());
-    EXPECT_EQ(second.error().code, ErrorCode::Unavailable);
-    scene.host().appear();
-    EXPECT_TRUE(scene.turn());
-    EXPECT_EQ(scene.painter().drawings, 1);
-}
-
 TEST(EmbeddedHost, IsRefusedWithoutACurrentContext) {
     EmbeddedHostOptions options;
     options.gl.procAddress = SurfacelessContext::procAddress;

@@ -245,16 +245,6 @@ TEST(HeadlessHost, GoesOnThoughNoFramebufferHoldsItsSize) {
     EXPECT_EQ(scene.host->framesPresented(), presented + 1);
 }
 
-TEST(HeadlessHost, IsTheOnlyOneInTheProcess) {
-    Scene scene;
-    const auto second = HeadlessHost::create({.size = {4, 4}});
-    ASSERT_FALSE(second.ok());
-    EXPECT_EQ(second.error().code, ErrorCode::Unavailable);
-    scene.painted->view->display();
-    scene.host->settle();
-    EXPECT_EQ(scene.drawings(), 2);
-}
-
 TEST(HeadlessHost, IsCreatedAgainAfterTheFirstIsGone) {
     for (int i = 0; i < 3; ++i) {
         const Scene scene;

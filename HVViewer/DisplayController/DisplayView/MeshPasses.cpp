@@ -2,6 +2,7 @@
 
 #include "HVViewer/Model/QuadMask.h"
 #include "HVViewer/Model/VisibleQuads.h"
+#include "Platform/Graphics/GLDevice.h"
 
 #include <GLES2/gl2.h>
 
@@ -11,8 +12,6 @@ constexpr std::int32_t kVerticesPerQuad = 4;
 // The watermark is a band of words: a few rings of it show at once.
 constexpr std::size_t kMostWatermarkRuns = 16;
 constexpr std::size_t kMostContentRuns = kMostDrawCalls - kMostWatermarkRuns;
-
-MeshExtent meshExtent = MeshExtent::WhatShows;
 
 std::vector<VertexRun> vertexRuns(const QuadMask& mask, std::size_t most) {
     std::vector<VertexRun> runs;
@@ -26,7 +25,7 @@ std::vector<VertexRun> vertexRuns(const QuadMask& mask, std::size_t most) {
 MeshPasses planPasses(const VisualObjectModel& model, const GLKMatrix4& modelViewProjection,
                       const QuadMask* watermarkCoverage) {
     const bool isSphere = model.numberOfVertices == QuadMask::kQuads * kVerticesPerQuad;
-    if (!isSphere || meshExtent == MeshExtent::Whole) {
+    if (!isSphere || platform::GLDevice::main().quirks().drawsWholeMeshes) {
         const std::vector<VertexRun> whole{{0, model.numberOfVertices}};
         return {whole, whole};
     }
@@ -38,10 +37,6 @@ MeshPasses planPasses(const VisualObjectModel& model, const GLKMatrix4& modelVie
         passes.watermark = vertexRuns(visible, kMostWatermarkRuns);
     }
     return passes;
-}
-
-void setMeshExtent(MeshExtent extent) {
-    meshExtent = extent;
 }
 
 void drawRuns(const std::vector<VertexRun>& runs) {

@@ -25,16 +25,11 @@ struct MeshPasses {
 inline constexpr std::size_t kMostDrawCalls = 64;
 
 /// Of the sphere the runs that the camera can see and, for the watermark, those of them on which it
-/// shows (none while there is no watermark: null); of any other mesh the whole. The picture is the
-/// same to the last bit as with whole meshes.
+/// shows (none while there is no watermark: null); of any other mesh the whole, as with
+/// `GLQuirks::drawsWholeMeshes`. The picture is the same to the last bit either way.
 [[nodiscard]] MeshPasses planPasses(const VisualObjectModel& model,
                                     const GLKMatrix4& modelViewProjection,
                                     const QuadMask* watermarkCoverage);
-
-/// Has both passes draw whole meshes from now on, or only what shows again: for comparisons, and
-/// for a driver on which many draw calls cost more than many vertices. Thread: main.
-enum class MeshExtent { WhatShows, Whole };
-void setMeshExtent(MeshExtent extent);
 
 /// Draws runs of the bound vertex array as triangle strips.
 void drawRuns(const std::vector<VertexRun>& runs);

@@ -6,8 +6,6 @@
 
 namespace {
 
-UploadEnding uploadEnding = UploadEnding::WithBufferName;
-
 GLint integer(GLenum name) {
     GLint value = 0;
     glGetIntegerv(name, &value);
@@ -34,12 +32,8 @@ void bindFramebufferNamed(GLuint name) {
 
 } // namespace
 
-void setUploadEnding(UploadEnding ending) {
-    uploadEnding = ending;
-}
-
 void endUpload(const platform::MeshBuffers& mesh) {
-    if (uploadEnding == UploadEnding::Plain)
+    if (platform::GLDevice::main().quirks().endsUploadsPlainly)
         return;
     enableAttribute(mesh.vertexArray, mesh.positions);
     bindFramebufferNamed(mesh.positions);

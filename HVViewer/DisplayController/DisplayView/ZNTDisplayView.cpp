@@ -5,6 +5,7 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotDrawer.h"
 #include "HVViewer/Model/ZNTInterractor.h"
 #include "HVViewer/Utilities/ZNTMath.h"
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Graphics/GLContext.h"
@@ -15,9 +16,11 @@
 
 namespace {
 
-/// One handle for all display views. Any view's end drops it; views keep their own reference, and
-/// the next one that needs a context makes another handle on the same real one.
-std::shared_ptr<platform::GLContext> sharedContext;
+/// One handle for all display views of an environment. Any view's end drops it; views keep their
+/// own reference, and the next one that needs a context makes another handle on the same real one.
+std::shared_ptr<platform::GLContext>& sharedContext() {
+    return platform::Environment::current().part<std::shared_ptr<platform::GLContext>>();
+}
 
 } // namespace
 
@@ -25,7 +28,7 @@ ZNTDisplayView::ZNTDisplayView(platform::Rect frame) : GLView(frame) {}
 
 ZNTDisplayView::~ZNTDisplayView() {
     platform::NotificationCenter::defaultCenter().removeObserver(this);
-    sharedContext.reset();
+    sharedContext().reset();
 }
 
 void ZNTDisplayView::init() {
@@ -38,12 +41,12 @@ void ZNTDisplayView::createInterractor() {
 }
 
 void ZNTDisplayView::configureDefaultParameters() {
-    if (!platform::GLContext::setCurrentContext(sharedContext))
-        sharedContext = platform::GLContext::create();
+    if (!platform::GLContext::setCurrentContext(sharedContext()))
+        sharedContext() = platform::GLContext::create();
     // The earlier drawer holds its context weakly and needs it to delete what it made.
     const auto earlier = context();
     setDelegate(weak(this));
-    setContext(sharedContext);
+    setContext(sharedContext());
     glDrawer_ = platform::make<ZNTDrawer>();
 }
 

@@ -10,6 +10,7 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpotDrawer/ZNTHotSpotNotifications.h"
 #include "HVViewer/Model/ZNTPlaneVO.h"
 #include "HVViewer/Model/ZNTSphericalVO.h"
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Foundation/Screen.h"
@@ -24,7 +25,7 @@
 
 namespace {
 
-/// What all drawers share: the mesh that was bound last, and who bound it.
+/// What all drawers of an environment share: the mesh that was bound last, and who bound it.
 struct UnitBuffers {
     platform::MeshBuffers names;
     const ZNTDrawer* binder = nullptr;
@@ -32,7 +33,9 @@ struct UnitBuffers {
     std::uint32_t textureCoordinateAttribute = 0;
 };
 
-UnitBuffers unitBuffers;
+UnitBuffers& unitBuffers() {
+    return platform::Environment::current().part<UnitBuffers>();
+}
 
 void logTextureError(const platform::TextureLoader::Upload& failed) {
     // After a lost context the picture is loaded again, into the next one.
@@ -134,19 +137,19 @@ void ZNTDrawer::bindBuffers() {
     prepareTextureCacheIfNeeded();
     const VisualObjectModel model = voProvider_ ? voProvider_->model() : VisualObjectModel{};
     madeBuffers_.push_back(
-        platform::uploadMesh(model, unitBuffers.textureCoordinateAttribute, GL_DYNAMIC_DRAW));
+        platform::uploadMesh(model, unitBuffers().textureCoordinateAttribute, GL_DYNAMIC_DRAW));
     uploadedMesh_ = voProvider_;
     shareBuffers(madeBuffers_.back());
 }
 
 void ZNTDrawer::shareBuffers(const platform::MeshBuffers& buffers) {
-    unitBuffers.names = buffers;
-    unitBuffers.binder = this;
-    unitBuffers.numberOfVertices = voProvider_ ? voProvider_->model().numberOfVertices : 0;
+    unitBuffers().names = buffers;
+    unitBuffers().binder = this;
+    unitBuffers().numberOfVertices = voProvider_ ? voProvider_->model().numberOfVertices : 0;
 }
 
 std::uint32_t& ZNTDrawer::textureCoordinatePointer() {
-    return unitBuffers.textureCoordinateAttribute;
+    return unitBuffers().textureCoordinateAttribute;
 }
 
 void ZNTDrawer::drawImage(const platform::ImagePtr& image) {
@@ -245,9 +248,10 @@ void ZNTDrawer::cleanUpTextures() {
 void ZNTDrawer::useOwnBuffers() {
     const bool uploaded = uploadedMesh_ == voProvider_ && !madeBuffers_.empty();
     // All spheres are equal, so another drawer's does as well; planes may be of different shapes.
-    const bool equalSphere = renderingVO_ != DisplayMode::Plane && unitBuffers.binder != nullptr &&
-                             unitBuffers.numberOfVertices == voProvider_->model().numberOfVertices;
-    if (equalSphere || (uploaded && unitBuffers.binder == this))
+    const bool equalSphere =
+        renderingVO_ != DisplayMode::Plane && unitBuffers().binder != nullptr &&
+        unitBuffers().numberOfVertices == voProvider_->model().numberOfVertices;
+    if (equalSphere || (uploaded && unitBuffers().binder == this))
         return;
     // Two drawers of different modes take turns at every frame: without a new upload.
     if (uploaded)
@@ -262,7 +266,7 @@ void ZNTDrawer::performBufferDrawingWithUniforms(const UniformTable& uniforms,
     if (!voProvider_)
         return;
     useOwnBuffers();
-    platform::GLDevice::main().bindVertexArray(unitBuffers.names.vertexArray);
+    platform::GLDevice::main().bindVertexArray(unitBuffers().names.vertexArray);
     glUseProgram(withProgramm);
     program_ = withProgramm;
     glUniform1i(uniforms[kUniformColorPicking], enableColoring_);
@@ -344,8 +348,8 @@ void ZNTDrawer::tearDownGL() {
     madeBuffers_.clear();
     uploadedMesh_.reset();
     // The names are gone: another drawer that used them binds its own before it draws.
-    if (unitBuffers.binder == this)
-        unitBuffers = {{}, nullptr, 0, unitBuffers.textureCoordinateAttribute};
+    if (unitBuffers().binder == this)
+        unitBuffers() = {{}, nullptr, 0, unitBuffers().textureCoordinateAttribute};
     videoPlanes_.reset();
     glTextureI_.reset();
     glTextureWatermark_.reset();

@@ -1,5 +1,6 @@
 #include "HVViewer/Model/HotSpot/MarkerTextures.h"
 
+#include "Platform/Foundation/Environment.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/Screen.h"
 #include "Platform/Graphics/GLContext.h"
@@ -47,8 +48,7 @@ std::shared_ptr<platform::TextureInfo> upload(const std::shared_ptr<platform::GL
 } // namespace
 
 MarkerTextures& MarkerTextures::shared() {
-    static MarkerTextures textures;
-    return textures;
+    return platform::Environment::current().part<MarkerTextures>();
 }
 
 bool MarkerTextures::Key::equals(const Key& other) const {

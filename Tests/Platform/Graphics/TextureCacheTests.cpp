@@ -128,7 +128,7 @@ private:
 
 class TextureCacheTest : public ::testing::Test {
 protected:
-    void TearDown() override { TextureCache::setPaddedRows(TextureCache::PaddedRows::Skipping); }
+    void TearDown() override { GLDevice::main().setQuirks({}); }
 
     void expectTexels(const PixelBufferPtr& buffer) {
         Viewer viewer(context_);
@@ -170,7 +170,7 @@ TEST_F(TextureCacheTest, SkipsThePaddingBetweenRows) {
 
 TEST_F(TextureCacheTest, CopiesRowsWhosePaddingCannotBeSkipped) {
     expectTexels(gradientFrame({8, 6}, 5)); // rows of Cb and Cr begin in the middle of a pair
-    TextureCache::setPaddedRows(TextureCache::PaddedRows::FromCopy);
+    GLDevice::main().setQuirks({.copiesPaddedRows = true});
     expectTexels(gradientFrame({8, 6}, 24));
 }
 

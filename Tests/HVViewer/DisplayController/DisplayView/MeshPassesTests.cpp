@@ -2,6 +2,7 @@
 #include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
 #include "HVViewer/Model/ZNTInterractor.h"
 #include "HVViewer/Model/ZNTSphericalVO.h"
+#include "Platform/Graphics/GLDevice.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/PictureCompare.h"
 
@@ -44,7 +45,7 @@ struct Screen {
 
 class WhatShows : public ::testing::TestWithParam<Screen> {
 protected:
-    void TearDown() override { setMeshExtent(MeshExtent::WhatShows); }
+    void TearDown() override { platform::GLDevice::main().setQuirks({}); }
 };
 
 } // namespace
@@ -56,9 +57,9 @@ TEST_P(WhatShows, IsTheSameToTheLastBitAsTheWholeMesh) {
     for (int i = 0; i < GetParam().cameras; ++i) {
         player.view().startRenderVO(static_cast<DisplayMode>(i % 4));
         aimAtRandom(player.view(), random);
-        setMeshExtent(MeshExtent::Whole);
+        platform::GLDevice::main().setQuirks({.drawsWholeMeshes = true});
         const auto whole = player.view().snapshot();
-        setMeshExtent(MeshExtent::WhatShows);
+        platform::GLDevice::main().setQuirks({});
         const auto part = player.view().snapshot();
         ASSERT_TRUE(picturesAreEqual("what-shows-" + std::to_string(i), *part, *whole));
     }

@@ -44,9 +44,9 @@ void expectTheSameAsWholeMeshes(HeadlessPlayer& player, int cameras) {
         player.view().interractor()->setRotationMatrix(
             GLKMatrix4MakeRotation(angle(random), 0, 0, 1));
         const auto visible = player.view().snapshot();
-        setMeshExtent(MeshExtent::Whole);
+        platform::GLDevice::main().setQuirks({.drawsWholeMeshes = true});
         const auto whole = player.view().snapshot();
-        setMeshExtent(MeshExtent::WhatShows);
+        platform::GLDevice::main().setQuirks({});
         ASSERT_TRUE(picturesAreEqual("scaled-watermark-" + std::to_string(i), *visible, *whole));
     }
 }

@@ -15,7 +15,7 @@ class UploadEnd : public ::testing::Test {
 protected:
     UploadEnd() { mesh_ = platform::uploadMesh(ZNTPlaneVO().model(), 1, GL_STATIC_DRAW); }
     ~UploadEnd() override {
-        setUploadEnding(UploadEnding::WithBufferName);
+        platform::GLDevice::main().setQuirks({});
         glDeleteBuffers(static_cast<GLsizei>(others_.size()), others_.data());
         platform::deleteMesh(mesh_);
     }
@@ -84,7 +84,7 @@ TEST_F(UploadEnd, LeavesAFramebufferOfThatNameToItsOwner) {
 
 TEST_F(UploadEnd, DoesNothingWhereItWouldDoHarm) {
     takeName(3);
-    setUploadEnding(UploadEnding::Plain);
+    platform::GLDevice::main().setQuirks({.endsUploadsPlainly = true});
     endUpload(mesh_);
     EXPECT_FALSE(isAttributeOn(mesh_.positions, mesh_.vertexArray));
 }

@@ -1,6 +1,7 @@
 #include "HVViewer/DisplayController/DisplayView/MeshPasses.h"
 #include "HVViewer/DisplayController/DisplayView/WatermarkPicture.h"
 #include "HVViewer/Model/ZNTInterractor.h"
+#include "Platform/Graphics/GLDevice.h"
 #include "Platform/Graphics/OffscreenTarget.h"
 #include "Tests/HVViewer/DisplayController/DisplayView/BackgroundHold.h"
 #include "Tests/HVViewer/DisplayController/DisplayView/VideoScene.h"
@@ -142,8 +143,8 @@ TEST(VideoWatermark, IsTheSameToTheLastBitWhenOnlyWhatShowsIsDrawn) {
         scene.view().interractor()->setRotationMatrix(
             GLKMatrix4MakeRotation(angle(random), 0, 0, 1));
         const auto visible = scene.snapshot();
-        setMeshExtent(MeshExtent::Whole);
+        platform::GLDevice::main().setQuirks({.drawsWholeMeshes = true});
         EXPECT_TRUE(picturesAreEqual("what-shows", *visible, *scene.snapshot()));
-        setMeshExtent(MeshExtent::WhatShows);
+        platform::GLDevice::main().setQuirks({});
     }
 }

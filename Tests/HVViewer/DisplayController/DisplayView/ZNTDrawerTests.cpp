@@ -6,6 +6,7 @@
 #include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Graphics/GLContext.h"
+#include "Platform/Graphics/GLDevice.h"
 #include "Tests/Support/GLObjects.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/LogRecorder.h"
@@ -102,12 +103,12 @@ TEST(Drawer, DrawsNothingBeforeThePictureHasArrived) {
 }
 
 TEST(Drawer, ShowsTheContentWhileTheWatermarkIsMissing) {
-    for (const MeshExtent extent : {MeshExtent::WhatShows, MeshExtent::Whole}) {
+    for (const bool isWhole : {false, true}) {
         std::promise<void> release;
         platform::DispatchQueue::background().async(
             [held = release.get_future().share()] { held.wait(); });
         HeadlessPlayer player(kLandscape);
-        setMeshExtent(extent);
+        platform::GLDevice::main().setQuirks({.drawsWholeMeshes = isWhole});
         player.controller().prepareImage(orange());
         player.embedded().appear();
         player.embedded().runDueWork();
@@ -120,7 +121,7 @@ TEST(Drawer, ShowsTheContentWhileTheWatermarkIsMissing) {
         player.host().settle();
         EXPECT_TRUE(player.view().glDrawer()->glTextureWatermark());
     }
-    setMeshExtent(MeshExtent::WhatShows);
+    platform::GLDevice::main().setQuirks({});
 }
 
 TEST(Drawer, BlendsTheWatermarkOverTheContent) {
