@@ -1,8 +1,6 @@
 # Run after a test program is linked: writes the file that gives CTest a test for each of its suites.
 #
-# cmake -DPROGRAM=... -DNAME=... -DFILE=... -DPROPERTIES="NAME VALUE ..." [-DEACH=ON] -P AddSuites.cmake
-#
-# EACH gives every single test a process of its own.
+# cmake -DPROGRAM=... -DNAME=... -DFILE=... -DPROPERTIES="NAME VALUE ..." -P AddSuites.cmake
 execute_process(
     COMMAND ${PROGRAM} --gtest_list_tests
     OUTPUT_VARIABLE listed
@@ -14,23 +12,13 @@ string(REPLACE "]" ")" listed "${listed}")
 string(REPLACE "\n" ";" lines "${listed}")
 
 set(script "")
-# One test of CTest's, for what FILTER picks.
-function(add name filter)
-    string(APPEND script "add_test([==[${name}]==] [==[${PROGRAM}]==] [==[--gtest_filter=${filter}]==])\n")
-    string(APPEND script "set_tests_properties([==[${name}]==] PROPERTIES SKIP_REGULAR_EXPRESSION "
-                         "[==[\\[  SKIPPED \\]]==] ${PROPERTIES})\n")
-    set(script "${script}" PARENT_SCOPE)
-endfunction()
-
-set(suite "")
 foreach(line IN LISTS lines)
     if(line MATCHES "^([^ ]+\\.)( .*)?$")
         set(suite ${CMAKE_MATCH_1})
-        if(NOT EACH)
-            add("${NAME}.${suite}*" "${suite}*")
-        endif()
-    elseif(EACH AND line MATCHES "^  ([^ ]+)")
-        add("${NAME}.${suite}${CMAKE_MATCH_1}" "${suite}${CMAKE_MATCH_1}")
+        set(test "[==[${NAME}.${suite}*]==]")
+        string(APPEND script "add_test(${test} [==[${PROGRAM}]==] [==[--gtest_filter=${suite}*]==])\n"
+                             "set_tests_properties(${test} PROPERTIES SKIP_REGULAR_EXPRESSION "
+                             "[==[\\[  SKIPPED \\]]==] ${PROPERTIES})\n")
     endif()
 endforeach()
 file(WRITE ${FILE} "${script}")

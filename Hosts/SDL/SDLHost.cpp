@@ -71,6 +71,7 @@ public:
 
 private:
     [[nodiscard]] platform::GLBindings bindings() const;
+    void reclaimContextOnEntry();
     void dispatchPending();
     void dispatch(const SDL_Event& event);
     void dispatchWindowEvent(const SDL_WindowEvent& event);
@@ -117,6 +118,11 @@ platform::GLBindings SDLHost::Loop::bindings() const {
     return {[window = window_.get()] { window->makeCurrent(); }, SDLWindow::procAddress};
 }
 
+/// What is entered from another host's environment finds the other's context current.
+void SDLHost::Loop::reclaimContextOnEntry() {
+    embedded_->environment()->setEntry([window = window_.get()] { window->makeCurrentAgain(); });
+}
+
 std::optional<Error> SDLHost::Loop::embed(const SDLHostOptions& hostOptions) {
     metrics_ = window_->metrics();
     EmbeddedHostOptions options;
@@ -130,6 +136,7 @@ std::optional<Error> SDLHost::Loop::embed(const SDLHostOptions& hostOptions) {
     if (!embedded)
         return embedded.error();
     embedded_ = std::move(embedded).value();
+    reclaimContextOnEntry();
     const platform::Environment::Scope scope(*embedded_->environment());
     attitude_ = std::make_unique<SDLAttitude>();
     input_ = std::make_unique<SDLInput>(*embedded_, window_->id());
@@ -304,6 +311,7 @@ std::optional<Error> SDLHost::Loop::recreateContext() {
     if (!embedded_->contextWasReplaced(bindings()))
         return Error{ErrorCode::Unavailable,
                      "SDL: the new context is not OpenGL ES 2.0 with OES_vertex_array_object"};
+    reclaimContextOnEntry();
     hasContext_ = true;
     isExposed_ = true;
     // What was lifted meanwhile has not been heard of.

@@ -142,6 +142,11 @@ void SDLWindow::makeCurrent() const {
     SDL_GL_MakeCurrent(window_, context_);
 }
 
+void SDLWindow::makeCurrentAgain() const {
+    SDL_GL_MakeCurrent(nullptr, nullptr);
+    makeCurrent();
+}
+
 void* SDLWindow::procAddress(const char* name) {
     return SDL_GL_GetProcAddress(name);
 }

@@ -26,6 +26,9 @@ public:
     /// Destroys the context and makes another. Errors: Unavailable, and there is none then.
     [[nodiscard]] std::optional<platform::Error> replaceContext();
     void makeCurrent() const;
+    /// The same where another library may have made a context of its own current: SDL would
+    /// believe that its context still is.
+    void makeCurrentAgain() const;
     [[nodiscard]] static void* procAddress(const char* name);
 
     [[nodiscard]] Uint32 id() const { return SDL_GetWindowID(window_); }

@@ -90,12 +90,12 @@ std::string folderOf(const std::string& path) {
 }
 
 bool mayEnter(const Room& room, const std::string& folder) {
-    return folder == room.folder || std::any_of(room.neighbours.begin(), room.neighbours.end(),
-                                                [&](const std::string& neighbour) {
-                                                    return neighbour.ends_with('/')
-                                                               ? folder.starts_with(neighbour)
-                                                               : folder == neighbour;
-                                                });
+    return folder == room.folder ||
+           std::any_of(room.neighbours.begin(), room.neighbours.end(),
+                       [&](const std::string& neighbour) {
+                           return neighbour.ends_with('/') ? (folder + '/').starts_with(neighbour)
+                                                           : folder == neighbour;
+                       });
 }
 
 /// Where sources lie in a folder without a room, or include a header of a room that is not theirs

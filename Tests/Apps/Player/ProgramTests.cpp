@@ -1,5 +1,6 @@
 #include "Tests/Apps/Player/ProgramRun.h"
 #include "Tests/Support/HttpServer.h"
+#include "Tests/Support/ScopedVariable.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -94,10 +96,9 @@ TEST(Program, SaysOnceThatAShaderDoesNotLink) {
         std::filesystem::create_directories(resources);
         std::ofstream(resources / "FragmentPhotoShader.fsh") << "no shader";
     }
-    setenv("LD_LIBRARY_PATH", copies.c_str(), 1);
+    const tests::ScopedVariable libraries("LD_LIBRARY_PATH", copies.string());
     const ProgramRun run =
         runPlayer("render " + kPanorama + " --size 64x64 --output " + folder.pathOf("out.png"));
-    unsetenv("LD_LIBRARY_PATH");
     EXPECT_EQ(run.exitCode, 3);
     const std::string text = "ZNTProgram:125: Failed during linking process";
     const auto first = run.standardError.find(text);
@@ -146,7 +147,7 @@ TEST(Program, LeavesWithOneForWrongUse) {
 }
 
 TEST(Program, LeavesWithThreeAndOneLineWithoutAWindow) {
-    setenv("SDL_VIDEODRIVER", "nonexistent", 1);
+    const tests::ScopedVariable driver("SDL_VIDEODRIVER", "nonexistent");
     const ProgramRun run = runPlayer("");
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_EQ(std::count(run.standardError.begin(), run.standardError.end(), '\n'), 1)

@@ -2,11 +2,13 @@
 #include "Tests/Support/DirectionPanorama.h"
 #include "Tests/Support/HeadlessPlayer.h"
 #include "Tests/Support/PictureCompare.h"
+#include "Tests/Support/ScopedVariable.h"
 
 #include <GLES2/gl2.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 using namespace std::chrono_literals;
@@ -46,13 +48,33 @@ TEST(SDLHostContext, LeavesNoErrorBehind) {
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
 }
 
-TEST(SDLHostContext, IsOneAProcess) {
+TEST(SDLHostContext, IsTheOnlyOneOfSDL) {
     SDLScene scene;
-    EXPECT_NE(refusal().find("another host"), std::string::npos);
-    const auto headless = HeadlessHost::create({.size = {4, 4}});
-    EXPECT_FALSE(headless.ok());
+    EXPECT_NE(refusal().find("another host of this kind"), std::string::npos);
     scene.show(flatPicture(8, 4, 0, 255, 0));
     EXPECT_GT(colourAt(*scene.windowPicture(), 80, 45)[1], 200) << "the first one goes on";
+}
+
+TEST(SDLHostContext, IsCurrentAgainAfterAHostWithAnotherContext) {
+    SDLScene scene;
+    const auto headless = HeadlessHost::create({.size = {4, 4}});
+    ASSERT_TRUE(headless.ok());
+    headless.value()->settle();
+    scene.show(flatPicture(8, 4, 0, 255, 0));
+    EXPECT_GT(colourAt(*scene.windowPicture(), 80, 45)[1], 200);
+    headless.value()->settle();
+    EXPECT_GT(colourAt(*scene.windowPicture(), 80, 45)[1], 200);
+}
+
+TEST(SDLHostContext, MayBeMadeWhileAnotherHostIsAlive) {
+    const auto headless = HeadlessHost::create({.size = {4, 4}});
+    ASSERT_TRUE(headless.ok());
+    SDLScene scene;
+    scene.host().embedded().perform([&] {
+        scene.show(flatPicture(8, 4, 0, 255, 0));
+        EXPECT_GT(colourAt(*scene.windowPicture(), 80, 45)[1], 200);
+        scene.releaseController();
+    });
 }
 
 TEST(SDLHostContext, ComesAgainAfterTheFirstIsGone) {
@@ -89,29 +111,29 @@ TEST(SDLHostContext, GivesTheSamePictureWhenItIsMadeAnew) {
 }
 
 TEST(SDLHostDisplay, IsMissedQuickly) {
-    unsetenv("SDL_VIDEODRIVER");
-    unsetenv("DISPLAY");
-    unsetenv("WAYLAND_DISPLAY");
+    const tests::ScopedVariable driver("SDL_VIDEODRIVER", std::nullopt);
+    const tests::ScopedVariable display("DISPLAY", std::nullopt);
+    const tests::ScopedVariable wayland("WAYLAND_DISPLAY", std::nullopt);
     ::testing::internal::CaptureStderr();
     EXPECT_NE(refusal().find("DISPLAY"), std::string::npos);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(SDLHostDisplay, IsNamedWhenItDoesNotAnswer) {
-    unsetenv("SDL_VIDEODRIVER");
-    unsetenv("WAYLAND_DISPLAY");
-    setenv("DISPLAY", "nowhere.invalid:1", 1);
+    const tests::ScopedVariable driver("SDL_VIDEODRIVER", std::nullopt);
+    const tests::ScopedVariable wayland("WAYLAND_DISPLAY", std::nullopt);
+    const tests::ScopedVariable display("DISPLAY", "nowhere.invalid:1");
     ::testing::internal::CaptureStderr();
     EXPECT_EQ(refusal(), "SDL: opening the display failed: x11 not available");
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
 }
 
 TEST(SDLHostDisplay, NeedsADriverThatExists) {
-    setenv("SDL_VIDEODRIVER", "nonexistent", 1);
+    const tests::ScopedVariable driver("SDL_VIDEODRIVER", "nonexistent");
     EXPECT_EQ(refusal(), "SDL: opening the display failed: nonexistent not available");
 }
 
 TEST(SDLHostDisplay, NeedsADriverWithGraphics) {
-    setenv("SDL_VIDEODRIVER", "dummy", 1);
+    const tests::ScopedVariable driver("SDL_VIDEODRIVER", "dummy");
     EXPECT_NE(refusal().find("making the window"), std::string::npos);
 }

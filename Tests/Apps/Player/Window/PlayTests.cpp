@@ -1,17 +1,19 @@
 #include "Tests/Apps/Player/ProgramRun.h"
 #include "Tests/Support/HttpServer.h"
+#include "Tests/Support/ScopedVariable.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 TEST(Play, NamesContentThatCannotBeOpenedInOneLine) {
     // The program has opened a window by then: a driver that is unloaded shows as a leak.
-    setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
+    const tests::ScopedVariable sanitizer("ASAN_OPTIONS", "detect_leaks=0");
     const ProgramRun missing = runPlayer("/no/such/panorama.jpg");
     EXPECT_EQ(missing.exitCode, 2);
     EXPECT_EQ(missing.standardError, "zanto-player: image \"/no/such/panorama.jpg\" is not shown: "
@@ -28,9 +30,9 @@ TEST(Play, NamesContentThatCannotBeOpenedInOneLine) {
 }
 
 TEST(Play, NamesTheMissingDisplayInOneLine) {
-    unsetenv("SDL_VIDEODRIVER");
-    unsetenv("DISPLAY");
-    unsetenv("WAYLAND_DISPLAY");
+    const tests::ScopedVariable driver("SDL_VIDEODRIVER", std::nullopt);
+    const tests::ScopedVariable display("DISPLAY", std::nullopt);
+    const tests::ScopedVariable wayland("WAYLAND_DISPLAY", std::nullopt);
     const ProgramRun run = runPlayer("");
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_EQ(run.standardError, "zanto-player: no window: there is no display: neither DISPLAY "
@@ -38,7 +40,7 @@ TEST(Play, NamesTheMissingDisplayInOneLine) {
 }
 
 TEST(Play, NamesADriverThatDoesNotExistInOneLine) {
-    setenv("SDL_VIDEODRIVER", "nonexistent", 1);
+    const tests::ScopedVariable driver("SDL_VIDEODRIVER", "nonexistent");
     const ProgramRun run = runPlayer("");
     EXPECT_EQ(run.exitCode, 3);
     EXPECT_EQ(run.standardError,
@@ -47,7 +49,7 @@ TEST(Play, NamesADriverThatDoesNotExistInOneLine) {
 }
 
 TEST(Play, NamesARecordingThatCannotBeWrittenBeforeThereIsAWindow) {
-    setenv("SDL_VIDEODRIVER", "nonexistent", 1);
+    const tests::ScopedVariable driver("SDL_VIDEODRIVER", "nonexistent");
     for (const std::string path : {"/no/such/folder/script.jsonl", "/"}) {
         const ProgramRun run = runPlayer("--record " + path);
         EXPECT_EQ(run.exitCode, 1);
@@ -56,7 +58,7 @@ TEST(Play, NamesARecordingThatCannotBeWrittenBeforeThereIsAWindow) {
 }
 
 TEST(Play, NamesWhatIsWrongWithHotSpotsBeforeThereIsAWindow) {
-    setenv("SDL_VIDEODRIVER", "nonexistent", 1);
+    const tests::ScopedVariable driver("SDL_VIDEODRIVER", "nonexistent");
     const tests::TemporaryFolder folder;
     const std::vector<std::pair<std::string, std::string>> cases{
         {"/no/such/spots.json", ": there is no such file\n"},
@@ -73,7 +75,7 @@ TEST(Play, NamesWhatIsWrongWithHotSpotsBeforeThereIsAWindow) {
 }
 
 TEST(Play, NamesWhatIsWrongWithAnAttitudeTraceBeforeThereIsAWindow) {
-    setenv("SDL_VIDEODRIVER", "nonexistent", 1);
+    const tests::ScopedVariable driver("SDL_VIDEODRIVER", "nonexistent");
     const tests::TemporaryFolder folder;
     const std::vector<std::pair<std::string, std::string>> cases{
         {"/no/such/trace.csv", ": there is no such file"},
