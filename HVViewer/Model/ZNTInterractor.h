@@ -22,8 +22,8 @@ class View;
 ///
 /// A drag rotates the sphere, which coasts on after the finger lifts, or moves the flat image. A
 /// pinch zooms; beyond the limits of the mode the zoom springs back when the fingers lift. While
-/// device motion is on, the attitude is applied on top of the rotation by touch, and each attitude
-/// sample requests a frame.
+/// device motion is on, the attitude is applied between the yaw and the pitch of the touches, and
+/// each attitude sample requests a frame.
 ///
 /// Owner:  the display view, which the interactor holds weakly, as view and as delegate. A queued
 ///         step of a coast or a spring-back keeps the interactor alive until it has run.

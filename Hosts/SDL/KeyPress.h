@@ -26,7 +26,7 @@ struct KeyPress {
     bool hasShift = false;
     bool hasControl = false;
     bool hasAlt = false;
-    /// The system key (Windows key, Command key).
+    /// The system key, which carries a logo on most keyboards.
     bool hasCommand = false;
     /// Whether this is a repetition while the key is held down.
     bool isRepeat = false;

@@ -79,7 +79,7 @@ public:
     ///
     /// Returns whether to continue: false after `quit()` and after the window was closed.
     bool turn(std::optional<platform::Instant> longest);
-    /// Ends `run()`. Inside of an iteration, that iteration is the last one.
+    /// Ends `run()` and prevents further iterations. Inside of an iteration, it is the last one.
     void quit();
 
     /// Called in the loop iteration for every key press in the window.

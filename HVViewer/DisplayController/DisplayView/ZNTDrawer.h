@@ -129,7 +129,7 @@ private:
     platform::ImagePtr srccgirf_; // kept while its texture is being loaded
     std::shared_ptr<platform::TextureInfo> glTextureI_;
     std::shared_ptr<platform::TextureInfo> glTextureWatermark_;
-    const QuadMask* watermarkCoverage_ = nullptr; // static; set once the texture is loaded
+    const QuadMask* watermarkCoverage_ = nullptr; // null until the texture is loaded
     std::shared_ptr<platform::TextureInfo> transparentTexture_;
     std::unique_ptr<platform::TextureLoader> glTextureLoader_;
     std::unique_ptr<platform::TextureLoader> glWatermarkLoader_;

@@ -8,7 +8,9 @@
 
 #include <optional>
 
-// Images of one colour, and images tinted with a colour. Thread: main.
+// Images of one colour, and images tinted with a colour.
+//
+// Thread: main.
 
 /// An image of 1 x 1 point. Its errors are those of the overload below.
 [[nodiscard]] ZANTO_EXPORT platform::ImagePtr

@@ -6,7 +6,9 @@
 
 #include <cstdint>
 
-// Single pixels of images, and screenshots of the framebuffer. Thread: main.
+// Single pixels of images, and screenshots of the framebuffer.
+//
+// Thread: main.
 
 /// Returns red, green, blue and alpha, from 0 to 1, of the pixel at (x, y) points times the
 /// screen's scale from the top left. Bytes in the platform's bitmaps are in the order blue, green,

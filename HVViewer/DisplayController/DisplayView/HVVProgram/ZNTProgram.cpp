@@ -176,7 +176,7 @@ void ZNTProgram::run() const {
 
 void ZNTProgram::cleanUp() {
     attributes_.clear();
-    // Names of a context that is gone must not be deleted in the one that came after it.
+    // GL names of a lost context must not be deleted in the context that replaced it.
     if (platform::GLContext::setCurrentContext(context_)) {
         deleteShader(vertShader_);
         deleteShader(fragShader_);
