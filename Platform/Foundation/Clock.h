@@ -53,7 +53,8 @@ private:
     std::atomic<Instant::rep> now_{0};
 };
 
-/// The refreshes of the display: instants at whole multiples of an interval.
+/// The refreshes of the display, which are the frame times: instants at whole multiples of an
+/// interval.
 class ZANTO_EXPORT FrameGrid {
 public:
     /// `framesPerSecond`: above 0.

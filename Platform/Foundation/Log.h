@@ -11,8 +11,8 @@ namespace platform {
 /// `Info`: a fact worth knowing once; `Debug`: everything else.
 enum class LogLevel { Error, Warning, Info, Debug };
 
-/// Receives the log lines of the library, without line ends. Any thread may call it, several
-/// threads at the same time included.
+/// Receives the log lines of the library, without line ends. Any thread may call it, also several
+/// at the same time.
 using LogSink = std::function<void(LogLevel, std::string_view)>;
 
 /// Writes one line to the sink of the current environment, or to the process's sink if the
@@ -28,7 +28,6 @@ ZANTO_EXPORT void log(LogLevel level, std::string_view text);
 /// lock that the earlier sink acquires, because that is a deadlock.
 ///
 /// Thread: any; thread-safe.
-/// Thread: any.
 ZANTO_EXPORT LogSink setLogSink(LogSink sink);
 
 } // namespace platform

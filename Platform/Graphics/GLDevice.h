@@ -40,7 +40,7 @@ public:
     ///         array objects; nothing can be drawn then.
     [[nodiscard]] bool install(GLBindings bindings);
 
-    /// Called before the host's context goes. Objects that outlive the context delete no GL names.
+    /// Called before the context is destroyed. Objects that outlive the context delete no GL names.
     void uninstall();
 
     [[nodiscard]] bool isInstalled() const { return installed_; }

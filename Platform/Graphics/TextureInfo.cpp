@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 
 /// Clears earlier errors, so that they are not attributed to an upload. The loop is bounded because
-/// a lost context reports the same error for ever.
+/// a lost context reports the same error forever.
 void clearErrors() {
     constexpr int mostFlags = 16;
     for (int i = 0; i < mostFlags && glGetError() != GL_NO_ERROR; ++i) {

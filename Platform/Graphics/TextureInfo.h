@@ -10,7 +10,7 @@ namespace platform {
 class GLContext;
 
 /// A texture with linear filtering, clamped to the edge, without mipmaps. The last reference
-/// deletes its GL name, unless the context has gone before.
+/// deletes its GL name, unless its context has been lost before.
 ///
 /// Thread: main.
 class TextureInfo {

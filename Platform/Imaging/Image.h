@@ -39,7 +39,7 @@ struct PixelStorage {
     [[nodiscard]] std::size_t size() const {
         return rowBytes() * static_cast<std::size_t>(heightPx);
     }
-    // NOLINTNEXTLINE(readability-make-member-function-const): the pixels count as its own.
+    // NOLINTNEXTLINE(readability-make-member-function-const): the pixels belong to it.
     [[nodiscard]] std::uint8_t* row(int y) {
         return bytes.get() + rowBytes() * static_cast<std::size_t>(y);
     }

@@ -19,7 +19,7 @@ struct DecodedPicture {
     /// The upright size of the image in the file, before it was scaled down.
     int sourceWidthPx = 0;
     int sourceHeightPx = 0;
-    /// Empty, or one sentence about damage that left the picture usable.
+    /// Empty, or one sentence about damage that left the image usable.
     std::string warning;
 };
 

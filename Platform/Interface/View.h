@@ -86,7 +86,7 @@ public:
     /// Called before the superview changes; null for a removal. An override calls its base class.
     virtual void willMoveToSuperview(View* newSuperview);
 
-    /// Stored without effect; it is false for a view with constraints.
+    /// Stored without effect. Code that adds constraints for a view sets it to false.
     [[nodiscard]] bool translatesAutoresizingMaskIntoConstraints() const { return translatesMask_; }
     void setTranslatesAutoresizingMaskIntoConstraints(bool translates) {
         translatesMask_ = translates;

@@ -33,7 +33,8 @@ class MediaPipelineListener {
 public:
     virtual ~MediaPipelineListener() = default;
 
-    /// Called once: the media is open and its first frame is decoded. It is paused until `play()`.
+    /// Called once: the media is open and its first frame is decoded. Time stands still until
+    /// `play()`.
     virtual void mediaIsReady(const MediaDescription& media) = 0;
     /// The duration has turned out to be a different one. A header that was written before the end
     /// was known contains no duration, or one that is too short, and each frame beyond it extends
@@ -46,7 +47,7 @@ public:
     /// The data has run out during playback: time stands still until `mediaDidStart()`.
     virtual void mediaDidStall() = 0;
     /// The latest seek has ended: position and frame are those of its target. A refused seek ends
-    /// in the same way, after a log line, at the position of before.
+    /// in the same way, after a log line, at the earlier position.
     virtual void mediaDidSeek() = 0;
     /// The time of the last frame is over. Time stands still at the end until a seek.
     virtual void mediaDidEnd() = 0;
@@ -62,8 +63,8 @@ enum class MediaPacing {
 
 /// Opens, decodes and paces the media at one address, from its start.
 ///
-/// Owner:  the player's item. The destructor stops everything; whatever takes long to end does so
-///         in the background.
+/// Owner:  the player's item. The destructor stops everything; slow clean-up is done in the
+///         background.
 /// Thread: main. No call waits for the network, for a decoder or for another thread.
 class MediaPipeline {
 public:
@@ -74,7 +75,7 @@ public:
     virtual void pause() = 0;
     /// Seeks to the exact frame of that time, which is then available even while paused. Targets
     /// are clamped to the media, which may be longer than the duration that is known so far. Media
-    /// that cannot be seeked in can still go back to its start, because it is opened again. Of
+    /// that does not support seeking can still return to its start, because it is opened again. Of
     /// several seeks in a row only the last one counts, and `mediaDidSeek()` is called once.
     virtual void seek(Instant to) = 0;
     /// Linear, 0 to 1.
@@ -93,9 +94,9 @@ public:
 
 /// Begins to open `url` and reports to the listener. A backend library defines this function.
 ///
-/// Errors: none here, but `mediaDidFail` later: Missing (no such file or host, 404), Unreadable
-///         (refused, truncated, certificate, time-out), Unsupported (no decoder, neither video nor
-///         sound), Corrupt.
+/// Errors: none in this call, but `mediaDidFail` later: Missing (no such file or host, 404),
+///         Unreadable (refused, truncated, certificate, time-out), Unsupported (no decoder, neither
+///         video nor sound), Corrupt.
 [[nodiscard]] std::unique_ptr<MediaPipeline>
 openMediaPipeline(const URL& url, MediaPacing pacing,
                   std::weak_ptr<MediaPipelineListener> listener);
