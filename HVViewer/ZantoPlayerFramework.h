@@ -1,6 +1,6 @@
 #pragma once
 
-// What a host application includes, beside the header of the host that it links.
+// The umbrella header. A host application includes it together with the header of its host.
 
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
 #include "HVViewer/Model/HotSpot/ZNTHotSpot.h"

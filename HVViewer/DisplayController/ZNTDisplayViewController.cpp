@@ -103,8 +103,8 @@ void ZNTDisplayViewController::prepareImageWithUrl(const std::optional<platform:
 }
 
 void ZNTDisplayViewController::loadRemoteImage() {
-    const auto alive = shared(this); // the hook may let go of the last reference
-    const auto url = srcImageUrl_;   // and may ask for another picture
+    const auto alive = shared(this); // the hook may release the last reference
+    const auto url = srcImageUrl_;   // and may request another image
     downloadImageStarted();
     imageDownloadTask_ = ZNTUtilities::downloadImageWithUrl(
         url, [weak = weak(this)](const platform::ImagePtr& image,
@@ -115,7 +115,7 @@ void ZNTDisplayViewController::loadRemoteImage() {
             if (error)
                 return self->downloadImageFailedWithError(*error);
             self->srcImage_ = image;
-            // A video that came meanwhile is shown whatever has become of the picture.
+            // If a video was prepared meanwhile, it is shown regardless of the image.
             self->isReadyForDisplay_ = image || self->contentType_ == ContentType::Video;
             self->isLocalResource_ = image != nullptr;
             self->prepareDisplayView();
@@ -125,7 +125,7 @@ void ZNTDisplayViewController::loadRemoteImage() {
 
 void ZNTDisplayViewController::reloadContent() {
     const platform::Environment::Scope scope(*environment());
-    // A picture that failed before the video is not what is shown.
+    // An image that failed before the video is not what is shown.
     if (contentType_ == ContentType::Video)
         prepareVideoWithUrl(srcVideoUrl_);
     else if (srcImageUrl_ && !srcImage_)
@@ -134,7 +134,7 @@ void ZNTDisplayViewController::reloadContent() {
 
 void ZNTDisplayViewController::prepareDisplayView() {
     const platform::Environment::Scope scope(*environment());
-    // Until its first frame a video that was prepared later leaves the picture on the views.
+    // A video replaces the image only with its first frame.
     const bool showsVideo = frameBuffer_ != nullptr;
     if (!isReadyForDisplay_ || !srcImage_ || !displayView_ || showsVideo)
         return;

@@ -27,7 +27,8 @@ class TapGestureRecognizer;
 struct Notification;
 } // namespace platform
 
-/// The player: give it a panorama, put it on screen with a host, and override the hooks.
+/// The player. An application gives it a panorama, puts it on the screen with a host, and overrides
+/// its hooks.
 ///
 /// ```cpp
 /// auto player = platform::make<ZNTDisplayViewController>();
@@ -36,11 +37,11 @@ struct Notification;
 /// host->appear();
 /// ```
 ///
-/// Content is given once: a picture that is being shown cannot be replaced but by a video, a new
-/// controller shows another. Misuse is logged and changes nothing.
+/// A controller shows one image: only a video can replace an image that is being shown. Make a new
+/// controller to show another image. Misuse is logged and changes nothing.
 ///
-/// Owner:  the host application, as a `std::shared_ptr`; release it before its host goes.
-/// Thread: main, hooks included.
+/// Owner:  the host application, as a `std::shared_ptr`. Release it before its host.
+/// Thread: main.
 class ZANTO_EXPORT ZNTDisplayViewController : public platform::ViewController,
                                               public StreamerDelegate {
 public:
@@ -51,52 +52,56 @@ public:
     ~ZNTDisplayViewController() override;
     void init() override;
 
-    /// Shows a picture that the caller has, from the next appearance on.
+    /// Shows an image that the caller already has, the next time that the view appears.
     ///
-    /// Errors: a log line for null and while content is displayed.
+    /// Errors: logs an error if the image is null or if content is being displayed.
     void prepareImage(const platform::ImagePtr& image);
-    /// Shows a picture from an address; a file's is read and decoded in the call, another is
-    /// downloaded.
+    /// Shows the image at a URL. A file is read and decoded inside the call; anything else is
+    /// downloaded. `isLocal` says which; without it, file URLs are local.
     ///
-    /// Errors: a log line for no address, while content is displayed, and for a file that cannot be
-    ///         read or decoded (`srcImage()` stays null then); `downloadImageFailedWithError` for
-    ///         a download that fails.
+    /// Errors: logs an error if there is no URL, if content is being displayed, or if a file cannot
+    ///         be read or decoded (`srcImage()` is null then). A download that fails is reported by
+    ///         `downloadImageFailedWithError`.
     void prepareImageWithUrl(const std::optional<platform::URL>& url);
     void prepareImageWithUrl(const std::optional<platform::URL>& url, bool isLocal);
-    /// Plays a video from a file or an address, in place of whatever is shown, as soon as it is
-    /// ready.
+    /// Plays the video at a URL, local or remote, as soon as it is ready. It replaces whatever is
+    /// shown.
     ///
-    /// Errors: a log line for no address; `downloadVideoFailedWithError` for what cannot be played.
+    /// Errors: logs an error if there is no URL. A video that cannot be played is reported by
+    ///         `downloadVideoFailedWithError`.
     void prepareVideoWithUrl(const std::optional<platform::URL>& url);
     void prepareVideoWithUrl(const std::optional<platform::URL>& url, bool isLocal);
-    /// Loads the content again from its address: the video, or a picture that has not arrived.
+    /// Loads the content from its URL again: the video, or an image that has not arrived.
     void reloadContent();
-    /// Hands a picture that is ready to the view. Appearing does it.
+    /// Passes an image that is ready to the view. This happens whenever the view appears.
     void prepareDisplayView();
 
-    /// Playback; without a video nothing happens, and the numbers are 0.
+    /// Playback control. Without a video these functions are no-ops, and numbers are 0.
     void play();
     void pause();
-    /// In seconds, to the very picture. What plays goes on playing.
+    /// Seeks to the exact frame, in seconds. A video that is playing goes on playing.
     void seekToTime(double seconds);
-    /// 0 to 1. It answers what was set last, and 0 before; videos start at 0.6.
+    /// Volume from 0 to 1; values outside are clamped. The getter returns the value that was set
+    /// last, and 0 before that, although a video starts at 0.6.
     void setPlayerVolume(double volume);
     [[nodiscard]] double playerVolume() const;
-    /// In seconds; NaN until it is known, and for a live stream.
+    /// In seconds. NaN for a live stream and while the duration is unknown.
     [[nodiscard]] double videoDuration() const;
 
-    /// Switches the display mode, at any moment; the layout follows within 0.3 s. Gestures that are
-    /// running are cancelled. Before the view has loaded the mode is only noted: set it afterwards.
+    /// Switches the display mode. The layout is animated for 0.3 s, and gestures in progress are
+    /// cancelled. Before the view has loaded the mode is only stored and does not take effect: call
+    /// this after that.
     void setDisplayMode(DisplayMode mode);
-    /// Turns the scene by so many radians about its vertical, in all views.
+    /// Rotates the scene about its vertical axis, in all views. Call this after the view has
+    /// loaded: before that the offset is only stored.
     ///
-    /// Errors: a log line for radians that are not finite; nothing changes then.
+    /// Errors: logs an error and changes nothing if `radians` is not finite.
     void setSphericalOffset(float radians);
     [[nodiscard]] float sphericalOffset() const { return sphericalOffset_; }
 
-    /// Places hot spots over the content, in place of earlier ones, and says where automatic
-    /// picking looks (null: nowhere). A still picture shows them when the view appears next or side
-    /// by side is entered.
+    /// Replaces the hot spots that are drawn over the content. `pickingPoint` is where automatic
+    /// picking looks; null disables it. Over a still image the hot spots appear when the view
+    /// appears next or when the mode changes to side by side.
     void addHotSpots(const std::vector<std::shared_ptr<ZNTHotSpot>>& hotSpots,
                      const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint);
     [[nodiscard]] const std::vector<std::shared_ptr<ZNTHotSpot>>& hotSpots() const {
@@ -105,19 +110,20 @@ public:
     [[nodiscard]] std::shared_ptr<ZNTHotSpotPickingPoint> hotSpotPickingPoint() const {
         return hotSpotPickingPoint_;
     }
-    /// Reports what is under the picking point once it has been looked at for a while; from the
-    /// next time on that hot spots are shown. A view that has disappeared reports nothing. Until
-    /// the view has loaded it is stored and reaches nobody: set it afterwards.
+    /// Enables automatic picking: the hot spot that stays under the picking point for a while is
+    /// reported. This takes effect when hot spots are shown next. Nothing is reported while the
+    /// view is not on the screen. Call this after the view has loaded: before that the value is
+    /// only stored and does not take effect.
     void setEnableHotSpotAutoPicking(bool enable);
     [[nodiscard]] bool enableHotSpotAutoPicking() const { return enableHotSpotAutoPicking_; }
-    /// Reports what is tapped; from the next appearance on.
+    /// Reports hot spots that the user taps. This takes effect the next time that the view appears.
     void setEnableHotSpotTapDetection(bool enable) { enableHotSpotTapDetection_ = enable; }
     [[nodiscard]] bool enableHotSpotTapDetection() const { return enableHotSpotTapDetection_; }
 
-    /// How people may look around, in the main view; until that has loaded nothing happens and
-    /// nothing is on. Device motion steers the sphere only, from when a sensor arrives until it
-    /// goes away; side by side it is on while there is one, and touches are off, whatever is set
-    /// here.
+    /// Switches for how the user can look around in the main view. Until the view has loaded the
+    /// setters are no-ops and the getters return false. Device motion can be switched in the sphere
+    /// mode only, and it is active only while a sensor is present. In side by side, device motion
+    /// is always on while a sensor is present, and touches are always off.
     void turnOnDeviceMotionInterraction(bool on);
     void turnOnTouchMotionInterraction(bool on);
     void turnOnScaleInterraction(bool on);
@@ -127,17 +133,17 @@ public:
     [[nodiscard]] bool deviceMotionIsOn() const;
     [[nodiscard]] bool touchMotionIsOn() const;
     [[nodiscard]] bool scaleIsOn() const;
-    /// Lets what lies behind shine through where no content is drawn. Stored, but given to the view
-    /// only once that has loaded: set it afterwards.
+    /// Shows what is behind the view where no content is drawn. Call this after the view has
+    /// loaded: before that the value is only stored and does not take effect.
     void setEnableTransparentBackground(bool enable);
     [[nodiscard]] bool enableTransparentBackground() const { return enableTransparentBackground_; }
 
     [[nodiscard]] std::shared_ptr<ZNTDisplayView> displayView() const { return displayView_; }
-    /// The right half of side by side; hidden in the other modes.
+    /// The right half in side by side. It is hidden in the other modes.
     [[nodiscard]] std::shared_ptr<ZNTDisplayView> virtualDisplayView() const {
         return virtualDisplayView_;
     }
-    /// How the views lie, in one half and in two; empty until the view has loaded.
+    /// The layout constraints for one view and for two halves; empty until the view has loaded.
     using Constraints = std::vector<std::shared_ptr<platform::LayoutConstraint>>;
     [[nodiscard]] const Constraints& singleModeConstraints() const {
         return singleModeConstraints_;
@@ -150,7 +156,7 @@ public:
     [[nodiscard]] const std::optional<platform::URL>& srcVideoUrl() const { return srcVideoUrl_; }
     /// Null before the first video.
     [[nodiscard]] std::shared_ptr<ZNTStreamer> streamer() const { return streamer_; }
-    /// The download of a picture while one is under way; of several the one begun last.
+    /// The image download that started last, or null when none is in progress.
     [[nodiscard]] std::shared_ptr<platform::DataTask> imageDownloadTask() const {
         return imageDownloadTask_.lock();
     }
@@ -161,13 +167,14 @@ public:
     [[nodiscard]] DisplayMode currentMode() const { return currentMode_; }
     [[nodiscard]] DisplayMode currentVO() const { return currentMode_; }
 
-    /// Hooks, empty here; an override need not call them, and may release the controller. A
-    /// download starts inside the call that asks for it, and later either fails or finishes;
-    /// without a picture when what came is none.
+    /// Hooks. The defaults do nothing, an override need not call them, and an override may release
+    /// the controller. A download starts inside the call that requests it and later either fails or
+    /// finishes. When it finishes with data that is not an image, there is no image.
     virtual void downloadImageStarted() {}
     virtual void downloadImageFinished() {}
     virtual void downloadImageFailedWithError(const platform::Error& /*error*/) {}
-    /// The address cannot be played, or not on to its end; local files come here too.
+    /// The video cannot be played, or playback stopped before its end. Local files are reported
+    /// here, too.
     virtual void downloadVideoFailedWithError(const platform::Error& /*error*/) {}
     virtual void videoPaused() {}
     virtual void videoStartedPlaying() {}
@@ -175,9 +182,10 @@ public:
     /// Loading or buffering begins, and ends.
     virtual void videoIsLoading() {}
     virtual void videoDidEndLoading() {}
-    /// Up to 60 times a second while it plays.
+    /// Called up to 60 times a second during playback.
     virtual void videoPlayedToTime(double /*seconds*/) {}
-    /// A hot spot was tapped or looked at, in this controller or in any other of the process.
+    /// A hot spot was tapped, or automatic picking found it, in this controller or in another one
+    /// of the same host.
     virtual void detectPickedHotSpotObjectWithName(const std::string& /*name*/,
                                                    std::int64_t /*forIndex*/,
                                                    bool /*detectedByTap*/) {}
@@ -222,7 +230,7 @@ private:
     std::optional<platform::URL> srcImageUrl_;
     std::optional<platform::URL> srcVideoUrl_;
     std::shared_ptr<ZNTStreamer> streamer_;
-    platform::PixelBufferPtr frameBuffer_; // the last one, for views that change while paused
+    platform::PixelBufferPtr frameBuffer_; // the last frame, to redraw views of a paused video
     std::weak_ptr<platform::DataTask> imageDownloadTask_;
     bool isLocalResource_ = false;
     ContentType contentType_ = ContentType::Undefined;

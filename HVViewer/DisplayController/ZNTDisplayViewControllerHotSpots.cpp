@@ -1,4 +1,5 @@
-// The controller's hot spots: what the host attaches, and the way of a selection to its hook.
+// The controller's hot spots: the setters of the host application, and the path from a selection to
+// the hook.
 
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
@@ -16,8 +17,7 @@
 
 namespace {
 
-/// Whole numbers stay, others lose their fraction; what no integer holds becomes the nearest one,
-/// and NaN 0.
+/// Truncates the number. A number out of range becomes the nearest integer, and NaN becomes 0.
 std::int64_t integerOf(double number) {
     constexpr double limit = 9223372036854775808.0; // 2 to the 63rd
     if (std::isnan(number))
@@ -28,7 +28,7 @@ std::int64_t integerOf(double number) {
                            : static_cast<std::int64_t>(number);
 }
 
-/// Of whichever kind the number is; 0 for anything else, and where there is none.
+/// Reads a number of either type. Returns 0 for any other type and if there is no value.
 std::int64_t integerValue(const platform::Notification& notification, const char* key) {
     if (const auto number = notification.value<double>(key); number != 0)
         return integerOf(number);
@@ -64,7 +64,7 @@ void ZNTDisplayViewController::setEnableHotSpotAutoPicking(bool enable) {
 void ZNTDisplayViewController::prepareHotSpotGestures() {
     for (const auto& view : {displayView_, virtualDisplayView_}) {
         if (!view)
-            continue; // not loaded yet, or a subclass has not called `viewDidLoad`
+            continue; // not loaded yet, or a subclass did not call the base class's `viewDidLoad`
         view->addGestureRecognizer(platform::make<platform::TapGestureRecognizer>(
             [weak = weak(this)](platform::TapGestureRecognizer& recognizer) {
                 if (const auto self = weak.lock())
@@ -75,7 +75,7 @@ void ZNTDisplayViewController::prepareHotSpotGestures() {
 
 void ZNTDisplayViewController::displayViewDidDetectHotSpotTapGesture(
     const platform::TapGestureRecognizer& recognizer) {
-    // In the main view's points also for a tap on the other one.
+    // The coordinates are those of the main view, even for a tap on the second view.
     const platform::Point point = recognizer.locationInView(*displayView_);
     const auto whole = [](double value) { return static_cast<int>(std::max(value, 0.0)); };
     displayView_->objectPickTestForPixelAtX(whole(point.x), whole(point.y));

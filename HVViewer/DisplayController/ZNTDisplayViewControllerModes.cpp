@@ -1,5 +1,5 @@
-// The controller's display modes: which views show the content, how they lie beside each other, and
-// how people may look around in them.
+// The controller's display modes: which views show the content, their layout, and how the user can
+// look around in them.
 
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-// How views line up across a row's axis.
+// Options that align views perpendicularly to the axis of their row.
 constexpr unsigned kAlignTopAndBottom = 24;
 constexpr unsigned kAlignLeadingAndTrailing = 96;
 constexpr unsigned kAlignCenterY = 1024;
@@ -75,7 +75,7 @@ void ZNTDisplayViewController::setDisplayMode(DisplayMode mode) {
         hotSpotPickingPoint_->markSBSModeActive(mode == DisplayMode::SideBySide);
     if (!displayView_)
         return;
-    // The view may still look at an earlier point.
+    // The view may still use a previous picking point.
     if (const auto point = displayView_->shownPickingPoint())
         point->markSBSModeActive(mode == DisplayMode::SideBySide);
     if (mode == DisplayMode::SideBySide)

@@ -1,5 +1,5 @@
-// The controller's video side: the streamer of the address, its playback, and the way of its
-// pictures and events to the views and the hooks.
+// The controller's video playback: the streamer, its controls, and the path of its frames and
+// events to the views and the hooks.
 
 #include "HVViewer/DisplayController/DisplayView/ZNTDisplayView.h"
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
@@ -22,7 +22,7 @@ void ZNTDisplayViewController::prepareVideoWithUrl(const std::optional<platform:
     if (!url)
         return Dlog("Error in class \"%s\" for selector \"%s\". Url can not be nil",
                     className().c_str(), "prepareVideoWithUrl:");
-    const auto alive = shared(this); // `videoPaused` may let go of the last reference
+    const auto alive = shared(this); // `videoPaused` may release the last reference
     contentType_ = ContentType::Video;
     srcVideoUrl_ = url;
     isLocalResource_ = isLocal;
@@ -86,7 +86,7 @@ double ZNTDisplayViewController::videoDuration() const {
     return streamer_ ? streamer_->itemDuration() : 0;
 }
 
-// Pictures
+// Frames
 
 void ZNTDisplayViewController::hasNewFrame(ZNTStreamer& /*streamer*/,
                                            const platform::PixelBufferPtr& buffer) {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-/// What kind of content is shown. The numbers are part of the interface.
+/// The kind of content that is shown. The numeric values are part of the public interface.
 enum class ContentType : std::int64_t {
     Undefined = 0,
     Photo = 1,

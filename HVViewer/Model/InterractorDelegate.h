@@ -4,15 +4,15 @@
 
 #include <cstdint>
 
-/// Told by an interactor when the camera has changed.
+/// The observer of an interactor's camera.
 ///
 /// Thread: main.
 class ZANTO_EXPORT InterractorDelegate {
 public:
     virtual ~InterractorDelegate() = default;
 
-    /// The matrices or the zoom changed: redraw.
+    /// The matrices or the zoom changed: the observer should redraw.
     virtual void matrixUpdated() = 0;
-    /// Reserved: nothing sends it.
+    /// Reserved; the library never calls it.
     virtual void interractorDidDetectAction(std::int32_t /*action*/) {}
 };

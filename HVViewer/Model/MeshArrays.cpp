@@ -13,7 +13,8 @@ MeshArrays::Mesh MeshArrays::allocate(std::int32_t numberOfVertices) {
 VisualObjectModel MeshArrays::buildPlane(float h) {
     constexpr float a = 0.0001F;
     constexpr float b = 0.9999F;
-    // Two triangles' worth of corners, in an order whose strip still covers the whole rectangle.
+    // The corners of two triangles, in an order in which a strip of them covers the whole
+    // rectangle, too.
     const std::array<float, 18> positions{-0.5F, h, 0, 0.5F,  h,  0, 0.5F, -h, 0,
                                           -0.5F, h, 0, -0.5F, -h, 0, 0.5F, -h, 0};
     constexpr std::array<float, 12> texCoords{a, b, b, b, b, a, a, b, a, a, b, a};

@@ -8,10 +8,11 @@
 #include <memory>
 #include <vector>
 
-/// The arrays of every mesh that a visual object has built.
+/// Owns the arrays of every mesh that a visual object has built.
 class MeshArrays {
 public:
-    /// Uninitialised room for a mesh; it stays where it is until the object dies.
+    /// Uninitialised storage for one mesh. It keeps its address until the `MeshArrays` is
+    /// destroyed.
     struct Mesh {
         float* vertices;
         float* texCoords;
@@ -23,8 +24,9 @@ public:
     };
     [[nodiscard]] Mesh allocate(std::int32_t numberOfVertices);
 
-    /// A rectangle in the plane z = 0, 1 wide and 2 * `halfHeight` tall, as six vertices. Its
-    /// texture coordinates are pulled in from the edges, so that linear filtering stays inside.
+    /// Builds a rectangle in the plane z = 0, 1 wide and 2 * `halfHeight` high, from six vertices.
+    /// Its texture coordinates are inset from the edges, so that linear filtering stays inside of
+    /// the image.
     [[nodiscard]] VisualObjectModel buildPlane(float halfHeight);
 
 private:

@@ -58,7 +58,7 @@ void appendRing(std::vector<QuadRun>& runs, const RingMask& ring, std::int32_t f
     for (int start = ring.find(0, true); start < RingMask::kSegments;) {
         const int end = ring.find(start, false);
         QuadRun* last = runs.empty() ? nullptr : &runs.back();
-        // The end of a ring and the start of the next are neighbours in the strip.
+        // The end of a ring and the start of the next ring are adjacent in the strip.
         if (last && last->first + last->count == firstOfRing + start)
             last->count += end - start;
         else
@@ -67,12 +67,12 @@ void appendRing(std::vector<QuadRun>& runs, const RingMask& ring, std::int32_t f
     }
 }
 
-/// The quads between a run and the one before it.
+/// The number of quads between a run and the previous one.
 std::int32_t gapBefore(const std::vector<QuadRun>& runs, std::size_t index) {
     return runs[index].first - (runs[index - 1].first + runs[index - 1].count);
 }
 
-/// The widest gap that has to be bridged so that no more than `most` runs are left.
+/// The widest gap that has to be closed so that at most `most` runs are left.
 std::int32_t widestBridge(const std::vector<QuadRun>& runs, std::size_t most) {
     std::vector<std::int32_t> gaps;
     gaps.reserve(runs.size());

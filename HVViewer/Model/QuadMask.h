@@ -5,15 +5,15 @@
 #include <cstdint>
 #include <vector>
 
-/// Quads of the sphere's strip that are drawn together: `count` quads from `first`, counted over
-/// all rings. A quad is four vertices of the strip.
+/// Consecutive quads of the sphere's strip that are drawn together: `count` quads from `first`,
+/// counted over all rings. A quad is four vertices of the strip.
 struct QuadRun {
     std::int32_t first = 0;
     std::int32_t count = 0;
     friend bool operator==(const QuadRun&, const QuadRun&) = default;
 };
 
-/// Which of the 180 quads of a ring are meant, segment by segment.
+/// A set of the 180 quads (segments) of one ring.
 class RingMask {
 public:
     static constexpr int kSegments = 180;
@@ -21,15 +21,17 @@ public:
     [[nodiscard]] static RingMask all() {
         return RingMask({~0ULL, ~0ULL, (1ULL << (kSegments - 128)) - 1});
     }
-    /// None.
+    /// The empty set.
     RingMask() = default;
 
     [[nodiscard]] bool test(int segment) const { return (word(segment) >> bit(segment) & 1U) != 0; }
     void set(int segment) { words_[index(segment)] |= 1ULL << bit(segment); }
-    /// Takes out `count` segments from `first` on, round the ring; `first` may be any number.
+    /// Removes `count` segments from `first` on, wrapping around the ring. `first` may be any
+    /// number.
     void clearRange(int first, int count);
     [[nodiscard]] bool isEmpty() const { return (words_[0] | words_[1] | words_[2]) == 0; }
-    /// The first segment at or after `from` whose state is `value`, or `kSegments`.
+    /// Returns the first segment at or after `from` that is in the set (`value` is true) or not in
+    /// it (false), or `kSegments` if there is none.
     [[nodiscard]] int find(int from, bool value) const;
 
     RingMask& operator&=(const RingMask& other);
@@ -46,13 +48,13 @@ private:
     std::array<std::uint64_t, 3> words_{};
 };
 
-/// Which quads of the whole sphere are meant, ring by ring from the nadir.
+/// A set of the quads of the whole sphere, as one ring mask for each ring from the nadir up.
 class QuadMask {
 public:
     static constexpr int kRings = 90;
     static constexpr std::int32_t kQuads = kRings * RingMask::kSegments;
 
-    /// None.
+    /// The empty set.
     QuadMask() = default;
     [[nodiscard]] static QuadMask all();
 
@@ -62,8 +64,8 @@ public:
     }
     QuadMask& operator&=(const QuadMask& other);
 
-    /// At most `most` runs that together hold every quad meant. Where there are more, those with
-    /// the fewest quads between them are joined.
+    /// Returns at most `most` runs that together cover every quad of the set. If there are more
+    /// runs, the ones with the fewest quads between them are merged.
     [[nodiscard]] std::vector<QuadRun> runs(std::size_t most) const;
 
 private:

@@ -8,18 +8,19 @@
 namespace {
 
 constexpr double kPi = std::numbers::pi;
-constexpr double kStep = kPi / QuadMask::kRings; // also the step of the azimuth
+constexpr double kStep = kPi / QuadMask::kRings; // the step of the azimuth, too
 constexpr int kVertexRings = QuadMask::kRings + 1;
 
-/// In units of the sphere's radius. Far more than single precision loses, and a fraction of a quad.
+/// In sphere radii. The margin is much larger than the rounding errors of single precision, and a
+/// fraction of the size of a quad.
 constexpr double kMargin = 1e-3;
 
-/// A plane of the view in the model's space: what lies inside has `x·X + y·Y + z·Z + w >= 0`.
+/// A frustum plane in model space. Points inside have `x·X + y·Y + z·Z + w >= 0`.
 struct ViewPlane {
     double x, y, z, w;
 };
 
-/// The row of the matrix that gives clip coordinate `r`.
+/// The row of the matrix that computes clip coordinate `r`.
 ViewPlane row(const GLKMatrix4& m, std::size_t r) {
     return {m.m[r], m.m[4 + r], m.m[8 + r], m.m[12 + r]};
 }
@@ -31,7 +32,7 @@ ViewPlane combined(const ViewPlane& w, const ViewPlane& other, double sign) {
     return {plane.x / length, plane.y / length, plane.z / length, plane.w / length};
 }
 
-/// Left, right, bottom, top, near and far: clip coordinates are between -w and w.
+/// The left, right, bottom, top, near and far planes: clip coordinates are between -w and w.
 std::array<ViewPlane, 6> viewPlanes(const GLKMatrix4& m) {
     const ViewPlane w = row(m, 3);
     return {combined(w, row(m, 0), 1),  combined(w, row(m, 0), -1), combined(w, row(m, 1), 1),
@@ -49,7 +50,7 @@ struct PolarTable {
     std::array<double, kVertexRings> cosine{};
 };
 
-/// Takes out of the mask what lies beyond one plane.
+/// Clears the quads that lie outside of one frustum plane.
 class PlaneCut {
 public:
     explicit PlaneCut(const ViewPlane& plane)
@@ -63,7 +64,8 @@ public:
     void apply(QuadMask& mask) const {
         for (int i = 0; i < QuadMask::kRings; ++i) {
             const auto ring = static_cast<std::size_t>(i);
-            // All four corners: both rings of vertices, which share the azimuth of their middle.
+            // A quad has corners on two rings of vertices, whose outside ranges have the same
+            // centre azimuth.
             const double half = std::min(halfAngles_[ring], halfAngles_[ring + 1]);
             if (half <= 0)
                 continue;
@@ -78,13 +80,14 @@ public:
     }
 
 private:
-    /// A ring's vertices within this angle of `azimuth_` are outside: 0 for none, pi for all.
+    /// The vertices of a ring within this angle of `azimuth_` are outside: 0 for none, pi for all.
     [[nodiscard]] double outsideHalfAngle(std::size_t ring) const {
         static const PolarTable table;
-        // On the ring the distance is `limit - span * cos(angle)`.
+        // Along the ring, the distance is `limit - span * cos(angle)`.
         const double span = reach_ * table.sine[ring];
         const double limit = plane_.w - plane_.z * table.cosine[ring] + kMargin;
-        // The negation also keeps everything for a plane that is none.
+        // The values of a degenerate plane are NaN. The negated comparison is true for them, so
+        // that nothing is culled.
         if (!(span > limit))
             return 0;
         if (-span > limit)

@@ -4,14 +4,14 @@
 
 #include <cstdint>
 
-/// A mesh, copied by value; it does not own its arrays, the visual object that built them does.
+/// A view of a mesh, copied by value. The visual object that built the arrays owns them.
 struct VisualObjectModel {
-    /// 3 floats a vertex: x, y, z. Null in an empty model.
+    /// 3 floats per vertex: x, y, z. Null in an empty model.
     const float* vertices = nullptr;
-    /// 2 floats a vertex: u, v.
+    /// 2 floats per vertex: u, v.
     const float* texCoords = nullptr;
     std::int32_t numberOfVertices = 0;
 
-    /// What `platform::uploadMesh` takes.
+    /// The argument of `platform::uploadMesh`.
     operator platform::MeshVertices() const { return {vertices, texCoords, numberOfVertices}; }
 };

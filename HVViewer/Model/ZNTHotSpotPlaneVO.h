@@ -3,8 +3,8 @@
 #include "HVViewer/Model/MeshArrays.h"
 #include "HVViewer/Model/ZNTVisualObjectProtocol.h"
 
-/// A marker's quad: as the picture's plane, but twice as tall.
-/// The shape is that of the screen when it was built.
+/// The quad of a marker: like the plane of the flat image, but twice as high. It has the shape that
+/// the screen had when it was built.
 class ZNTHotSpotPlaneVO final : public ZNTVisualObjectProtocol {
 public:
     ZNTHotSpotPlaneVO();

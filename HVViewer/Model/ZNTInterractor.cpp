@@ -31,23 +31,24 @@ constexpr double kLittlePlanetScale = 0.8F;
 constexpr std::size_t kTranslationX = 12;
 constexpr std::size_t kTranslationY = 13;
 
-/// The spring-back crosses its band in this many steps, which take this long together.
+/// The spring-back crosses its band in this many steps, within this total time.
 constexpr double kSpringSteps = 20.0;
 constexpr double kSpringSeconds = 0.1F;
-/// Until a turned interface has its new frame.
+/// The delay after which a rotated interface has its new frame.
 constexpr platform::Instant kTurnTime = std::chrono::milliseconds(150);
 
 double nativeWidth() {
     return platform::Screen::mainScreen().nativeBounds().size.width;
 }
 
-/// Of no size there is nothing to turn or to hold, and a division by it would stay in the matrices.
+/// Without a screen width nothing can be rotated or clamped, and the division by it would leave
+/// NaNs in the matrices.
 bool hasScreen() {
     return nativeWidth() > 0;
 }
 
-/// Between -limit and limit. An exact zero stays; of a limit that is no number all else becomes
-/// one.
+/// Clamps the element to the range from -limit to limit. If the limit is NaN, every element other
+/// than 0 becomes NaN.
 void clampElement(float& element, double limit) {
     if (element > 0)
         element = static_cast<float>(element < limit ? element : limit);
@@ -109,7 +110,7 @@ void ZNTInterractor::addGestures() {
 }
 
 void ZNTInterractor::setCurrentVO(DisplayMode mode) {
-    // Their reference points belong to the mode that ends.
+    // The reference points of gestures belong to the previous mode.
     if (const auto view = view_.lock())
         view->gestures().cancelTouches();
     if (mode == DisplayMode::SideBySide)
@@ -197,7 +198,7 @@ void ZNTInterractor::rotateMatrixToPoint(Point point) {
         return;
     const double dx = (panLocation_.x - point.x) / scale_;
     const double dy = (panLocation_.y - point.y) / scale_;
-    // Points over pixels: a denser screen turns more slowly.
+    // Points divided by pixels: the denser the screen, the slower the rotation.
     const double yaw = DegToRad(ViewAngle / nativeWidth() * dx);
     const double pitch = DegToRad(ViewAngle / nativeWidth() * dy);
     if (!lockVerticalRotation_)
@@ -208,7 +209,8 @@ void ZNTInterractor::rotateMatrixToPoint(Point point) {
 void ZNTInterractor::animateRotation() {
     if (!animationsEnabled_)
         return;
-    // A hop of no delay is one a frame: the decay is per step.
+    // A zero delay means the next frame, so that there is one step per frame. The decay is per
+    // step.
     MainQueue::main().asyncAfter(
         platform::Instant(0),
         [self = shared(this), share = VelocityDeltaCoef] { self->coast(share); });
@@ -225,7 +227,7 @@ void ZNTInterractor::coast(double share) {
     animateRotation();
 }
 
-// The flat picture
+// The flat image
 
 void ZNTInterractor::translateMatrixToPoint(Point point) {
     if (!hasScreen())
@@ -248,7 +250,8 @@ void ZNTInterractor::normalizeX(GLKMatrix4& matrix) const {
     double planeWidth = size.width * scale_;
     if (platform::isPortrait(Application::sharedApplication().statusBarOrientation()))
         planeWidth = size.height * (size.height / size.width) * scale_;
-    // Below 0 in a window that is wider than high and still reported as portrait. NaN stays.
+    // The value is below 0 in a window that is wider than high but still reported as portrait. NaN
+    // is kept.
     const double limit = std::max((planeWidth - size.width) / planeWidth / 2.0, 0.0);
     if (scale_ < 1.0)
         matrix.m[kTranslationX] = 0;
@@ -265,7 +268,7 @@ void ZNTInterractor::normalizeY(GLKMatrix4& matrix) const {
     const platform::Size native = platform::Screen::mainScreen().nativeBounds().size;
     const double ratio = std::ceil(native.width / native.height * 10) / 10;
     const double limit = (planeHeight - height) / planeHeight * ratio / 2.0;
-    // At 1 too, unlike across: the picture is as high as the view.
+    // Unlike in `normalizeX`, this includes a scale of 1, because the image is as high as the view.
     if (scale_ <= 1.0)
         matrix.m[kTranslationY] = 0;
     else
@@ -301,7 +304,8 @@ void ZNTInterractor::handlePinch(platform::PinchGestureRecognizer& recognizer) {
 void ZNTInterractor::animateScale() {
     if (!animationsEnabled_)
         return;
-    // The band is the side of 1 that the zoom is on, also where a mode rests below 1.
+    // The band depends on whether the zoom is above or below 1, even if the zoom of the mode rests
+    // below 1.
     const double band = scale_ > 1.0 ? maxAnimScale() - maxScale() : minScale() - minAnimScale();
     constexpr auto delay = static_cast<platform::Instant::rep>(kSpringSeconds / kSpringSteps * 1e9);
     MainQueue::main().asyncAfter(
@@ -310,7 +314,7 @@ void ZNTInterractor::animateScale() {
 }
 
 void ZNTInterractor::springBack(double stride) {
-    // The last step may overshoot the limit by less than a stride, and stays there.
+    // The last step may overshoot the limit by less than a stride. The zoom stays there.
     if (scale_ > maxScale())
         scale_ = scale_ - stride;
     else if (scale_ < minScale())
@@ -321,7 +325,7 @@ void ZNTInterractor::springBack(double stride) {
     animateScale();
 }
 
-// The device's attitude
+// Device motion
 
 void ZNTInterractor::setupDeviceMotion() {
     motionManager_ = std::make_shared<platform::MotionManager>();
@@ -346,7 +350,7 @@ void ZNTInterractor::turnDeviceMotionOn(bool on) {
 }
 
 void ZNTInterractor::deviceMotionUpdated(bool hasSource) {
-    // Nothing else can turn the halves: touches are off there.
+    // In side by side nothing else can rotate the camera, because touches are off.
     if (!hasSource && currentVO_ == DisplayMode::SideBySide)
         turnDeviceMotionOn(true);
     if (const auto delegate = delegate_.lock())
@@ -355,7 +359,7 @@ void ZNTInterractor::deviceMotionUpdated(bool hasSource) {
 
 GLKMatrix4 ZNTInterractor::motionMatrix() const {
     const auto motion = motionManager_->deviceMotion();
-    // Zeros, and so a matrix of NaNs, until there is a sample.
+    // Until there is a sample the quaternion is zero, which makes a matrix of NaNs.
     const platform::Attitude attitude = motion ? motion->attitude : platform::Attitude{0, 0, 0, 0};
     const auto x = static_cast<float>(attitude.x);
     const auto y = static_cast<float>(attitude.y);
@@ -364,7 +368,7 @@ GLKMatrix4 ZNTInterractor::motionMatrix() const {
     const auto turned = [](const GLKQuaternion& inverse, float radians) {
         return GLKMatrix4Rotate(GLKMatrix4MakeWithQuaternion(inverse), radians, 0, 0, 1);
     };
-    // The inverse of the device's turn, in the axes of the interface as it is held.
+    // The inverse of the device's rotation, in the axes of the current interface orientation.
     switch (Application::sharedApplication().statusBarOrientation()) {
     case InterfaceOrientation::LandscapeLeft:
         return turned(GLKQuaternionMake(-y, x, -z, w), -kQuarterTurn);

@@ -17,16 +17,16 @@ class PinchGestureRecognizer;
 class View;
 } // namespace platform
 
-/// The camera of one display view: turns touches and the device's attitude into the matrices and
-/// the zoom that its frames are drawn with.
+/// The camera of one display view. It converts touches and the attitude of the device into the
+/// matrices and the zoom that frames are drawn with.
 ///
-/// A drag turns the sphere and coasts on after the finger lifts, or slides the flat picture; a
-/// pinch zooms, and springs back when it is let go beyond the mode's limits. While the device
-/// steers, the attitude comes in front of what the fingers have turned, and its samples ask for the
-/// frames.
+/// A drag rotates the sphere, which coasts on after the finger lifts, or moves the flat image. A
+/// pinch zooms; beyond the limits of the mode the zoom springs back when the fingers lift. While
+/// device motion is on, the attitude is applied between the yaw and the pitch of the touches, and
+/// each attitude sample requests a frame.
 ///
-/// Owner:  made and held by the display view, which it refers to weakly, as view and as delegate.
-///         A step of a coast or a spring-back that is queued holds it until it has run.
+/// Owner:  the display view, which the interactor holds weakly, as view and as delegate. A queued
+///         step of a coast or a spring-back keeps the interactor alive until it has run.
 /// Thread: main.
 class ZNTInterractor final : public platform::Object {
 public:
@@ -37,21 +37,23 @@ public:
     ~ZNTInterractor() override;
     void init() override;
 
-    /// The scene that is looked at. Setting it turns the camera back to where that scene starts and
-    /// notifies no delegate; the plane and the little planet switch the device's attitude off, side
-    /// by side switches it on, the sphere leaves it. Gestures that are running are cancelled, and
-    /// the view's fingers count again once they are put down anew. A coast continues on the new
-    /// matrices.
+    /// The display mode. The setter resets the camera to the start of that mode and does not notify
+    /// the delegate. It cancels gestures in progress, and fingers that are down are ignored until
+    /// they are put down again. A coast continues on the new matrices. The plane and the little
+    /// planet switch device motion off, side by side switches it on, and the sphere leaves it as it
+    /// is.
     [[nodiscard]] DisplayMode currentVO() const { return currentVO_; }
     void setCurrentVO(DisplayMode mode);
 
-    /// Drags turn the camera sideways only.
+    /// Whether drags rotate the camera horizontally only.
     [[nodiscard]] bool lockVerticalRotation() const { return lockVerticalRotation_; }
     void setLockVerticalRotation(bool lock) { lockVerticalRotation_ = lock; }
-    /// Whether coasts and spring-backs may go on; a gesture stops them, its end allows them.
+    /// Whether coasts and spring-backs may run. The start of a gesture stops them, its end allows
+    /// them.
     [[nodiscard]] bool animationsEnabled() const { return animationsEnabled_; }
     void setAnimationsEnabled(bool enabled) { animationsEnabled_ = enabled; }
-    /// What the host wants of touches; side by side there are none whatever it wants.
+    /// The switches that the host application sets. In side by side the getters return false
+    /// regardless.
     void turnTouchMotionOn(bool on) { touchMotionOn_ = on; }
     void turnScaleOn(bool on) { scaleOn_ = on; }
     [[nodiscard]] bool isTouchMotionOn() const;
@@ -59,37 +61,39 @@ public:
 
     [[nodiscard]] bool isDeviceMotionAvailable() const;
     [[nodiscard]] bool isDeviceMotionOn() const;
-    /// Without a source, device motion is off until one arrives; what was asked for holds then. A
-    /// source that goes away ends it, except in side by side, which asks for it until it is left.
+    /// Without a sensor, device motion stays off until one appears. If the sensor disappears,
+    /// device motion is switched off, except in side by side, which keeps the request until the
+    /// mode changes.
     void turnDeviceMotionOn(bool on);
 
-    /// Zoom factor, 1 is neutral; the field of view is divided by it.
+    /// The zoom factor; 1 is neutral. The field of view is divided by it.
     [[nodiscard]] double scale() const { return scale_; }
     void setScale(double scale) { scale_ = scale; }
-    /// Where the zoom rests, and how far fingers can pull it, in the present mode.
+    /// The zoom limits of the current mode: where the zoom rests, and how far fingers can pull it.
     [[nodiscard]] double minScale() const;
     [[nodiscard]] double maxScale() const;
     [[nodiscard]] double minAnimScale() const;
     [[nodiscard]] double maxAnimScale() const;
 
-    /// The finger's last place, from which the next step turns; points.
+    /// The last position of the finger, in points. The next step of a drag or coast starts from it.
     [[nodiscard]] platform::Point panLocation() const { return panLocation_; }
     void setPanLocation(platform::Point location) { panLocation_ = location; }
-    /// What is left of the coast: points per step, before the step's share is taken.
+    /// The remaining velocity of a coast, in points per step. Each step uses a fixed share of it.
     [[nodiscard]] platform::Point panVelocity() const { return panVelocity_; }
     void setPanVelocity(platform::Point velocity) { panVelocity_ = velocity; }
 
-    /// Accumulated yaw: turns about the model's z axis.
+    /// The accumulated yaw: rotations about the model's z axis.
     [[nodiscard]] GLKMatrix4 rotationMatrix() const { return rotationMatrix_; }
     void setRotationMatrix(const GLKMatrix4& matrix) { rotationMatrix_ = matrix; }
-    /// Accumulated pitch: turns about x, over the poles too.
+    /// The accumulated pitch: rotations about the x axis, which can go over the poles.
     [[nodiscard]] GLKMatrix4 viewMatrix() const { return viewMatrix_; }
     void setViewMatrix(const GLKMatrix4& matrix) { viewMatrix_ = matrix; }
-    /// Offset of the flat picture.
+    /// The translation of the flat image.
     [[nodiscard]] GLKMatrix4 translationMatrix() const { return translationMatrix_; }
     void setTranslationMatrix(const GLKMatrix4& matrix) { translationMatrix_ = matrix; }
-    /// The device's attitude as a rotation of the scene, for the way the screen is held now;
-    /// computed anew at every call, NaNs before the first sample. What is set is never read back.
+    /// The attitude of the device as a rotation of the scene, for the current interface
+    /// orientation. The getter computes it at every call and returns NaNs before the first sample;
+    /// a value that is set is never used.
     [[nodiscard]] GLKMatrix4 motionMatrix() const;
     void setMotionMatrix(const GLKMatrix4& matrix) { motionMatrix_ = matrix; }
 
@@ -104,7 +108,8 @@ public:
         controlDrawer_ = drawer;
     }
 
-    /// Tells the delegate that the camera has changed, unless the device steers: its samples do.
+    /// Notifies the delegate that the camera has changed. A no-op while device motion is on,
+    /// because the attitude samples notify it.
     void setNeedsUpdateMatrix();
 
 private:

@@ -3,8 +3,8 @@
 #include "HVViewer/Model/MeshArrays.h"
 #include "HVViewer/Model/ZNTVisualObjectProtocol.h"
 
-/// The flat picture: as wide as 1 and as tall as the screen is wide to high, portrait-up.
-/// The shape is that of the screen when it was built.
+/// The plane of the flat image: 1 wide, and as high as the ratio of the screen's width to its
+/// height in portrait. It has the shape that the screen had when it was built.
 class ZNTPlaneVO final : public ZNTVisualObjectProtocol {
 public:
     ZNTPlaneVO();

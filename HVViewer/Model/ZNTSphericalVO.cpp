@@ -12,7 +12,7 @@ constexpr int kRings = 180 / kStepDegrees;
 constexpr int kSegments = 360 / kStepDegrees;
 constexpr std::int32_t kNumberOfVertices = kRings * kSegments * 4;
 
-/// Sine and cosine of every angle of the mesh: 181 pairs in place of half a million calls.
+/// The sine and cosine of every angle of the mesh: 181 pairs instead of half a million calls.
 class AngleTable {
 public:
     AngleTable() {

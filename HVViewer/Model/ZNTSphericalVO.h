@@ -3,10 +3,10 @@
 #include "HVViewer/Model/MeshArrays.h"
 #include "HVViewer/Model/ZNTVisualObjectProtocol.h"
 
-/// The unit sphere, 90 rings of 180 quads, drawn from inside.
+/// The unit sphere as 90 rings of 180 quads, seen from its inside.
 ///
-/// u runs with the azimuth from the half-plane x = 0, y <= 0 all the way round; v runs from the
-/// pole z = -1 (0) to the pole z = +1 (1).
+/// u grows with the azimuth, from 0 at the half-plane x = 0, y <= 0 to 1 after a whole rotation; v
+/// grows from 0 at the pole z = -1 to 1 at the pole z = +1.
 class ZNTSphericalVO final : public ZNTVisualObjectProtocol {
 public:
     ZNTSphericalVO();

@@ -4,8 +4,8 @@
 
 /// A mesh that a drawer uploads and draws as one triangle strip.
 ///
-/// Owner:  the object owns the arrays behind its model until it dies, those of earlier builds too:
-///         a record that was copied out stays good as long as the object.
+/// Owner:  the object owns the arrays of its model and of earlier builds until it is destroyed, so
+///         a copy of the model is valid as long as the object.
 /// Thread: main.
 class ZNTVisualObjectProtocol {
 public:
@@ -14,7 +14,7 @@ public:
     [[nodiscard]] VisualObjectModel model() const { return model_; }
     void setModel(VisualObjectModel model) { model_ = model; }
 
-    /// Builds the mesh and replaces the model. Constructors of the classes run it once.
+    /// Builds the mesh and replaces the model. The constructors of the subclasses call it once.
     virtual void buildModel() {}
 
 private:

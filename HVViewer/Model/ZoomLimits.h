@@ -2,7 +2,8 @@
 
 #include "HVViewer/Model/DisplayMode.h"
 
-/// The zoom of a display mode: where it rests, and how far fingers can pull it.
+/// The zoom limits of a display mode: where the zoom rests (`min`, `max`), and how far fingers can
+/// pull it (`minAnim`, `maxAnim`).
 struct ZoomLimits {
     double min, max, minAnim, maxAnim;
 };

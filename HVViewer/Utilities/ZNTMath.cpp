@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Whether every element of the matrix passes, walked column by column.
+/// Whether the predicate is true for every element of the matrix, in column-major order.
 template <class Predicate>
 bool everyElement(const GLKMatrix4& matrix, Predicate passes) {
     for (int c = 0; c < 4; ++c) {
@@ -59,7 +59,7 @@ double DegToRad(double degrees) {
 double FarZ() {
     const platform::Size native = platform::Screen::mainScreen().nativeBounds().size;
     const double r = native.height / native.width;
-    // Phones, 3:2 screens and tablets each show the little planet's ground just inside.
+    // Phones, 3:2 screens and tablets: each value just includes the ground of the little planet.
     if (r < 1.7 && r > 1.49F)
         return 2.1F;
     if (r < 1.49F)

@@ -3,18 +3,20 @@
 #include "Platform/Foundation/Export.h"
 #include "Platform/Graphics/GLKMath.h"
 
-// The numbers and small functions that the player shares, and that hosts may use. All have C
-// linkage. Thread: main where the screen is read, else any.
+// Constants and small functions that the player uses and that hosts may use, with C linkage.
+//
+// Thread: any; thread-safe, except `FarZ`, `screenWidth` and `screenHeight`, which are main.
 
 extern "C" {
 
-/// Vertical field of view in degrees, and that of the little planet (10 more in portrait).
+/// Vertical field of view in degrees, in general and for the little planet (10 degrees more in
+/// portrait).
 ZANTO_EXPORT extern const double ViewAngle;
 ZANTO_EXPORT extern const double ViewAngleLittlePlanet;
-/// Near clipping distance: single precision, widened.
+/// The distance of the near clipping plane. The value has single precision.
 ZANTO_EXPORT extern const double NearZ;
-/// Pan inertia: the decay of one step (single precision, widened), the divisor of the lift-off
-/// velocity, and the velocity at which coasting ends.
+/// Pan inertia: the decay per step (a single precision value), the divisor of the velocity at
+/// lift-off, and the velocity at which a coast ends.
 ZANTO_EXPORT extern const double VelocityDeltaCoef;
 ZANTO_EXPORT extern const double VelocityDivideValue;
 ZANTO_EXPORT extern const double VelocityMinValue;
@@ -22,25 +24,26 @@ ZANTO_EXPORT extern const double VelocityMinValue;
 ZANTO_EXPORT extern const double ZantoPlayerFrameworkVersionNumber;
 ZANTO_EXPORT extern const unsigned char ZantoPlayerFrameworkVersionString[];
 
-/// Logs a formatted line, always; the format is `printf`'s.
+/// Logs a formatted line at the level Warning. The format is that of `printf`.
 ZANTO_EXPORT void Dlog(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 ZANTO_EXPORT double DegToRad(double degrees);
 
-/// Far clipping distance for the shape of the screen, which is measured in pixels, portrait-up.
+/// The distance of the far clipping plane. It depends on the screen's aspect ratio in portrait
+/// pixels.
 ZANTO_EXPORT double FarZ();
 
-/// The screen's size in points, as held.
+/// The size of the screen in points, in its current orientation.
 ZANTO_EXPORT float screenWidth();
 ZANTO_EXPORT float screenHeight();
 
-/// Exactly the identity, without tolerance.
+/// Compares exactly, without a tolerance.
 ZANTO_EXPORT bool isIdentityMatrix(GLKMatrix4 matrix);
-/// Whether any element is a NaN; infinities do not count.
+/// Whether any element is NaN. Infinities do not count.
 ZANTO_EXPORT bool containsNaN(GLKMatrix4 matrix);
 
-/// The quaternion's turns in radians: about y (`aboutY`), about x and about z. A quaternion that is
-/// not of unit length can give a NaN about y.
+/// The rotations of a quaternion about y, about x and about z, in radians. The result about y can
+/// be NaN if the quaternion does not have unit length.
 ZANTO_EXPORT void getRotationFromGLKMat4(float* aboutY, float* aboutX, float* aboutZ,
                                          GLKQuaternion quaternion);
 

@@ -18,13 +18,13 @@ using platform::LogLevel;
 
 namespace {
 
-/// A download that has ended, on its way to whoever waits for it.
+/// A download that has ended, on its way to the completion.
 struct Arrival {
     platform::URL url;
     ZNTUtilities::ImageCompletion completion;
     std::optional<platform::Error> error;
     std::shared_ptr<const platform::Data> data; // null after an error
-    int status = 0;                             // of the server's answer
+    int status = 0;                             // HTTP status of the response
     platform::DecodeLimits limits = Image::decodeLimits();
     std::optional<platform::Result<platform::DecodedPicture>> picture = {};
     std::shared_ptr<platform::MainQueue::Work> work = platform::MainQueue::main().beginWork();
@@ -46,7 +46,8 @@ void logLosses(const std::string& subject, const platform::DecodedPicture& pictu
                           sizeText(pixels.widthPx, pixels.heightPx) + " pixels");
 }
 
-/// Its pixels can be had again from the bytes, which are a fraction of them.
+/// The image keeps the encoded data, which is much smaller than its pixels, and decodes it again on
+/// demand.
 ImagePtr imageOf(Arrival& arrival) {
     const std::string subject = "image \"" + arrival.url.absoluteString() + "\"";
     if (!*arrival.picture) {
@@ -76,8 +77,9 @@ void deliver(Arrival& arrival) {
     arrival.completion(image, arrival.error);
 }
 
-/// Also what has nothing to decode goes through the one queue, or it would overtake what has. The
-/// arrival is handed on and never shared: whoever waits must end on the main thread.
+/// Downloads without data use the same queue, so that they do not overtake those that have to be
+/// decoded. The arrival is moved and never shared, so that the completion is destroyed on the main
+/// thread.
 void decodeElsewhere(std::shared_ptr<Arrival> arrival) {
     platform::DispatchQueue::background().async([arrival = std::move(arrival)]() mutable {
         if (arrival->data)
@@ -111,7 +113,8 @@ ZNTUtilities::downloadImageWithUrl(const std::optional<platform::URL>& url,
 }
 
 bool ZNTUtilities::isIOS10() {
-    // As far as it is a number: "10.3.1" is 10.3. The point is a point in every locale.
+    // Parses the leading number: "10.3.1" is 10.3. The decimal separator is a point in every
+    // locale.
     std::istringstream version(platform::Device::currentDevice().systemVersion());
     version.imbue(std::locale::classic());
     float number = 0;

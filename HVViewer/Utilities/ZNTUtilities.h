@@ -10,26 +10,26 @@
 #include <memory>
 #include <optional>
 
-/// What the player needs of the network and of the system.
+/// Downloads and system queries for the player.
 ///
 /// Thread: main.
 class ZANTO_EXPORT ZNTUtilities {
 public:
-    /// A picture, or an error, or neither for bytes that are no picture.
+    /// Receives an image, or an error, or neither if the data is not an image.
     using ImageCompletion = std::function<void(const platform::ImagePtr& image,
                                                const std::optional<platform::Error>& error)>;
 
-    /// Downloads a picture with the shared session and decodes it away from the main thread, within
-    /// the process's decode limits. Whatever status a server gives, what comes is decoded. Several
-    /// complete in the order in which their downloads ended.
+    /// Downloads an image with the shared session and decodes it on a worker thread, within the
+    /// decode limits of the process. Data is decoded whatever status the server returns.
+    /// Completions run in the order in which the downloads end, each in its own block on the main
+    /// queue.
     ///
-    /// Owner:  the session has the task, and the task has the completion, which is called once, in
-    ///         a turn of its own.
-    /// Errors: null, and no call ever, without an address or a completion. Bytes that are no
-    ///         picture leave one log line that names the address and the cause.
+    /// Owner:  the session owns the task, and the task owns the completion, which is called once.
+    /// Errors: returns null and never calls the completion if there is no URL or no completion.
+    ///         Data that is not an image is logged with the URL and the cause.
     static std::shared_ptr<platform::DataTask>
     downloadImageWithUrl(const std::optional<platform::URL>& url, ImageCompletion completion);
 
-    /// Whether the system is of version 10 or later.
+    /// Whether the system version is 10 or later.
     [[nodiscard]] static bool isIOS10();
 };

@@ -21,8 +21,8 @@ using platform::MainQueue;
 
 namespace {
 
-/// Nothing of ours stays bound that a host's own calls could write into or draw with, and what
-/// every frame sets is as docs/embedding.md promises.
+/// Unbinds every object of the library that GL calls of the application could modify or draw with,
+/// and sets the state that docs/embedding.md specifies.
 void leaveGLState() {
     if (!GLDevice::main().isInstalled())
         return;
@@ -41,7 +41,7 @@ void leaveGLState() {
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
 }
 
-/// An application may have set a lower one.
+/// Keeps a lower limit that the application has set.
 void lowerDecodeLimit(int maxSidePx) {
     auto limits = platform::Image::decodeLimits();
     if (limits.maxSidePx == 0 || limits.maxSidePx > maxSidePx)
@@ -51,7 +51,7 @@ void lowerDecodeLimit(int maxSidePx) {
 
 } // namespace
 
-/// Passes a wake-up on, and lets a call wait for it.
+/// Forwards wake-ups to the application, and lets a call of the host wait for one.
 struct EmbeddedHost::WakeUp {
     std::function<void()> application;
     std::mutex mutex; // guards rung
@@ -74,8 +74,8 @@ struct EmbeddedHost::WakeUp {
     }
 };
 
-/// The length of a call: the host's environment is current, and what GL was left with by the
-/// library is put in order at its end.
+/// The scope of a call: makes the host's environment current, and restores the documented GL state
+/// at the end.
 class EmbeddedHost::Call {
 public:
     explicit Call(const EmbeddedHost& host) : scope_(*host.environment_) {}
@@ -162,7 +162,7 @@ void EmbeddedHost::resize(platform::Size size, double scale) {
     const Call call(*this);
     const bool isRescaled = scale != platform::Screen::mainScreen().scale();
     Application::sharedApplication().setContentSize(size, scale);
-    if (isRescaled) // no view's frame need have changed
+    if (isRescaled) // the frames of views may be unchanged
         window_->setNeedsDisplay();
 }
 
@@ -197,7 +197,7 @@ void EmbeddedHost::setFramesPerSecond(double framesPerSecond) {
     const platform::Environment::Scope scope(*environment_);
     grid_ = platform::FrameGrid(framesPerSecond);
     MainQueue::main().setFrameGrid(grid_);
-    nextPass_.reset(); // it was an instant of the old grid
+    nextPass_.reset(); // it belonged to the old frame grid
 }
 
 bool EmbeddedHost::contextWasReplaced(platform::GLBindings gl) {
@@ -217,7 +217,7 @@ EmbeddedHostStatus EmbeddedHost::runDueWork() {
     MainQueue& queue = MainQueue::main();
     const Instant now = clock_->now();
     const Instant instant = grid_.atOrBefore(now);
-    // A late call still stands for the instant that the host was asked to come back at.
+    // A late call still counts for the instant at which the host was asked to call again.
     const auto due = queue.nextDeadline();
     const bool atInstant =
         now == instant || (due && *due <= instant) || (nextPass_ && *nextPass_ <= now);
@@ -261,7 +261,7 @@ bool EmbeddedHost::isTransparent() const {
 void EmbeddedHost::catchUp() {
     GLDevice::main().makeCurrent();
     platform::Player::catchUp();
-    // Only a virtual clock stands still meanwhile.
+    // Only a virtual clock stands still while frames are decoded.
     while (clock_->isVirtual() && platform::Player::isAnyBehind()) {
         MainQueue::main().runDue();
         const auto next = MainQueue::main().nextDeadline();

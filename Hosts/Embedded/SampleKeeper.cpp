@@ -44,7 +44,7 @@ void SampleKeeper::beat() {
     AttitudeSource& source = AttitudeSource::shared();
     if (!hasListener() || (!isTouched_ && MainQueue::main().now() >= end_))
         return;
-    // A sensor never measures the same twice: another sample means that it is at work.
+    // A sensor never returns the same sample twice: a different sample means that it is working.
     if (source.latest() == seen_)
         source.publish(*seen_);
     seen_ = source.latest();

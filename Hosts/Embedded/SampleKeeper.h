@@ -7,20 +7,20 @@
 #include <memory>
 #include <optional>
 
-/// Keeps attitude samples coming while somebody uses the picture.
+/// Repeats attitude samples while the user interacts with the view.
 ///
-/// While the device steers, only samples have the picture drawn, also when it is a finger that
-/// turns it. From a source that has gone quiet this repeats the last sample once a frame: while a
-/// finger is down, and for 3 s after the last touch or turn of the device, by when what a finger
-/// set going has come to rest. Then it rests itself. Nothing is repeated while the source is
-/// unavailable, has no sample yet or nobody listens to it.
+/// While device motion is on, only attitude samples request frames, even when a finger rotates the
+/// view. If the source stops sending, this class publishes the last sample again once per frame:
+/// while a finger is down, and for 3 s after the last touch or rotation of the device, because a
+/// coast has ended by then. Nothing is repeated if the source is unavailable, has no sample yet or
+/// has no listener.
 ///
 /// Thread: main.
 class ZANTO_EXPORT SampleKeeper {
 public:
-    /// Something was touched; whether any finger is down now.
+    /// Records a touch event, and whether any finger is down after it.
     void noteTouch(bool isAnyDown);
-    /// The device was turned.
+    /// Records a rotation of the device.
     void noteTurn();
 
 private:
@@ -33,6 +33,6 @@ private:
 
     bool isTouched_ = false;
     platform::Instant end_{0};
-    std::optional<platform::Attitude> seen_; // at the frame before
-    std::shared_ptr<Beat> beating_;          // while a block waits for the next frame
+    std::optional<platform::Attitude> seen_; // in the previous frame
+    std::shared_ptr<Beat> beating_;          // non-null while a block for the next frame is queued
 };

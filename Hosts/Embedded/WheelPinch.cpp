@@ -13,16 +13,17 @@ using platform::TouchPhase;
 
 namespace {
 
-/// After the last tick. Wheels tick several times in that while they are being turned.
+/// The delay from the last tick to the lift. A wheel in motion ticks several times in that time.
 constexpr Instant kLiftDelay = std::chrono::milliseconds(150);
-/// Points between the fingers at first: little, so that they find room at any pointer, and enough
-/// that they can close by the largest factor and still be a point apart.
+/// The initial distance of the fingers in points. It is small, so that they fit at any pointer
+/// position, and large enough that they can close by the largest factor and still be one point
+/// apart.
 constexpr double kStartDistance = 8;
-/// More than any zoom's range. Beyond it the wheel turns in vain, so that turning it back is seen
+/// Larger than any zoom range. The factor is limited, so that turning the wheel back has an effect
 /// at once.
 constexpr double kLargestFactor = 8;
 
-/// Inside, `margin` from either edge; in the middle where there is no room.
+/// Moves the value to at least `margin` from both edges, or to the middle if there is no room.
 double inside(double value, double margin, double extent) {
     return std::max(margin, std::min(value, extent - margin));
 }
@@ -44,14 +45,14 @@ void WheelPinch::spread(double factor, Point center, platform::Size window, Inst
 
 void WheelPinch::begin(Point center, platform::Size window, Instant time) {
     const double distance = std::min(kStartDistance, window.width / 2);
-    // A finger on the right or lower edge would be outside.
+    // A finger on the right or lower edge would be outside of the window.
     const double margin = distance / 2 + 1;
     const Point middle{inside(center.x, margin, window.width), inside(center.y, 1, window.height)};
     gesture_ = std::make_shared<Gesture>(Gesture{middle, distance});
     const auto gesture = gesture_;
     liftLater(kLiftDelay);
     tellBoth(TouchPhase::Down, *gesture, time);
-    // A pinch measures against its first move.
+    // A pinch uses its first move as the reference.
     if (gesture_ == gesture)
         tell(TouchPhase::Move, 0, *gesture, time);
 }
@@ -64,7 +65,7 @@ void WheelPinch::end(TouchPhase phase, Instant time) {
 
 void WheelPinch::liftLater(Instant delay) {
     MainQueue::main().asyncAfter(delay, [this, watched = std::weak_ptr<Gesture>(gesture_)] {
-        const auto gesture = watched.lock(); // gone with this object, and with the gesture's end
+        const auto gesture = watched.lock(); // null after the end of the gesture or of this object
         if (!gesture)
             return;
         const Instant now = MainQueue::main().now();

@@ -9,31 +9,34 @@
 #include <memory>
 #include <utility>
 
-/// Zooms without a touch screen: two fingers, level, that are set down around the pointer, spread
-/// or close with every tick of the wheel and are lifted a little after the last one.
+/// Converts the mouse wheel into a pinch gesture: two fingers go down beside the pointer, spread or
+/// close with every tick of the wheel, and are lifted shortly after the last tick. They are on a
+/// horizontal line.
 ///
-/// Their ids are -1 and -2.
+/// Their touch ids are -1 and -2. The receiver is called inside of the functions below, and from
+/// blocks on the main queue.
 ///
-/// Thread: main. The receiver is called inside, and in turns of the main queue.
+/// Thread: main.
 class ZANTO_EXPORT WheelPinch {
 public:
     using Receiver = std::function<void(const platform::TouchEvent&)>;
     explicit WheelPinch(Receiver receiver) : receiver_(std::move(receiver)) {}
 
-    /// How much a tick zooms in.
+    /// The zoom factor of one tick.
     static constexpr double kFactorOfTick = 1.1;
 
-    /// Spreads the fingers by a factor, after setting them down in a window of that size if they
-    /// are not; `center` is brought inside it. Factors that are not above 0 and finite are ignored.
+    /// Multiplies the distance of the fingers by a factor. Puts the fingers down first if they are
+    /// not: in a window of the given size, with `center` moved far enough inside. Factors that are
+    /// not finite or not above 0 are ignored.
     void spread(double factor, platform::Point center, platform::Size window,
                 platform::Instant time);
-    /// Ends the gesture, and ends it without having happened.
+    /// End the gesture normally, or cancel it.
     void lift(platform::Instant time) { end(platform::TouchPhase::Up, time); }
     void cancel(platform::Instant time) { end(platform::TouchPhase::Cancel, time); }
     [[nodiscard]] bool isDown() const { return static_cast<bool>(gesture_); }
 
 private:
-    /// From the first tick to the lift.
+    /// From the first tick to the lift of the fingers.
     struct Gesture {
         platform::Point center;
         double startDistance = 0;

@@ -16,7 +16,7 @@ using platform::Instant;
 using platform::MainQueue;
 using platform::Result;
 
-/// Lets the loop sleep until something is queued.
+/// Lets the loop sleep until a block is queued.
 struct HeadlessHost::WakeUp {
     std::mutex mutex; // guards rung
     std::condition_variable condition;
@@ -99,7 +99,8 @@ void HeadlessHost::makeTarget(platform::SizePx size) {
     auto target = platform::OffscreenTarget::create(size);
     if (!target) {
         platform::log(platform::LogLevel::Error, "headless: " + target.error().detail);
-        // A pass that nobody sees, but one that is spent: else it would be asked for for ever.
+        // A frame that is not shown but still counts as drawn; otherwise it would be requested
+        // again forever.
         target = platform::OffscreenTarget::create({1, 1});
     }
     if (target)
@@ -136,8 +137,8 @@ EmbeddedHostStatus HeadlessHost::runThisInstant(WaitForWork wait) {
         const auto block = MainQueue::main().nextDeadline();
         if (block && *block <= now())
             continue;
-        // Drawn only then: whether a completion comes before or after a frame must not hang on the
-        // machine's speed.
+        // Frames are drawn only when no work is in progress, so that the order of a completion and
+        // a frame does not depend on the speed of the machine.
         if (wait == WaitForWork::Yes && MainQueue::main().outstandingWork() > 0)
             waitForWork();
         else if (status.drawNow)
@@ -148,7 +149,7 @@ EmbeddedHostStatus HeadlessHost::runThisInstant(WaitForWork wait) {
 }
 
 void HeadlessHost::waitForWork() {
-    // In real time the block that ends the work may itself be a delayed one.
+    // In real time, the block that ends the work may be a delayed one.
     const auto block = MainQueue::main().nextDeadline();
     if (block && !virtualClock_)
         wakeUp_->wait(*block - now());
@@ -157,7 +158,7 @@ void HeadlessHost::waitForWork() {
 }
 
 void HeadlessHost::advanceTo(Instant instant) {
-    // Real time goes on while work is under way; virtual time stands still for it.
+    // In real time, time continues while work is in progress; virtual time stands still.
     const WaitForWork wait = virtualClock_ ? WaitForWork::Yes : WaitForWork::No;
     for (;;) {
         const EmbeddedHostStatus status = runThisInstant(wait);

@@ -17,50 +17,51 @@ class OffscreenTarget;
 
 struct HeadlessHostOptions {
     enum class Time {
-        Virtual, ///< jumps from deadline to deadline; nothing waits
-        Real,    ///< runs with the machine
+        Virtual, ///< jumps from deadline to deadline without waiting
+        Real,    ///< follows the clock of the machine
     };
     /// In points.
     platform::Size size;
     double scale = 1.0;
     Time time = Time::Virtual;
     platform::TouchSlop touchSlop = {};
-    /// Receives the log lines of this host's players; empty: the process's sink does.
+    /// Optional. Receives the log lines of this host's players; if it is empty, the sink of the
+    /// process receives them.
     platform::LogSink log = {};
 };
 
-/// Runs the player without a window: a context of its own, a framebuffer that nobody sees, and time
-/// that can be virtual.
+/// Runs the player without a window: it has its own GL context, a framebuffer that is not shown,
+/// and a clock that can be virtual.
 ///
-/// In virtual time the clock stops at every deadline and frame instant, and stands still while work
-/// is under way, so the same calls give the same pictures.
+/// Virtual time stops at every deadline and frame time, and does not advance while work is in
+/// progress, so the same calls give the same frames.
 ///
-/// Owner:  the application; any number of hosts at a time.
-/// Thread: one, the same for all hosts.
+/// Owner:  the application. Several hosts can exist at the same time.
+/// Thread: main.
 class ZANTO_EXPORT HeadlessHost {
 public:
-    /// Errors: Unavailable without a driver that can do it.
+    /// Errors: `Unavailable` if there is no suitable driver.
     [[nodiscard]] static platform::Result<std::unique_ptr<HeadlessHost>>
     create(const HeadlessHostOptions& options);
     ~HeadlessHost();
     HeadlessHost(const HeadlessHost&) = delete;
     HeadlessHost& operator=(const HeadlessHost&) = delete;
 
-    /// The embedding beneath: view controller, appearance, size, snapshots.
+    /// The embedded host underneath, for the view controller, appearance, size and snapshots.
     [[nodiscard]] EmbeddedHost& embedded() { return *embedded_; }
 
-    /// Runs what is due now, waits for work under way, and draws what became dirty.
+    /// Runs what is due, waits for work in progress, and draws if something has changed.
     void settle();
-    /// Goes on to an instant, through every deadline before it, and settles there.
+    /// Advances to an instant, running everything that is due before it, and settles there.
     void advanceTo(platform::Instant instant);
     [[nodiscard]] platform::Instant now() const { return embedded_->now(); }
 
-    /// Destroys the GL context and goes on with a new one, as after a loss.
+    /// Destroys the GL context and continues with a new one, as after a context loss.
     ///
-    /// Errors: false, and a log line, when there is no other.
+    /// Errors: logs an error and returns false if no new context can be created.
     bool replaceContext();
 
-    /// How many frames have been presented.
+    /// The number of frames presented so far.
     [[nodiscard]] int framesPresented() const { return framesPresented_; }
 
 private:
@@ -77,7 +78,7 @@ private:
     std::shared_ptr<platform::VirtualClock> virtualClock_; // null in real time
     std::shared_ptr<WakeUp> wakeUp_;
     std::unique_ptr<EmbeddedHost> embedded_;
-    std::unique_ptr<platform::OffscreenTarget> target_; // goes first, while its context is there
+    std::unique_ptr<platform::OffscreenTarget> target_; // destroyed first, while its context exists
     platform::SizePx targetSize_;
     int framesPresented_ = 0;
 };

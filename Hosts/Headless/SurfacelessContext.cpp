@@ -63,7 +63,7 @@ SurfacelessContext::SurfacelessContext(std::unique_ptr<Handles> handles)
 SurfacelessContext::~SurfacelessContext() {
     eglMakeCurrent(handles_->display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
     eglDestroyContext(handles_->display, handles_->context);
-    // The display stays open: terminating it would unload the driver under other users of it.
+    // The display is not terminated, because that would unload the driver while others use it.
 }
 
 void SurfacelessContext::makeCurrent() const {

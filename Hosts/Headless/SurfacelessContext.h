@@ -6,10 +6,10 @@
 
 /// An OpenGL ES 2.0 context without a window or a surface.
 ///
-/// Thread: the one that made it.
+/// Thread: main.
 class SurfacelessContext {
 public:
-    /// Errors: Unavailable, with the step that failed.
+    /// Errors: `Unavailable`, with the step that failed.
     [[nodiscard]] static platform::Result<std::unique_ptr<SurfacelessContext>> create();
     ~SurfacelessContext();
     SurfacelessContext(const SurfacelessContext&) = delete;

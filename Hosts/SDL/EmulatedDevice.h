@@ -5,25 +5,28 @@
 
 #include <SDL.h>
 
-/// A device that the right mouse button turns, as the process's source of attitudes: dragging to
-/// the right looks to the right, by 90 degrees every 640 points, dragging up looks up.
+/// An emulated device that is rotated by dragging with the right mouse button. It publishes to the
+/// environment's attitude source. Dragging to the right looks to the right, dragging up looks up,
+/// 90 degrees per 640 points.
 ///
 /// Thread: main.
 class EmulatedDevice {
 public:
     ~EmulatedDevice() { setOn(false); }
 
-    /// On, there is a source, and its first sample is out at once. Off, it is gone again unless it
-    /// was there before. The device stays turned as it is.
+    /// Switching it on makes the source available and publishes the first sample at once. Switching
+    /// it off makes the source unavailable again, unless it was available before. The rotation of
+    /// the device is kept.
     void setOn(bool on);
     [[nodiscard]] bool isOn() const { return isOn_; }
 
-    /// Whether the device has turned.
+    /// Returns whether the device was rotated.
     bool take(const SDL_MouseMotionEvent& event);
     void take(const SDL_MouseButtonEvent& event);
-    /// The button is no longer held, as far as anybody knows.
+    /// Ends a drag, because the state of the button is no longer known.
     void letGo() { isHeld_ = false; }
-    /// The interface may be held another way; does nothing while off.
+    /// Publishes the attitude again, because the interface orientation may have changed. A no-op
+    /// while off.
     void publish() const;
 
 private:
@@ -31,5 +34,5 @@ private:
     bool isOn_ = false;
     bool wasAvailable_ = false;
     bool isHeld_ = false;
-    platform::Point place_; // of the pointer, while held
+    platform::Point place_; // of the pointer, during a drag
 };

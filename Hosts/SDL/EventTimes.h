@@ -6,19 +6,20 @@
 #include <chrono>
 #include <cstdint>
 
-/// When events happened, on the host's clock. SDL stamps them in milliseconds of a counter of its
-/// own, which comes round after 49 days.
+/// Converts event timestamps to the host's clock. SDL timestamps are milliseconds of its own
+/// counter, which wraps around after 49 days.
 ///
-/// Many systems stamp an event when SDL collects it. After a stall a whole drag is collected at
-/// once and its stamps differ by next to nothing, so events of one pump that are less than a frame
-/// apart count as of one instant.
+/// Many systems set the timestamp when SDL collects the event. After a stall, a whole drag is
+/// collected at once, with timestamps that hardly differ. Therefore events of one pump that are
+/// less than a frame apart get the same time.
 class EventTimes {
 public:
-    /// `ticks` is SDL's counter and `now` the host's clock at the moment of the call. Never later
-    /// than `now`, and never earlier than the result before.
+    /// `ticks` is SDL's counter and `now` the host's clock, both at the moment of the call. The
+    /// result is never later than `now` and never earlier than the previous result.
     [[nodiscard]] platform::Instant instantOf(std::uint32_t timestamp, std::uint32_t ticks,
                                               platform::Instant now) {
-        // An event of the future, by the counter's coarseness, counts as one of this moment.
+        // The counter is coarse, so that an event may appear to be in the future. It gets the
+        // current time.
         const auto age = std::max(static_cast<std::int32_t>(ticks - timestamp), 0);
         const platform::Instant then = now - std::chrono::milliseconds(age);
         if (isPumping_ && then - last_ < kFrame)
@@ -27,7 +28,7 @@ public:
         return last_ = std::max(last_, std::min(then, now));
     }
 
-    /// No event is left: the next one belongs to another pump.
+    /// The event queue is empty: the next event belongs to a new pump.
     void endPump() { isPumping_ = false; }
 
 private:

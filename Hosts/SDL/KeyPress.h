@@ -1,11 +1,11 @@
 #pragma once
 
-/// A key that went down, as a program sees it whatever the window library calls it.
+/// A key press, independent of the window library.
 struct KeyPress {
     enum class Key {
-        Character, ///< a printable one: see `character`
+        Character, ///< a printable key: see `character`
         Escape,
-        Return, ///< either of them
+        Return, ///< either of the two keys
         Tab,
         Backspace,
         Delete,
@@ -20,14 +20,14 @@ struct KeyPress {
     };
 
     Key key = Key::Character;
-    /// What the keyboard's present layout has on the key without modifiers, letters in lower case,
-    /// the number pad's digits as digits; 0 unless `key` says Character.
+    /// The character of the key in the current keyboard layout without modifiers: letters in lower
+    /// case, keys of the number pad as digits. 0 unless `key` is `Character`.
     char32_t character = 0;
     bool hasShift = false;
     bool hasControl = false;
     bool hasAlt = false;
-    /// The key with a system's mark on it.
+    /// The system key, which carries a logo on most keyboards.
     bool hasCommand = false;
-    /// The key is being held, and this is not its first press.
+    /// Whether this is a repetition while the key is held down.
     bool isRepeat = false;
 };

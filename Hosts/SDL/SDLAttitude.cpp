@@ -10,7 +10,7 @@ using platform::InterfaceOrientation;
 
 namespace {
 
-/// The display's natural position.
+/// The natural orientation of the display.
 InterfaceOrientation naturalOrientation() {
     const std::string_view system = SDL_GetPlatform();
     const bool isPhone = system == "Android" || system == "iOS";

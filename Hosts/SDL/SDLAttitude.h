@@ -9,17 +9,18 @@
 
 #include <memory>
 
-/// The process's attitudes from SDL's sensors: a gyroscope and an accelerometer of the machine, or
-/// else those of a game controller.
+/// Publishes attitudes from SDL sensors: a gyroscope and an accelerometer of the machine or, if it
+/// has none, of a game controller.
 ///
-/// Whether there are any is found out at the start. They are opened once somebody listens, and
-/// closed when nobody does: while SDL has joysticks or sensors at hand it looks at them a thousand
-/// times a second, which an idle program must not.
+/// The constructor finds out whether there are any. They are opened when the attitude source gets a
+/// listener and closed when it has none, because SDL polls open joysticks and sensors a thousand
+/// times a second, which would keep an idle program busy.
 ///
-/// Axes: SDL's are those of the display in its natural position, upright on a phone and wider than
-///       high on other machines. A game controller that lies flat stands for a device whose screen
-///       is upright: its upper side for the upper edge, the side with the shoulder buttons for the
-///       back that looks ahead, whichever way the interface is held.
+/// Axes: SDL uses the axes of the display in its natural orientation, which is portrait on a phone
+/// and landscape on other machines. A game controller that lies flat corresponds to a device with
+/// an upright screen: its top side is the upper edge of the screen, and the side with the shoulder
+/// buttons is the back, which looks ahead, in every interface orientation.
+///
 /// Thread: main.
 class SDLAttitude {
 public:
@@ -28,13 +29,14 @@ public:
     SDLAttitude(const SDLAttitude&) = delete;
     SDLAttitude& operator=(const SDLAttitude&) = delete;
 
-    /// Events of other sensors, and not of sensors at all, change nothing.
+    /// Handles sensor samples. All other events are ignored.
     void take(const SDL_Event& event);
-    /// Another source speaks instead; the sensors are still followed.
+    /// While muted, attitudes are computed but not published, because another source publishes its
+    /// own.
     void setMuted(bool muted) { isMuted_ = muted; }
 
-    /// A device's attitude, from that of axes that are as a device's would be if it were a portrait
-    /// one while its interface stands upright in that orientation.
+    /// Converts an attitude whose axes are those of a portrait device, held so that its interface
+    /// is upright in `orientation`, to the attitude of the device.
     [[nodiscard]] static platform::Attitude
     attitudeOfDevice(const platform::Attitude& upright, platform::InterfaceOrientation orientation);
 
@@ -44,6 +46,6 @@ private:
     [[nodiscard]] platform::InterfaceOrientation uprightOrientation() const;
 
     platform::AttitudeFusion fusion_;
-    std::unique_ptr<SDLSensors> sensors_; // while somebody listens
+    std::unique_ptr<SDLSensors> sensors_; // non-null while the source has a listener
     bool isMuted_ = false;
 };

@@ -23,8 +23,8 @@ using platform::Result;
 
 namespace {
 
-/// SDL waits in milliseconds, -1 for ever. Rounded up: a turn before the deadline would find
-/// nothing to do, and so would the many after it.
+/// SDL waits in milliseconds, -1 for no limit. The time is rounded up, because iterations before
+/// the deadline would find nothing to do.
 int timeoutOf(std::optional<Instant> wait) {
     if (!wait)
         return -1;
@@ -40,7 +40,7 @@ std::optional<Instant> shorterOf(std::optional<Instant> one, std::optional<Insta
 
 } // namespace
 
-/// What a turn consists of, and what it goes by.
+/// The loop and its state.
 class SDLHost::Loop {
 public:
     explicit Loop(std::unique_ptr<SDLWindow> window) : window_(std::move(window)) {
@@ -66,7 +66,8 @@ public:
     void setNeedsFrame();
     void setEmulatesDevice(bool on);
 
-    /// SDL has one queue of events, and a host takes all of them.
+    /// Whether an SDLHost exists. There can be one only, because SDL has one event queue and a host
+    /// consumes all of its events.
     static inline bool isAlive = false;
 
 private:
@@ -84,7 +85,7 @@ private:
 
     std::unique_ptr<SDLWindow> window_;
     std::shared_ptr<SDLWakeUp> wakeUp_ = std::make_shared<SDLWakeUp>();
-    std::unique_ptr<EmbeddedHost> embedded_; // goes before its context
+    std::unique_ptr<EmbeddedHost> embedded_; // destroyed before its context
     std::unique_ptr<SDLAttitude> attitude_;
     std::unique_ptr<SDLInput> input_;
     WindowMetrics metrics_;
@@ -94,10 +95,10 @@ private:
     DropListener dropListener_;
     Overlay overlay_;
     bool isShown_ = false;
-    bool isExposed_ = false;    // the window has lost what it showed
-    bool hasDropped_ = false;   // what else is dropped with it does not count
-    bool isFrameAsked_ = false; // by the program, for the next frame instant
-    bool isFrameDue_ = false;   // that instant has come
+    bool isExposed_ = false;    // the window has lost its content
+    bool hasDropped_ = false;   // further things in the same drop are ignored
+    bool isFrameAsked_ = false; // by the program, for the next frame time
+    bool isFrameDue_ = false;   // that frame time has come
     bool quitting_ = false;
     bool hasContext_ = true;
     int framesPresented_ = 0;
@@ -170,12 +171,12 @@ void SDLHost::Loop::dispatchPending() {
     input_->endPump();
 }
 
-/// Every event that SDL delivers comes through here.
+/// Handles every event from SDL.
 void SDLHost::Loop::dispatch(const SDL_Event& event) {
     if (wakeUp_->take(event))
         return;
     attitude_->take(event);
-    // Gestures may have something drawn, which takes a context.
+    // Gesture handlers may request drawing, which needs a context.
     if (hasContext_)
         input_->dispatch(event);
     switch (event.type) {
@@ -209,8 +210,7 @@ void SDLHost::Loop::dispatchWindowEvent(const SDL_WindowEvent& event) {
     default:
         break;
     }
-    // Several kinds of event come with another size or another display, which depends on the
-    // system.
+    // A change of size or display is reported by different events on different systems.
     fitToWindow();
 }
 
@@ -230,7 +230,7 @@ void SDLHost::Loop::fitToWindow() {
 
 void SDLHost::Loop::dispatchKey(const SDL_KeyboardEvent& event) {
     const auto press = event.windowID == window_->id() ? keyPressOf(event) : std::nullopt;
-    // A copy, because the listener may set another.
+    // A copy, because the listener may set a new one.
     const KeyListener listener = keyListener_;
     if (press && listener)
         listener(*press);
@@ -238,11 +238,11 @@ void SDLHost::Loop::dispatchKey(const SDL_KeyboardEvent& event) {
 
 void SDLHost::Loop::dispatchDrop(const SDL_DropEvent& event) {
     const std::unique_ptr<char, decltype(&SDL_free)> dropped(event.file, SDL_free);
-    // Not every system knows which window it was.
+    // Some systems do not report the window.
     if (event.windowID != 0 && event.windowID != window_->id())
         return;
     if (!dropped) {
-        hasDropped_ = false; // the beginning or the end
+        hasDropped_ = false; // the drop begins or ends
         return;
     }
     const DropListener listener = dropListener_;
@@ -253,40 +253,41 @@ void SDLHost::Loop::dispatchDrop(const SDL_DropEvent& event) {
 void SDLHost::Loop::setNeedsFrame() {
     if (std::exchange(isFrameAsked_, true))
         return;
-    // The queue is emptied before this goes.
+    // The queue is cleared before this object is destroyed.
     embedded_->environment()->queue().asyncAfter(Instant(0), [this] {
         isFrameAsked_ = false;
         isFrameDue_ = true;
     });
 }
 
-/// Runs what is due and draws; gives the instant of the next turn that is needed.
+/// Runs what is due and draws a frame if needed. Returns when the next iteration is due.
 std::optional<Instant> SDLHost::Loop::advance() {
     if (!hasContext_)
         return std::nullopt;
     window_->makeCurrent();
     const EmbeddedHostStatus status = embedded_->runDueWork();
-    // A pass that nobody would see is made when somebody does, and no reason to come back before.
+    // A frame of an invisible window is drawn once it is visible; its deadline does not matter
+    // until then.
     if (!window_->isVisible())
         return MainQueue::main().nextDeadline();
     if (!status.drawNow && !isExposed_ && !isFrameDue_)
         return status.nextDeadline;
     present();
     const auto deadline = embedded_->runDueWork().nextDeadline;
-    // The frame instant that the program waits for may have come while it was drawn.
+    // The frame time that the program waits for may have come during the drawing.
     return isFrameDue_ ? embedded_->now() : deadline;
 }
 
 void SDLHost::Loop::present() {
     isFrameDue_ = false;
     if (std::exchange(isExposed_, false) || embedded_->isTransparent()) {
-        // What the memory held before may be seen where no view covers it.
+        // Old memory content may show where no view covers the window.
         glBindFramebuffer(GL_FRAMEBUFFER, window_->framebuffer());
         glClearColor(0, 0, 0, 1);
         glClear(GL_COLOR_BUFFER_BIT);
     }
     embedded_->draw(window_->framebuffer(), {0, 0, metrics_.pixels.width, metrics_.pixels.height});
-    // A copy, because it may set another.
+    // A copy, because the overlay may set a new one.
     if (const Overlay overlay = overlay_) {
         glViewport(0, 0, metrics_.pixels.width, metrics_.pixels.height);
         overlay(metrics_.points, metrics_.scale());
@@ -314,7 +315,7 @@ std::optional<Error> SDLHost::Loop::recreateContext() {
     reclaimContextOnEntry();
     hasContext_ = true;
     isExposed_ = true;
-    // What was lifted meanwhile has not been heard of.
+    // Touches that ended meanwhile were not reported.
     input_->cancelTouches();
     return std::nullopt;
 }

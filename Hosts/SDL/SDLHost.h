@@ -16,13 +16,14 @@
 struct SDLHostOptions {
     /// UTF-8.
     std::string title;
-    /// Of the window's content, in points; while it is full screen, of the window afterwards.
+    /// The size of the window's content in points. For a full screen window, its size after full
+    /// screen ends.
     platform::Size size{1280, 720};
     bool isFullScreen = false;
     platform::TouchSlop touchSlop = {};
 };
 
-/// Runs the player in a window of SDL's, with a loop of its own or a turn at a time.
+/// Runs the player in an SDL window, with an event loop of its own or one iteration at a time.
 ///
 /// ```cpp
 /// auto host = SDLHost::create({.title = "Panorama"});
@@ -31,14 +32,19 @@ struct SDLHostOptions {
 /// host.value()->run();
 /// ```
 ///
-/// The window appears with the first turn; it can be resized, and its pixels per point follow the
-/// display. Frames are drawn when something has changed or the window needs them, at most one a
-/// refresh of the display that the window is on, or 60 a second where SDL does not know; none while
-/// it is minimised or hidden. Presenting never waits for the display. Mouse, wheel, fingers and
-/// sensors reach the library by themselves; docs/embedding.md says as what.
+/// The first iteration shows the window. It can be resized, and its pixels per point follow the
+/// display. A frame is drawn when something has changed or the window needs one, at most once per
+/// refresh of the window's display (60 a second if SDL does not know the rate), and never while the
+/// window is minimised or hidden. Presenting does not wait for the display. Mouse, wheel, touch
+/// screen and sensors are handled automatically, as docs/embedding.md describes.
+///
+/// Each callback below may do anything except destroy the host, and an empty function removes it.
+///
+/// On some systems, the main thread must be the first thread of the process. No other thread may
+/// use SDL's video and events.
 ///
 /// Owner:  the application; one host at a time.
-/// Thread: one, the process's first on some systems; SDL's video and events are used from no other.
+/// Thread: main.
 class ZANTO_EXPORT SDLHost {
 public:
     using KeyListener = std::function<void(const KeyPress&)>;
@@ -49,72 +55,70 @@ public:
     using PointerListener = std::function<void(std::optional<platform::Point>)>;
     using DropListener = std::function<void(const std::string&)>;
 
-    /// Opens the display and makes the window, not shown yet, and its OpenGL ES 2.0 context. On
-    /// Linux the display is what DISPLAY or WAYLAND_DISPLAY name, unless SDL_VIDEODRIVER names a
-    /// driver.
+    /// Opens the display and creates the window, which is not shown yet, with an OpenGL ES 2.0
+    /// context. On Linux, DISPLAY or WAYLAND_DISPLAY names the display, unless SDL_VIDEODRIVER
+    /// names a driver.
     ///
-    /// Errors: Unavailable, naming the step and SDL's reason; also when another SDLHost is alive.
+    /// Errors: `Unavailable`, with the step and SDL's reason, or if another SDLHost exists.
     [[nodiscard]] static platform::Result<std::unique_ptr<SDLHost>>
     create(const SDLHostOptions& options);
     ~SDLHost();
     SDLHost(const SDLHost&) = delete;
     SDLHost& operator=(const SDLHost&) = delete;
 
-    /// The embedding beneath: view controller, appearance, snapshots. Its size and its turns are
-    /// this host's affair.
+    /// The embedded host underneath, for the view controller, appearance and snapshots. `SDLHost`
+    /// itself sets its size and runs its work.
     [[nodiscard]] EmbeddedHost& embedded();
 
-    /// Takes turns until `quit()` or until the window is closed.
+    /// Runs loop iterations until `quit()` is called or the window is closed.
     void run();
-    /// One turn, for a program with a loop of its own: takes every event that SDL has, runs what is
-    /// due, presents a frame if there is one to show, then waits for an event, a wake-up or the
-    /// next deadline, but for `longest` at most (0: not at all; none: no limit).
+    /// Runs one loop iteration, for a program with its own loop: handles all pending SDL events,
+    /// runs the work that is due, presents a frame if there is one to show, then waits for an
+    /// event, a wake-up or the next deadline. It waits at most `longest` (0: not at all; none: no
+    /// limit).
     ///
-    /// Returns whether to go on: not after `quit()` or once the window has been closed.
+    /// Returns whether to continue: false after `quit()` and after the window was closed.
     bool turn(std::optional<platform::Instant> longest);
-    /// Ends `run()` and all turns to come; from inside a turn, with that turn.
+    /// Ends `run()` and prevents further iterations. Inside of an iteration, it is the last one.
     void quit();
 
-    /// Called inside a turn for every key that goes down in the window; it may do anything but
-    /// destroy the host. Empty: nobody listens.
+    /// Called in the loop iteration for every key press in the window.
     void setKeyListener(KeyListener listener);
 
-    /// Called inside a turn for every touch event right before the library gets it: fingers, the
-    /// left mouse button, and the fingers that stand for the wheel. It may do anything but destroy
-    /// the host. Empty: nobody listens.
+    /// Called in the loop iteration for every touch event, just before the library handles it:
+    /// fingers, the left mouse button, and the emulated fingers of the mouse wheel.
     void setTouchListener(TouchListener listener);
-    /// A touch of the program's own making, as if the machine had reported it: for keys that look
-    /// around. Its id is none of the machine's: -100 or less.
+    /// Injects a touch event of the program, as if an input device had reported it; useful for keys
+    /// that look around. Use ids of -100 or less, which no device has.
     void touch(const platform::TouchEvent& event);
-    /// Called after the window's content has another size in points or other pixels a point, and
-    /// the library has been told. It may do anything but destroy the host.
+    /// Called when the window's content has a new size in points or a new number of pixels per
+    /// point, after the library has been resized.
     void setSizeListener(SizeListener listener);
 
-    /// Draws over every frame of the library's before it is presented, given the content's size in
-    /// points and the pixels per point. The window's framebuffer is bound and the viewport fills
-    /// it; docs/embedding.md says which GL state is found and is to be left. Snapshots are without
-    /// it. It may do anything but destroy the host. Empty: nothing is drawn over.
+    /// Draws over every frame of the library before it is presented. The arguments are the size of
+    /// the content in points and the pixels per point. The framebuffer of the window is bound and
+    /// the viewport covers it; docs/embedding.md describes the GL state before and after the call.
+    /// Snapshots do not contain the overlay.
     void setOverlay(Overlay overlay);
-    /// Asks for a frame at the next frame instant, whether the library has something new to show or
-    /// not: for an overlay that has changed.
+    /// Requests a frame at the next frame time even if the library has nothing new to show, because
+    /// the overlay has changed.
     void setNeedsFrame();
-    /// Asked for every touch of a finger or the left mouse button before anybody else hears of it.
-    /// With `true` for its Down the whole touch is the program's: neither the touch listener nor
-    /// the library is told. Its other answers count for nothing. It may do anything but destroy the
-    /// host. Empty: no touch is the program's.
+    /// Called first for every touch event of a finger or the left mouse button. If it returns true
+    /// for a Down event, the program owns that touch until it ends: neither the touch listener nor
+    /// the library receives its events. The return value for other events is ignored.
     void setTouchFilter(TouchFilter filter);
-    /// Told where the mouse points whenever it has moved over the window, buttons pressed or not;
-    /// none: it has left. It may do anything but destroy the host.
+    /// Called with the position of the mouse whenever it moves over the window, with or without a
+    /// pressed button. Without a value, the mouse has left the window.
     void setPointerListener(PointerListener listener);
-    /// Told of the file, by its path, or of the text that is dropped on the window; of several
-    /// things that are dropped together the first. It may do anything but destroy the host.
+    /// Called with the path of the file, or the text, that is dropped on the window. If several
+    /// things are dropped together, only the first one is reported.
     void setDropListener(DropListener listener);
-    /// Whether the mouse's arrow is to be seen over the window.
+    /// Whether the mouse cursor is visible over the window.
     void setPointerShown(bool shown);
 
-    /// For machines without sensors: with it on there is a source of attitudes, and dragging with
-    /// the right mouse button turns the device that it stands for, by 90 degrees every 640 points.
-    /// With it off nothing more comes of it, and motion is unavailable again if it was before.
+    /// Emulates a motion sensor, for machines without one. While it is on, motion is available, and
+    /// dragging with the right mouse button rotates the emulated device by 90 degrees per 640
+    /// points. Switching it off makes motion unavailable again, unless it was available before.
     void setEmulatesDevice(bool on);
     [[nodiscard]] bool emulatesDevice() const;
 
@@ -122,16 +126,17 @@ public:
     void setTitle(const std::string& title);
 
     [[nodiscard]] bool isFullScreen() const;
-    /// Fills the display that the window is on, or goes back to the size before.
+    /// Fills the display that the window is on, or restores the previous size.
     void setFullScreen(bool fullScreen);
 
-    /// Destroys the GL context and sets everything up again in a new one, from the pictures that
-    /// are kept: for a program that has learnt that the context is lost.
+    /// Destroys the GL context, creates a new one, and sets everything up again from the images
+    /// that are kept. Call this when the context was lost.
     ///
-    /// Errors: Unavailable, naming the step; until another call succeeds turns only take events.
+    /// Errors: `Unavailable`, with the step that failed. Until a call succeeds, loop iterations
+    ///         only handle events.
     [[nodiscard]] std::optional<platform::Error> recreateContext();
 
-    /// How many frames the window has been given.
+    /// The number of frames presented so far.
     [[nodiscard]] int framesPresented() const;
 
 private:

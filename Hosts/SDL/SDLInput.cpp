@@ -10,13 +10,13 @@ using platform::Point;
 
 namespace {
 
-/// Spreading two fingers by half of a track pad doubles the picture twice.
+/// Spreading two fingers by half of the track pad zooms in by a factor of 4.
 constexpr double kZoomOfTrackPad = 2.8;
-/// Of the track pad: less is the trembling of fingers that only scroll.
+/// In fractions of the track pad. A smaller spread is the jitter of fingers that scroll.
 constexpr double kLeastSpread = 0.002;
 
 double ticksOf(const SDL_MouseWheelEvent& event) {
-    // Whoever sends whole ticks only leaves the other at 0.
+    // Devices that report whole ticks only leave the precise value at 0.
     const double ticks = event.preciseY != 0 ? static_cast<double>(event.preciseY) : event.y;
     return event.direction == SDL_MOUSEWHEEL_FLIPPED ? -ticks : ticks;
 }
@@ -67,7 +67,7 @@ void SDLInput::dispatchWindowEvent(const SDL_WindowEvent& event) {
         return;
     switch (event.event) {
     case SDL_WINDOWEVENT_LEAVE:
-        // Fingers on the screen do not go with the pointer.
+        // Fingers on the touch screen are independent of the pointer.
         touches_.cancelMouse(instantOf(event.timestamp));
         wheel_.lift(instantOf(event.timestamp));
         device_.letGo();
@@ -87,7 +87,7 @@ void SDLInput::dispatchWindowEvent(const SDL_WindowEvent& event) {
 void SDLInput::cancelTouches() {
     const Instant time = instantOf(facts_.ticks());
     touches_.cancelAll(time);
-    wheel_.lift(time); // its ticks have happened
+    wheel_.lift(time); // the ticks so far count
     device_.letGo();
 }
 
@@ -106,7 +106,7 @@ void SDLInput::dispatchButton(const SDL_MouseButtonEvent& event) {
         return;
     pointer_ = Point{static_cast<double>(event.x), static_cast<double>(event.y)};
     const Instant time = instantOf(event.timestamp);
-    // Another finger beside those of the wheel would only be in their way.
+    // The fingers of the wheel are lifted, so that the touch of the mouse is the only one.
     if (event.button == SDL_BUTTON_LEFT)
         wheel_.lift(time);
     touches_.take(event, time);
@@ -114,7 +114,7 @@ void SDLInput::dispatchButton(const SDL_MouseButtonEvent& event) {
 }
 
 void SDLInput::dispatchFinger(const SDL_TouchFingerEvent& event) {
-    // Not every system knows which window a finger is on.
+    // Some systems do not report the window of a finger.
     if ((event.windowID != 0 && !isOurs(event.windowID)) || isTrackPad(event.touchId))
         return;
     const Instant time = instantOf(event.timestamp);
@@ -130,7 +130,7 @@ void SDLInput::dispatchWheel(const SDL_MouseWheelEvent& event) {
 
 void SDLInput::dispatchGesture(const SDL_MultiGestureEvent& event) {
     const auto spread = static_cast<double>(event.dDist);
-    // It has no window: a track pad's is the one with the pointer.
+    // The event has no window. A track pad's gestures belong to the window with the pointer.
     if (pointer_ && isTrackPad(event.touchId) && std::abs(spread) >= kLeastSpread)
         zoom(std::exp(kZoomOfTrackPad * spread), event.timestamp);
 }
@@ -160,7 +160,7 @@ void SDLInput::offer(const platform::TouchEvent& event) {
 }
 
 void SDLInput::deliver(const platform::TouchEvent& event) {
-    // A copy, because the listener may set another.
+    // A copy, because the listener may set a new one.
     if (const TouchListener listener = listener_)
         listener(event);
     host_.touch(event);

@@ -17,14 +17,14 @@
 
 class EmbeddedHost;
 
-/// What input asks SDL for.
+/// SDL functions that input depends on, replaceable in tests.
 struct SDLFacts {
     std::function<std::uint32_t()> ticks = SDL_GetTicks;
     std::function<SDL_TouchDeviceType(SDL_TouchID)> touchDeviceType = SDL_GetTouchDeviceType;
 };
 
-/// What people do with mouse, wheel, track pad and touch screen over one window, as raw touches and
-/// turns of an emulated device.
+/// Converts mouse, wheel, track pad and touch screen events of one window to touches and to
+/// rotations of the emulated device.
 ///
 /// Thread: main.
 class SDLInput {
@@ -33,12 +33,12 @@ public:
     using TouchFilter = std::function<bool(const platform::TouchEvent&)>;
     using PointerListener = std::function<void(std::optional<platform::Point>)>;
 
-    /// Owner: the host, which outlives this.
+    /// Owner:  the host, which must outlive this object.
     SDLInput(EmbeddedHost& host, std::uint32_t windowId, SDLFacts facts = {});
 
-    /// The window's size in points, at first and once the host has been told of another.
+    /// Sets the size of the window in points, initially and after the host has been resized.
     void setWindowSize(platform::Size size);
-    /// Told of every touch right before the host is.
+    /// Called for every touch just before the host receives it.
     void setTouchListener(TouchListener listener) { listener_ = std::move(listener); }
     /// See `SDLHost`.
     void setTouchFilter(TouchFilter filter) { filter_ = std::move(filter); }
@@ -46,13 +46,13 @@ public:
     [[nodiscard]] EmulatedDevice& emulatedDevice() { return device_; }
     void setEmulatesDevice(bool on);
 
-    /// Events that are not about input, or about another window, change nothing.
+    /// Handles input events of this window. All other events are ignored.
     void dispatch(const SDL_Event& event);
-    /// Every event that SDL has collected has been dispatched.
+    /// All events that SDL had collected have been dispatched.
     void endPump() { times_.endPump(); }
-    /// A touch of the program's own making, as if the machine had reported it.
+    /// Delivers a touch event of the program, as if an input device had reported it.
     void deliver(const platform::TouchEvent& event);
-    /// Every touch ends without having happened.
+    /// Cancels all touches.
     void cancelTouches();
 
 private:
@@ -73,12 +73,12 @@ private:
     std::uint32_t windowId_;
     SDLFacts facts_;
     platform::Size size_;
-    std::optional<platform::Point> pointer_; // none until it has been seen
+    std::optional<platform::Point> pointer_; // none until the pointer is seen
     EventTimes times_;
     TouchListener listener_;
     TouchFilter filter_;
     PointerListener pointerListener_;
-    std::set<std::int64_t> taken_; // touches that are the program's until they end
+    std::set<std::int64_t> taken_; // touches that the program owns until they end
     SampleKeeper keeper_;
     EmulatedDevice device_;
     SDLTouches touches_;

@@ -25,9 +25,9 @@ constexpr std::array<std::pair<SDL_Keycode, Key>, 14> kNamedKeys{{
     {SDLK_PAGEDOWN, Key::PageDown},
 }};
 
-/// 0: none.
+/// 0 if the key has no character.
 char32_t characterOf(SDL_Keycode code) {
-    // The number pad's codes start with 1; its 0 comes last.
+    // The codes of the number pad start with 1; its 0 comes last.
     if (code >= SDLK_KP_1 && code <= SDLK_KP_9)
         return U'1' + static_cast<char32_t>(code - SDLK_KP_1);
     if (code == SDLK_KP_0)

@@ -6,5 +6,5 @@
 
 #include <optional>
 
-/// The key that an event is about; none for one that programs have no name for.
+/// Converts a keyboard event; none if `KeyPress` has no value for the key.
 [[nodiscard]] std::optional<KeyPress> keyPressOf(const SDL_KeyboardEvent& event);

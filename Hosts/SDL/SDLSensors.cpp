@@ -5,7 +5,7 @@
 
 namespace {
 
-/// A part of SDL, in use while this lives. SDL counts its users.
+/// A subsystem of SDL that is initialised while this object exists. SDL counts its users.
 class Subsystem {
 public:
     explicit Subsystem(Uint32 flag) : flag_(flag), isThere_(SDL_InitSubSystem(flag) == 0) {}
@@ -24,7 +24,7 @@ private:
 
 SensorSample sampleOfValues(SDL_SensorType type, const float* values, std::uint64_t microseconds,
                             std::uint32_t milliseconds) {
-    // Not every sensor has a clock.
+    // Some sensors have no clock of their own.
     const double seconds = microseconds != 0 ? static_cast<double>(microseconds) / 1e6
                                              : static_cast<double>(milliseconds) / 1e3;
     return {type,
@@ -33,7 +33,7 @@ SensorSample sampleOfValues(SDL_SensorType type, const float* values, std::uint6
             seconds};
 }
 
-/// The index of the first sensor of a kind; -1: there is none.
+/// The index of the first sensor of a type, or -1 if there is none.
 int indexOf(SDL_SensorType type) {
     for (int i = 0; i < SDL_NumSensors(); ++i) {
         if (SDL_SensorGetDeviceType(i) == type)
@@ -46,7 +46,8 @@ bool machineHasBoth() {
     return indexOf(SDL_SENSOR_GYRO) >= 0 && indexOf(SDL_SENSOR_ACCEL) >= 0;
 }
 
-/// Which sensors a controller has is known for certain only once it is open.
+/// Whether a controller of this type may have sensors. SDL knows for certain only after it is
+/// opened.
 bool isOfAKindWithSensors(int index) {
     if (SDL_IsGameController(index) == SDL_FALSE)
         return false;
@@ -100,7 +101,7 @@ private:
 #endif
     }
 
-    Subsystem subsystem_{SDL_INIT_SENSOR}; // goes last
+    Subsystem subsystem_{SDL_INIT_SENSOR}; // destroyed last
     SDL_Sensor* gyroscope_ = nullptr;
     SDL_Sensor* accelerometer_ = nullptr;
 };
@@ -152,7 +153,7 @@ private:
             SDL_GameControllerClose(std::exchange(controller_, nullptr));
     }
 
-    Subsystem subsystem_{SDL_INIT_GAMECONTROLLER}; // goes last
+    Subsystem subsystem_{SDL_INIT_GAMECONTROLLER}; // destroyed last
     SDL_GameController* controller_ = nullptr;
 };
 

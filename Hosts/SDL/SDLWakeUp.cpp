@@ -2,7 +2,7 @@
 
 namespace {
 
-/// Kinds are never given back, so every host of the process uses the same.
+/// SDL never frees event types, so all hosts of the process use the same one.
 Uint32 wakeUpType() {
     static const Uint32 type = SDL_RegisterEvents(1);
     return type;
@@ -17,7 +17,7 @@ void SDLWakeUp::ring() {
         return;
     SDL_Event event{};
     event.type = type_;
-    // A full queue ends the wait as well; the next ring tries again.
+    // A full queue wakes the loop as well; the next ring tries again.
     if (SDL_PushEvent(&event) != 1)
         pending_ = false;
 }

@@ -4,16 +4,16 @@
 
 #include <atomic>
 
-/// Gets the loop out of its wait: an event of its own kind, of which one at most is on its way.
+/// Wakes the event loop with an event of its own type. At most one such event is queued.
 ///
-/// Owner:  shared by the host and whoever may still ring when the host goes.
-/// Thread: `ring` any; the rest the loop's.
+/// Owner:  shared by the host and by callers of `ring` that may outlive it.
+/// Thread: main, except `ring`, which is any; thread-safe.
 class SDLWakeUp {
 public:
     SDLWakeUp();
 
     void ring();
-    /// Whether an event is the wake-up; from then on the next ring sends another.
+    /// Whether the event is a wake-up. If so, the next `ring` sends a new event.
     [[nodiscard]] bool take(const SDL_Event& event);
 
 private:

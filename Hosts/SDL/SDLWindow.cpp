@@ -21,8 +21,8 @@ bool isSet(const char* variable) {
     return value != nullptr && *value != '\0';
 }
 
-/// The drivers worth trying, most wanted first; empty: none. Left to itself SDL goes on to a driver
-/// whose window nobody sees, and a library below it complains to standard error on the way.
+/// The video drivers to try, in order of preference; empty if none. By default SDL also tries
+/// drivers whose window is invisible, and a library below it logs errors to standard error.
 std::string driversOfThisDesktop() {
     std::string drivers;
     if (isSet("DISPLAY"))
@@ -53,16 +53,16 @@ std::optional<Error> openVideo() {
     return failed ? std::optional(failure("opening the display")) : std::nullopt;
 }
 
-/// Read when the display is opened and when the window is made.
+/// SDL reads these when it opens the display and creates the window.
 void setHints() {
-    // Without it X11 gives an ES context of GLX, whose swap interval cannot be set.
+    // Otherwise X11 provides an ES context of GLX, whose swap interval cannot be set.
     SDL_SetHint(SDL_HINT_OPENGL_ES_DRIVER, "1");
-    // A still picture is no reason to keep the screen on, nor to switch a compositor off.
+    // A still image should neither keep the screen on nor disable the compositor.
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
 }
 
-/// SDL keeps these with the open display.
+/// SDL keeps these attributes with the open display.
 void askForContext() {
     SDL_GL_ResetAttributes();
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_PROFILE_MASK, SDL_GL_CONTEXT_PROFILE_ES);
@@ -70,7 +70,7 @@ void askForContext() {
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_MINOR_VERSION, 0);
     for (const SDL_GLattr colour : {SDL_GL_RED_SIZE, SDL_GL_GREEN_SIZE, SDL_GL_BLUE_SIZE})
         SDL_GL_SetAttribute(colour, 8);
-    // Blending leaves alpha below 1, which a desktop must not take for a window to look through.
+    // Blending leaves alpha below 1, which a desktop must not interpret as a transparent window.
     for (const SDL_GLattr unused : {SDL_GL_ALPHA_SIZE, SDL_GL_DEPTH_SIZE, SDL_GL_STENCIL_SIZE,
                                     SDL_GL_MULTISAMPLEBUFFERS, SDL_GL_MULTISAMPLESAMPLES})
         SDL_GL_SetAttribute(unused, 0);
@@ -121,10 +121,10 @@ std::optional<Error> SDLWindow::makeContext() {
         return failure("making the OpenGL ES 2.0 context");
     if (SDL_GL_MakeCurrent(window_, context_) != 0)
         return failure("making the OpenGL ES 2.0 context current");
-    // The loop keeps the pace. An interval of 1 may hold it up for much longer than a frame while
-    // the window is covered. A driver that knows no intervals does not wait either.
+    // The loop controls the frame rate. With an interval of 1, a covered window may block it for
+    // much longer than a frame. A driver without swap intervals does not block, either.
     SDL_GL_SetSwapInterval(0);
-    // Not 0 everywhere: some systems show a framebuffer object, which SDL has bound by now.
+    // Not 0 on every system: some show a framebuffer object, which SDL has bound already.
     GLint bound = 0;
     glGetIntegerv(GL_FRAMEBUFFER_BINDING, &bound);
     framebuffer_ = static_cast<std::uint32_t>(bound);
@@ -134,7 +134,7 @@ std::optional<Error> SDLWindow::makeContext() {
 std::optional<Error> SDLWindow::replaceContext() {
     if (context_)
         SDL_GL_DeleteContext(context_);
-    askForContext(); // the program may have asked for other ones since
+    askForContext(); // the program may have set other ones
     return makeContext();
 }
 
@@ -190,7 +190,7 @@ void SDLWindow::setFullScreen(bool fullScreen) {
         return;
     }
     SDL_SetWindowFullscreen(window_, 0);
-    // Where no window manager puts the size back, nobody else does.
+    // Without a window manager that restores the size, nothing else does.
     SDL_SetWindowSize(window_, windowedSize_.width, windowedSize_.height);
 }
 

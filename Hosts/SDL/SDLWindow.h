@@ -11,19 +11,19 @@
 #include <optional>
 #include <string>
 
-/// A window of SDL's and the OpenGL ES 2.0 context that draws into it.
+/// An SDL window and the OpenGL ES 2.0 context that draws into it.
 ///
-/// Thread: the one that made it.
+/// Thread: main.
 class SDLWindow {
 public:
-    /// Makes a window that is not shown yet. Errors: Unavailable, with the step that failed.
+    /// Creates a window that is not shown yet. Errors: `Unavailable`, with the step that failed.
     [[nodiscard]] static platform::Result<std::unique_ptr<SDLWindow>>
     create(const SDLHostOptions& options);
     ~SDLWindow();
     SDLWindow(const SDLWindow&) = delete;
     SDLWindow& operator=(const SDLWindow&) = delete;
 
-    /// Destroys the context and makes another. Errors: Unavailable, and there is none then.
+    /// Destroys the context and creates a new one. Errors: `Unavailable`; there is no context then.
     [[nodiscard]] std::optional<platform::Error> replaceContext();
     void makeCurrent() const;
     /// The same where another library may have made a context of its own current: SDL would
@@ -33,18 +33,18 @@ public:
 
     [[nodiscard]] Uint32 id() const { return SDL_GetWindowID(window_); }
     [[nodiscard]] WindowMetrics metrics() const;
-    /// Refreshes of the display that the window is on; 60 where SDL does not know.
+    /// The refresh rate of the display that the window is on; 60 if SDL does not know it.
     [[nodiscard]] double framesPerSecond() const;
-    /// The one that the window shows.
+    /// The framebuffer that the window shows.
     [[nodiscard]] std::uint32_t framebuffer() const { return framebuffer_; }
 
     void show();
-    /// Whether somebody could see what is drawn.
+    /// Whether the user could see the window's content.
     [[nodiscard]] bool isVisible() const;
     void setTitle(const std::string& title) { SDL_SetWindowTitle(window_, title.c_str()); }
     [[nodiscard]] bool isFullScreen() const;
     void setFullScreen(bool fullScreen);
-    /// Presents what has been drawn, without waiting for the display.
+    /// Presents the frame without waiting for the display.
     void swap();
 
 private:

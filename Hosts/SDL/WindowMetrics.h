@@ -2,13 +2,13 @@
 
 #include "Platform/Foundation/Geometry.h"
 
-/// How large a window is, in both units.
+/// The size of a window in points and in pixels.
 struct WindowMetrics {
     platform::Size points;
     platform::SizePx pixels;
 
-    /// Pixels per point. Both sizes are whole numbers, so the two sides may disagree: the longer
-    /// one is off by less.
+    /// Pixels per point. Both sizes are integers, so the two axes may give different results. The
+    /// longer one is more accurate.
     [[nodiscard]] constexpr double scale() const {
         const bool wide = points.width >= points.height;
         const double longer = wide ? points.width : points.height;

@@ -7,14 +7,14 @@
 
 namespace platform {
 
-/// A broken set-up: a programming error or missing resources, never bad content.
+/// An invalid set-up: a programming error or missing resources, never invalid content.
 ///
-/// The only exception that leaves the library.
+/// No other exception leaves the library.
 class ZANTO_EXPORT AssertionFailure : public std::logic_error {
 public:
     AssertionFailure(std::string file, int line, std::string description);
 
-    /// The source unit's name, without a folder or an extension.
+    /// The name of the source file, without folder and extension.
     [[nodiscard]] const std::string& file() const { return file_; }
     [[nodiscard]] int line() const { return line_; }
     [[nodiscard]] const std::string& description() const { return description_; }

@@ -7,9 +7,9 @@
 
 namespace platform {
 
-/// Decodes standard base64 text, padding included.
+/// Decodes standard base64 text, including its padding.
 ///
-/// Errors: none when the text holds anything else, a line end included.
+/// Errors: `nullopt` for any other text; line ends are not allowed either.
 [[nodiscard]] std::optional<std::vector<std::uint8_t>> decodeBase64(std::string_view text);
 
 } // namespace platform

@@ -14,7 +14,7 @@ namespace {
 std::optional<std::vector<std::uint8_t>> readFile(const std::filesystem::path& path) {
     std::error_code ignored;
     std::ifstream file(path, std::ios::binary);
-    // Opening a folder succeeds, only reading from it fails.
+    // Opening a folder succeeds; only reading from it fails.
     if (!file || !std::filesystem::is_regular_file(path, ignored))
         return std::nullopt;
     return std::vector<std::uint8_t>(std::istreambuf_iterator<char>(file), {});

@@ -11,43 +11,43 @@
 
 namespace platform {
 
-/// A file that was built into a program: its name and its content as base64 text.
+/// A file that is built into the program: its name, and its content as base64 text.
 struct EmbeddedResource {
     std::string_view name;
     std::string_view base64;
 };
 
-/// A set of named resources: those in registered folders first, then those that were installed,
-/// then those built in.
+/// A set of named resources. A lookup searches the registered folders first, then the folder of
+/// installed copies, then the built-in resources.
 ///
-/// A file in a folder shadows the later ones even when it cannot be read, so that a broken
-/// replacement shows instead of being passed over.
+/// A file in a folder hides the later ones even when it cannot be read, so that a broken
+/// replacement is noticed instead of silently skipped.
 ///
 /// Thread: main.
 class ZANTO_EXPORT Bundle {
 public:
     Bundle() = default;
-    /// The folder of installed copies need not exist; empty: there is none.
+    /// `installedFolder` need not exist; if it is empty, there are no installed copies.
     explicit Bundle(std::vector<EmbeddedResource> embedded, std::string installedFolder = {});
 
-    /// The library's own resources: its shaders. Installed copies are looked for where they stand
-    /// beside the library, wherever that has been moved to.
+    /// The library's own resources: its shaders. Installed copies are found relative to the
+    /// library's file, so an installation may be moved.
     [[nodiscard]] static Bundle& framework();
 
-    /// The host application's own: the pictures that it refers to by name. Empty until it adds a
-    /// folder.
+    /// The resources of the host application: the images that it refers to by name. The bundle is
+    /// empty until the application adds a folder.
     [[nodiscard]] static Bundle& application();
 
-    /// Folders are asked in the order in which they were added.
+    /// Folders are searched in the order in which they were added.
     void addFolder(std::string path);
     void removeFolder(std::string_view path);
 
-    /// The resource of a file name. Errors: none when it is missing or unreadable.
+    /// Returns the resource of that file name. Errors: `nullopt` when it is missing or unreadable.
     [[nodiscard]] std::optional<std::vector<std::uint8_t>> data(std::string_view fileName) const;
-    /// The resource `name.type`. Errors: none when it is missing or unreadable.
+    /// Returns the resource `name.type`. Errors: `nullopt` when it is missing or unreadable.
     [[nodiscard]] std::optional<std::vector<std::uint8_t>> data(std::string_view name,
                                                                 std::string_view type) const;
-    /// The same as text.
+    /// Returns the resource `name.type` as text. Errors: as for `data`.
     [[nodiscard]] std::optional<std::string> string(std::string_view name,
                                                     std::string_view type) const;
 

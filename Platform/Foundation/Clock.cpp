@@ -25,7 +25,7 @@ void VirtualClock::advanceTo(Instant instant) {
 FrameGrid::FrameGrid(double framesPerSecond) : framesPerSecond_(framesPerSecond) {}
 
 Instant FrameGrid::at(std::int64_t index) const {
-    // From the index each time: adding up a rounded interval would drift off the sixtieths.
+    // Computed from the index each time, because adding up a rounded interval would drift.
     return fromSeconds(static_cast<double>(index) / framesPerSecond_);
 }
 

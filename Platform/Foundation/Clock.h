@@ -9,25 +9,25 @@
 
 namespace platform {
 
-/// A point in time, counted from the clock's own zero.
+/// A point in time, counted from the clock's zero, or a time span.
 using Instant = std::chrono::nanoseconds;
 
-/// Turns seconds into an instant or a span, rounded to the nearest nanosecond.
+/// Converts seconds to an instant or a span, rounded to the nearest nanosecond.
 [[nodiscard]] ZANTO_EXPORT Instant fromSeconds(double seconds);
 [[nodiscard]] ZANTO_EXPORT double toSeconds(Instant instant);
 
-/// Where the library's time comes from; nothing in it reads another.
+/// The source of the library's time; the library reads no other clock.
 ///
-/// Thread: any.
+/// Thread: any; thread-safe.
 class ZANTO_EXPORT Clock {
 public:
     virtual ~Clock() = default;
     [[nodiscard]] virtual Instant now() const = 0;
-    /// Whether it moves only when told, and so can stand still until other work is done.
+    /// Whether the clock advances only on request, and so can stand still until other work is done.
     [[nodiscard]] virtual bool isVirtual() const { return false; }
 };
 
-/// The machine's steady clock, zero at its creation.
+/// The machine's steady clock; it is zero when the object is created.
 class ZANTO_EXPORT SystemClock final : public Clock {
 public:
     [[nodiscard]] Instant now() const override;
@@ -36,22 +36,25 @@ private:
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
-/// A clock that moves only when told, for rendering and tests.
+/// A clock that advances only on request, for rendering and tests.
 ///
-/// Thread: one moves it; any reads it.
+/// Thread: any; thread-safe, except `advanceTo`, which is any; not thread-safe, one thread at a
+///         time.
 class ZANTO_EXPORT VirtualClock final : public Clock {
 public:
     [[nodiscard]] Instant now() const override { return Instant(now_.load()); }
     [[nodiscard]] bool isVirtual() const override { return true; }
 
-    /// Moves on; an earlier instant than now changes nothing, time never runs backwards.
+    /// Advances to `instant`. An earlier instant than now changes nothing: time never runs
+    /// backwards.
     void advanceTo(Instant instant);
 
 private:
     std::atomic<Instant::rep> now_{0};
 };
 
-/// The display's refreshes: instants at whole multiples of an interval.
+/// The refreshes of the display, which are the frame times: instants at whole multiples of an
+/// interval.
 class ZANTO_EXPORT FrameGrid {
 public:
     /// `framesPerSecond`: above 0.

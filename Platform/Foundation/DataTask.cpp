@@ -8,14 +8,15 @@
 
 namespace platform {
 
-/// What the transfer's thread leaves for the main one. Bytes come in far more often than turns.
+/// What the transfer's thread leaves for the main thread. Bytes arrive far more often than loop
+/// iterations.
 struct DataTask::Mailbox {
     std::mutex mutex; // guards everything below
     TransferProgress latest;
     bool isListenedTo = false;
     bool isTurnQueued = false;
 
-    /// Whether a turn has to be queued for it.
+    /// Returns whether a loop iteration has to be queued for it.
     [[nodiscard]] bool put(const TransferProgress& progress) {
         const std::scoped_lock lock(mutex);
         latest = progress;
@@ -49,7 +50,7 @@ void DataTask::start(TransferService& service, const TransferLimits& limits) {
     };
     request.ended = [task = weak(this), environment = environment(),
                      work = environment()->queue().beginWork()](Result<Data> result) {
-        // A function has to be copyable, and the data is not to be copied.
+        // Shared, because a `std::function` must be copyable and the data should not be copied.
         auto kept = std::make_shared<Result<Data>>(std::move(result));
         environment->queue().async([task, work, kept] {
             const auto self = task.lock();
@@ -69,7 +70,7 @@ void DataTask::readMailbox() {
     }
     if (hasEnded_ || !listener_)
         return;
-    // A copy, because a listener may set another one.
+    // A copy, because the listener may set another one.
     const ProgressListener listener = listener_;
     listener(latest);
 }
@@ -92,7 +93,7 @@ void DataTask::end(Result<Data> result) {
     hasEnded_ = true;
     transfer_.reset();
     listener_ = nullptr;
-    // Out of the session first: the completion may drop it, or start a task of its own.
+    // The session forgets the task first: the completion may release the session, or start a task.
     const auto self = shared(this);
     if (const auto session = session_.lock())
         session->forget(self);

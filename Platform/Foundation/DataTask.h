@@ -12,35 +12,36 @@ namespace platform {
 
 class URLSession;
 
-/// The download of one address into memory.
+/// Downloads one address into memory.
 ///
-/// Its completion is called exactly once, in a turn of its own, with the data or with an error. A
-/// task that is cancelled completes too, with an error that says so: whoever began something on its
-/// account, such as a bar that shows how far it is, hears of its end in one place. Whoever wants to
-/// hear nothing, an object that has gone above all, is captured weakly.
+/// The completion is called exactly once, in a loop iteration of its own, with the data or with an
+/// error. A cancelled task completes too, with an error that says so. Thus a caller can end
+/// whatever it began for the download, such as a progress bar, in one place. A completion can
+/// outlive its caller, so it captures objects weakly.
 ///
-/// Owner:  its session from `resume()` until it has ended; others keep it weakly. A task that is
-///         dropped before it is resumed, and one whose session has gone, completes never.
-/// Thread: main, completion and listener included.
+/// Owner:  the session, from `resume()` until the task has ended; others hold the task weakly. The
+///         completion is never called if the task is released before `resume()` or if its session
+///         is destroyed.
+/// Thread: main, including completion and listener.
 class ZANTO_EXPORT DataTask final : public Object {
 public:
-    /// One of them: the data may be empty, the error's detail is the cause.
+    /// Exactly one of the two is set. The data may be empty; the error's detail is the cause.
     using Completion = std::function<void(std::optional<Data> data, std::optional<Error> error)>;
     using ProgressListener = std::function<void(const TransferProgress& progress)>;
 
-    /// For sessions.
+    /// For `URLSession`, which creates the tasks.
     DataTask(std::weak_ptr<URLSession> session, URL url, Completion completion);
     ~DataTask() override;
 
-    /// Starts it, once.
+    /// Starts the download. Later calls are no-ops.
     void resume();
-    /// Stops it at any moment, also before it is resumed; nothing once it has ended.
+    /// Cancels the task, also before `resume()`. No-op once the task has ended.
     void cancel();
 
     [[nodiscard]] const URL& originalURL() const { return url_; }
     [[nodiscard]] TransferProgress progress() const;
-    /// Is told in turns of its own when bytes have come, at most once a turn, and of the last ones
-    /// before the completion.
+    /// The listener is called in loop iterations of its own when bytes have arrived, at most once
+    /// per iteration, and for the last bytes before the completion.
     void setProgressListener(ProgressListener listener);
 
 private:
@@ -50,7 +51,7 @@ private:
     void start(TransferService& service, const TransferLimits& limits);
     void readMailbox();
     void end(Result<Data> result);
-    /// Drops what is under way and whoever waits for it.
+    /// Ends the task and drops its completion and its listener.
     void abandon();
 
     std::weak_ptr<URLSession> session_;
@@ -60,7 +61,7 @@ private:
     std::shared_ptr<Mailbox> mailbox_;
     std::unique_ptr<Transfer> transfer_;
     bool wasResumed_ = false;
-    bool hasEnded_ = false; // nothing that comes later counts
+    bool hasEnded_ = false; // later events are ignored
 };
 
 } // namespace platform

@@ -13,8 +13,8 @@ class ZANTO_EXPORT Device {
 public:
     [[nodiscard]] static Device& currentDevice();
 
-    /// The platform layer's own version, "12.0" unless the host sets another. Versions below 10
-    /// bring back the events of older systems.
+    /// The version of the platform layer, "12.0" unless the host sets another. Versions below 10
+    /// enable the events of older systems.
     [[nodiscard]] const std::string& systemVersion() const { return systemVersion_; }
     void setSystemVersion(std::string version);
 

@@ -10,7 +10,7 @@
 
 namespace platform {
 
-/// The thread and what it is given; started by the first block.
+/// The thread and its blocks. The first block starts the thread.
 struct DispatchQueue::Worker {
     std::mutex mutex; // guards blocks and stopping
     std::condition_variable changed;

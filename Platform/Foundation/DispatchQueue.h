@@ -6,21 +6,21 @@
 
 namespace platform {
 
-/// Runs blocks away from the main thread, one after the other, in the order of queueing.
+/// A serial queue: runs blocks on a worker thread, one after the other, in the order of queueing.
 ///
-/// Whoever queues work that a waiting host must not overtake holds a `MainQueue::Work` in the
-/// block, and brings the result back with `MainQueue::async`. While a block runs, the environment
-/// of the call that queued it is current. A host with one thread only runs the blocks on it, in
-/// later turns; so nothing may wait for one.
+/// A block whose work must hold up virtual time owns a `MainQueue::Work`, and delivers its result
+/// with `MainQueue::async`. While a block runs, the environment of the call that queued it is
+/// current. No caller waits for a queued block, so that a platform without threads can run the
+/// blocks on the main thread.
 ///
-/// Thread: any.
-/// Errors: a block lets no exception out.
+/// Thread: any; thread-safe.
+/// Errors: a block must not throw.
 class DispatchQueue {
 public:
     using Block = std::function<void()>;
 
-    /// The queue of the current environment, for decoding and the like. Its end waits for the block
-    /// that runs and drops the rest.
+    /// The queue of the current environment, for decoding and similar work. Its destructor waits
+    /// for the block that is running and drops the others.
     [[nodiscard]] static DispatchQueue& background();
 
     DispatchQueue();
@@ -30,8 +30,8 @@ public:
 
     void async(Block block);
 
-    /// Runs the block at once, on the calling thread: what waits for its result may need what that
-    /// thread alone has, such as a GL context. The label names the work where a machine shows it.
+    /// Runs the block at once on the calling thread, because the block may need what only that
+    /// thread has, such as a GL context. `label` names the work for platforms that can display it.
     static void sync(std::string_view label, const Block& block);
 
 private:

@@ -47,7 +47,7 @@ void Environment::release() {
 
 void Environment::clear() {
     const ThreadScope scope(*this);
-    // A part that goes may ask for one that has gone.
+    // The destructor of a part may access a part that has been destroyed already.
     while (!order_.empty()) {
         const auto last = std::move(parts_[order_.back()]);
         order_.pop_back();

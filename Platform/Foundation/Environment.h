@@ -14,15 +14,16 @@
 
 namespace platform {
 
-/// The world that the players of one host live in: its main queue, and one of everything that
-/// `part` is asked for (screen, notification centre, GL device, shared textures, …).
+/// What the players of one host share: the main queue, and one object of each type that `part` is
+/// called with (screen, notification centre, GL device, shared textures, …).
 ///
-/// `MainQueue::main()`, `Screen::mainScreen()` and their like answer for the current environment.
-/// A host makes its own current for the length of each of its calls, and so does an object of the
-/// library when it is destroyed. Outside of any call the environment of the process is current. It
-/// belongs to the first host; a further host that is alive at the same time gets a new one.
+/// `MainQueue::main()`, `Screen::mainScreen()` and similar accessors use the current environment. A
+/// host makes its environment current for the duration of each of its calls, and so does an object
+/// of the library for its destructor. Outside of such calls the environment of the process is
+/// current. It belongs to the first host; a further host that is alive at the same time gets a new
+/// one.
 ///
-/// Owner:  hosts, and every object that was made in it.
+/// Owner:  the host, and every object that was created in the environment.
 /// Thread: main, except where a function says otherwise.
 class ZANTO_EXPORT Environment final : public std::enable_shared_from_this<Environment> {
 public:
@@ -31,33 +32,34 @@ public:
     Environment(const Environment&) = delete;
     Environment& operator=(const Environment&) = delete;
 
-    /// The environment of this thread's innermost scope, else the one of the process.
+    /// The environment of the innermost scope on this thread, else the environment of the process.
     ///
     /// Thread: any; thread-safe.
     [[nodiscard]] static Environment& current();
 
-    /// The current environment if no host lives in it, else a new one. It is the caller's until
-    /// `release`.
+    /// Returns the current environment if no host has claimed it, else a new one. It stays claimed
+    /// until `release`.
     [[nodiscard]] static std::shared_ptr<Environment> claim();
-    /// The host ends: drops what is queued. An environment that is not the one of the process is
-    /// cleared, too; the parts of the process's one are there for its next host.
+    /// Called when the host ends: drops the queued blocks. The parts of the process's environment
+    /// stay for the next host; those of any other environment are destroyed.
     void release();
-    /// Destroys the parts, the last one made first. Objects that live on find new parts.
+    /// Destroys the parts in the reverse order of creation. Objects that outlive them get new parts
+    /// on their next access.
     void clear();
 
     /// Thread: any; thread-safe.
     [[nodiscard]] MainQueue& queue() { return queue_; }
 
-    /// The environment's one T, made when it is first asked for. Only the source file that defines
-    /// an accessor such as `Screen::mainScreen()` may call this, because every shared library that
-    /// calls it for a type has a part of its own.
+    /// The environment's only T, which is created by the first call. Only the source file that
+    /// defines an accessor such as `Screen::mainScreen()` may call this, because every shared
+    /// library that calls it for a type gets a part of its own.
     template <class T>
     [[nodiscard]] T& part() {
         static const std::size_t index = nextPartIndex();
         if (index >= parts_.size())
             parts_.resize(index + 1);
         if (!parts_[index]) {
-            // Its constructor may ask for other parts.
+            // Its constructor may access other parts.
             auto made = std::make_unique<Part<T>>();
             parts_[index] = std::move(made);
             order_.push_back(index);
@@ -65,17 +67,20 @@ public:
         return static_cast<Part<T>&>(*parts_[index]).value;
     }
 
-    /// Runs whenever this environment becomes current in place of another one: the host's GL
-    /// context has to become current, too. Empty: nothing.
+    /// The entry is called whenever this environment becomes current in place of another one,
+    /// because the host's GL context has to become current too. It may be empty.
     void setEntry(std::function<void()> entry) { entry_ = std::move(entry); }
 
-    /// Receives the log lines of this environment in place of the process's sink; empty: none does.
-    /// Lines of threads that work for no environment go to the sink of the process.
+    /// The sink receives the log lines of this environment in place of the process's sink; an empty
+    /// function removes it. Lines from threads that work for no environment go to the process's
+    /// sink.
     void setLogSink(LogSink sink);
-    /// Whether the line was received. Thread: any; thread-safe.
+    /// Returns whether this environment has a sink, which has received the line then.
+    ///
+    /// Thread: any; thread-safe.
     [[nodiscard]] bool log(LogLevel level, std::string_view text);
 
-    /// Makes an environment current on the main thread for as long as it lives.
+    /// Makes an environment current on the main thread while the scope lives.
     class ZANTO_EXPORT Scope {
     public:
         explicit Scope(Environment& environment);
@@ -88,7 +93,7 @@ public:
         bool changes_;
     };
 
-    /// The same on any other thread, where no GL context is.
+    /// Makes an environment current on another thread, which has no GL context.
     class ZANTO_EXPORT ThreadScope {
     public:
         explicit ThreadScope(Environment& environment);
@@ -118,8 +123,8 @@ private:
     std::atomic<bool> hasLogSink_ = false;
     bool isClaimed_ = false;
     std::function<void()> entry_;
-    std::vector<std::unique_ptr<AnyPart>> parts_; // by the index of their type
-    std::vector<std::size_t> order_;              // of making
+    std::vector<std::unique_ptr<AnyPart>> parts_; // indexed by type
+    std::vector<std::size_t> order_;              // indices in the order of creation
 };
 
 } // namespace platform

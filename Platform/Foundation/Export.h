@@ -1,9 +1,8 @@
 #pragma once
 
-/// Marks what the shared libraries offer; everything else stays inside them.
+/// Marks a symbol that the shared libraries export; all other symbols are hidden.
 ///
-/// A class with a function that is defined in a source file, or that somebody may derive from,
-/// catch or cast to, has it, and so has every free function and constant of a public header. Some
-/// classes behind the public headers have it because the hosts and the program are built on them;
-/// their headers are not installed.
+/// It is set on every class that has a function in a source file or that users may derive from,
+/// catch or cast to, and on every free function and constant of a public header. Some classes whose
+/// headers are not installed have it because the hosts and the program use them.
 #define ZANTO_EXPORT __attribute__((visibility("default")))

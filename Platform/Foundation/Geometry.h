@@ -2,7 +2,7 @@
 
 namespace platform {
 
-/// A place in points, origin at the top left, y growing downward.
+/// A position in points; the origin is at the top left, y grows downward.
 struct Point {
     double x = 0;
     double y = 0;
@@ -30,7 +30,7 @@ struct SizePx {
     friend bool operator==(const SizePx&, const SizePx&) = default;
 };
 
-/// A rectangle of a framebuffer in pixels; `x` and `y` are its bottom left corner, as GL counts.
+/// A rectangle of a framebuffer in pixels; `x` and `y` are its bottom left corner, as in GL.
 struct RectPx {
     int x = 0;
     int y = 0;

@@ -2,7 +2,7 @@
 
 namespace platform {
 
-/// How the screen is held. The numbers are part of the interface.
+/// The orientation in which the screen is held. The numeric values are part of the interface.
 enum class InterfaceOrientation : int {
     Unknown = 0,
     Portrait = 1,

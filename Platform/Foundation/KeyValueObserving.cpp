@@ -19,7 +19,7 @@ void ObservableObject::removeObserver(const KeyValueObserver* observer,
 }
 
 void ObservableObject::didChangeValueForKey(std::string_view key) {
-    // An observer may drop the last reference to this object, and change the list.
+    // An observer may release the last reference to this object, and change the list.
     const auto self = shared_from_this();
     const auto entries = entries_;
     for (const Entry& entry : entries) {

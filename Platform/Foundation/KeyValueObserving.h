@@ -9,38 +9,38 @@
 
 namespace platform {
 
-/// Is told when a named property of an object changes.
+/// Observes named properties of objects.
 class KeyValueObserver {
 public:
     virtual ~KeyValueObserver() = default;
 
-    /// `keyPath`: the property's name. Ask the object for the new value.
+    /// `keyPath` is the name of the property. The observer reads the new value from the object.
     virtual void observeValueForKeyPath(std::string_view keyPath, const Object& ofObject) = 0;
 };
 
-/// When an observer is told: after each change, and, with the initial value, also in the call that
-/// registers it.
+/// When an observer is notified: after each change; with `NewAndInitial` also inside the call that
+/// registers it, for the initial value.
 enum class ObservingOptions : unsigned { New = 1, NewAndInitial = 5 };
 
-/// An object whose named properties can be watched.
+/// An object with named properties that can be observed.
 ///
-/// Owner:  observers are held weakly; one that has gone is told nothing.
-/// Thread: main. Observers are told inside the turn in which the value changes; they may add and
+/// Owner:  observers are held weakly; an observer that has been destroyed is skipped.
+/// Thread: main. Observers are notified inside the call that changes the value; they may add and
 ///         remove observers.
 class ObservableObject : public Object {
 public:
     void addObserver(const std::shared_ptr<KeyValueObserver>& observer, std::string_view forKeyPath,
                      ObservingOptions options);
-    /// Nothing for one that does not observe; safe from the observer's destructor.
+    /// No-op for an observer that is not registered; safe to call from the observer's destructor.
     void removeObserver(const KeyValueObserver* observer, std::string_view forKeyPath);
 
 protected:
-    /// To be called once the property has its new value.
+    /// Notifies the observers. Call it once the property has its new value.
     void didChangeValueForKey(std::string_view key);
 
 private:
     struct Entry {
-        const KeyValueObserver* key; // still comparable when `observer` can no longer be locked
+        const KeyValueObserver* key; // can be compared even when `observer` can no longer be locked
         std::weak_ptr<KeyValueObserver> observer;
         std::string keyPath;
     };

@@ -7,22 +7,27 @@
 
 namespace platform {
 
-/// By consequence: a feature is lost, quality is lost, a fact worth knowing once, the rest.
+/// The severity of a line, by consequence. `Error`: a feature is lost; `Warning`: quality is lost;
+/// `Info`: a fact worth knowing once; `Debug`: everything else.
 enum class LogLevel { Error, Warning, Info, Debug };
 
-/// Receives every log line of the library, without a line end.
+/// Receives the log lines of the library, without line ends. Any thread may call it, also several
+/// at the same time.
 using LogSink = std::function<void(LogLevel, std::string_view)>;
 
-/// Writes one line to the sink.
+/// Writes one line to the sink of the current environment, or to the process's sink if the
+/// environment has none.
 ///
-/// Thread: any; the sink must stand calls from any thread.
+/// Thread: any; thread-safe.
 ZANTO_EXPORT void log(LogLevel level, std::string_view text);
 
-/// Replaces the sink and gives back the earlier one. An empty sink silences the library. The first
-/// sink writes everything but `Debug` to standard error. When this returns, no other thread is in
-/// the earlier sink any more; so the caller must hold no lock that the earlier sink takes.
+/// Replaces the process's sink and returns the earlier one. An empty sink discards every line. The
+/// initial sink writes all levels except `Debug` to standard error.
 ///
-/// Thread: any.
+/// The call returns once no other thread runs the earlier sink any more. The caller must not hold a
+/// lock that the earlier sink acquires, because that is a deadlock.
+///
+/// Thread: any; thread-safe.
 ZANTO_EXPORT LogSink setLogSink(LogSink sink);
 
 } // namespace platform

@@ -7,7 +7,8 @@ MainQueue& MainQueue::main() {
     return Environment::current().queue();
 }
 
-/// Blocks may hold work, whose end wakes the host up: they go before anything else does.
+/// Blocks may hold work, whose destructor calls the wake-up, so they are destroyed before any
+/// member.
 MainQueue::~MainQueue() {
     reset();
 }
@@ -65,7 +66,8 @@ void MainQueue::runDue() {
 std::optional<MainQueue::Block> MainQueue::takeDue(Instant now, std::uint64_t bound) {
     const std::scoped_lock lock(mutex_);
     const auto first = blocks_.begin();
-    // A block queued by one of this turn sorts behind them all, so the first one decides.
+    // A block that was queued in this call sorts after all blocks that are due, so the first one
+    // decides.
     if (first == blocks_.end() || first->first.first > now || first->first.second >= bound)
         return std::nullopt;
     Block block = std::move(first->second);
@@ -82,8 +84,8 @@ std::optional<Instant> MainQueue::nextDeadline() const {
 
 void MainQueue::setClock(std::shared_ptr<const Clock> clock) {
     const std::scoped_lock lock(mutex_);
-    // What was queued before the host came waits as long as it was told to, whatever either clock
-    // counts from.
+    // Blocks that were queued with the earlier clock keep the rest of their delay, whatever the
+    // zeros of the two clocks are.
     const Instant shift = clock->now() - clock_->now();
     decltype(blocks_) shifted;
     while (!blocks_.empty()) {
@@ -125,8 +127,8 @@ void MainQueue::wakeUp() {
 
 void MainQueue::reset() {
     setWakeUp(nullptr);
-    // Destroyed outside the lock, and until none is left: a block may own objects that queue
-    // something in their destructor.
+    // Destroyed outside of the lock, and repeatedly, because the destructor of an object that a
+    // block owns may queue another block.
     decltype(blocks_) dropped;
     do {
         dropped.clear();

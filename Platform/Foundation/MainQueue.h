@@ -14,12 +14,15 @@
 
 namespace platform {
 
-/// The main thread's work: blocks for the next turn, for the next frame instant, for later.
+/// The event queue of the main thread: blocks for the next loop iteration, for the next frame time
+/// or for later.
 ///
-/// The library owns no loop. The host gives a clock and a wake-up, calls `runDue()` whenever it is
-/// woken or `nextDeadline()` has come, and so decides when everything runs.
+/// The library has no event loop of its own. The host supplies a clock and a wake-up function, and
+/// calls `runDue()` whenever it is woken or `nextDeadline()` has come. Each such call is one loop
+/// iteration, so the host decides when the blocks run.
 ///
-/// Thread: `async`, `asyncAfter`, `beginWork` and `wakeUp` any; the rest main.
+/// Thread: main, except `async`, `asyncAfter`, `beginWork` and `wakeUp`, which are any;
+///         thread-safe.
 /// Errors: an `AssertionFailure` that a block throws leaves `runDue()`; later blocks stay queued.
 class ZANTO_EXPORT MainQueue {
 public:
@@ -32,18 +35,18 @@ public:
 
     /// The queue of the current environment.
     ///
-    /// Thread: main. What posts from another thread keeps the queue of its environment.
+    /// Thread: main. Code that posts from another thread keeps a pointer to its environment.
     [[nodiscard]] static MainQueue& main();
 
-    /// Runs the block in the next turn, never inside the call that queues it.
+    /// Runs the block in the next loop iteration, never inside this call.
     void async(Block block);
 
-    /// Runs the block once `delay` has passed. Zero or less: at the next frame instant, whether
-    /// anything is to be drawn or not.
+    /// Runs the block once `delay` has passed. A delay of zero or less means the next frame time,
+    /// whether or not anything is to be drawn.
     void asyncAfter(Instant delay, Block block);
 
-    /// Work under way elsewhere (a decode, an upload, a download) that a waiting host must not
-    /// overtake: virtual time stands still while a token lives.
+    /// Work in progress elsewhere (a decode, an upload, a download). Virtual time stands still
+    /// while a token lives, so that a waiting host does not overtake the work.
     class Work {
     public:
         explicit Work(MainQueue& queue);
@@ -57,18 +60,19 @@ public:
     [[nodiscard]] std::shared_ptr<Work> beginWork();
     [[nodiscard]] int outstandingWork() const;
 
-    /// Runs the blocks whose time has come, and of those queued for the next turn the ones that
-    /// were there at the start of the call.
+    /// Runs the blocks whose time has come, except those that are queued during this call.
     void runDue();
 
-    /// Calls the host's wake-up: something beside the queue wants a turn.
+    /// Calls the host's wake-up function, for work outside of the queue that needs a loop
+    /// iteration.
     void wakeUp();
 
-    /// When `runDue()` has something to do next: now for waiting blocks, none for an empty queue.
+    /// The deadline of the next block, which is not after now if the block can run at once;
+    /// `nullopt` for an empty queue.
     [[nodiscard]] std::optional<Instant> nextDeadline() const;
 
-    /// Host set-up. The wake-up is called from the thread that queued something, outside any lock.
-    /// Once it is replaced, or the queue reset, no thread is in the earlier one any more.
+    /// Host set-up. The wake-up is called on the thread that queued something, without a lock. Once
+    /// it is replaced or the queue is reset, no other thread runs the earlier wake-up any more.
     void setClock(std::shared_ptr<const Clock> clock);
     void setFrameGrid(FrameGrid grid);
     void setWakeUp(std::function<void()> wakeUp);
@@ -77,7 +81,8 @@ public:
     [[nodiscard]] bool isTimeVirtual() const;
     [[nodiscard]] FrameGrid frameGrid() const;
 
-    /// Drops every block without running it, for a host that ends and one that starts anew.
+    /// Removes the wake-up and drops every block without running it, when a host ends or starts
+    /// again.
     void reset();
 
 private:

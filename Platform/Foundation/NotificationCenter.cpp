@@ -11,8 +11,8 @@
 namespace platform {
 namespace {
 
-/// Takes the matching entries out. They die with the result, when the list is whole again: a
-/// handler may own an observer that removes itself in its destructor.
+/// Moves the matching entries out of the list. They are destroyed with the result, when the list is
+/// consistent again: a handler may own an observer that removes itself in its destructor.
 template <class Entries, class Predicate>
 Entries takeOut(Entries& entries, Predicate matches) {
     const auto first =
@@ -41,7 +41,7 @@ void NotificationCenter::removeObserver(const Object* observer) {
 void NotificationCenter::post(std::string_view name, UserInfo userInfo, const Object* fromObject) {
     takeOut(entries_, [](const Entry& entry) { return entry.observer.expired(); });
     const Notification notification{std::string(name), std::move(userInfo), fromObject};
-    // By id, because a handler may add and remove entries while the walk goes on.
+    // By id, because a handler may add and remove entries during the iteration.
     std::vector<std::uint64_t> ids;
     for (const Entry& entry : entries_) {
         const bool isWanted = entry.sender == nullptr || entry.sender == fromObject;

@@ -16,17 +16,17 @@ namespace platform {
 
 class Object;
 
-/// What a notification carries beside its name.
+/// A value that a notification carries beside its name.
 using UserInfoValue = std::variant<bool, std::int64_t, double, std::string, Rect>;
 using UserInfo = std::map<std::string, UserInfoValue>;
 
 struct Notification {
     std::string name;
     UserInfo userInfo;
-    /// Who posted it; null where that does not matter.
+    /// The sender; null where it does not matter.
     const Object* object = nullptr;
 
-    /// The entry under `key` if it is there and of that type, else `fallback`.
+    /// Returns the entry under `key` if it exists and has that type, else `fallback`.
     template <class T>
     [[nodiscard]] T value(const std::string& key, T fallback = {}) const {
         const auto entry = userInfo.find(key);
@@ -35,9 +35,10 @@ struct Notification {
     }
 };
 
-/// Hands notifications to whoever has asked for their name, in the order of asking.
+/// Delivers notifications to the observers that are registered for their name, in the order of
+/// registration.
 ///
-/// Owner:  observers are held weakly; one that has gone receives nothing.
+/// Owner:  observers are held weakly; an observer that has been destroyed is skipped.
 /// Thread: main. Handlers run inside `post`; they may add and remove observers.
 class ZANTO_EXPORT NotificationCenter {
 public:
@@ -45,12 +46,13 @@ public:
 
     [[nodiscard]] static NotificationCenter& defaultCenter();
 
-    /// An observer that asks twice for a name is told twice. `handler` runs only while the observer
-    /// lives, so it may capture it by pointer. `fromObject`: null for notifications of any sender.
+    /// An observer that registers twice for a name is called twice. `handler` runs only while the
+    /// observer lives, so it may capture the observer by pointer. `fromObject`: the only sender to
+    /// be observed; null for every sender.
     void addObserver(const std::shared_ptr<Object>& observer, std::string_view name,
                      Handler handler, const Object* fromObject = nullptr);
 
-    /// Forgets everything that the observer asked for; safe from its destructor.
+    /// Removes all registrations of the observer; safe to call from its destructor.
     void removeObserver(const Object* observer);
 
     void post(std::string_view name, UserInfo userInfo = {}, const Object* fromObject = nullptr);
@@ -58,11 +60,11 @@ public:
 private:
     struct Entry {
         std::uint64_t id;
-        const Object* key; // still comparable when `observer` can no longer be locked
+        const Object* key; // can be compared even when `observer` can no longer be locked
         std::weak_ptr<Object> observer;
         std::string name;
         Handler handler;
-        const Object* sender; // only compared
+        const Object* sender; // only compared, never dereferenced
     };
     void deliver(std::uint64_t id, const Notification& notification);
 

@@ -11,7 +11,7 @@
 namespace platform {
 namespace {
 
-/// What stands behind the last "::" that is not part of an argument list.
+/// The text after the last "::" that is not inside an argument list.
 std::string withoutScopes(const std::string& name) {
     int depth = 0;
     for (std::size_t i = name.size(); i-- > 0;) {

@@ -11,11 +11,11 @@ namespace platform {
 
 class Environment;
 
-/// Base of the classes that are shared, observed or handed out by reference.
+/// Base of the classes that are shared, observed or returned by reference.
 ///
-/// Objects are made with `make<T>(…)`, which runs `init()` once the object can hand out itself;
-/// a host's subclasses are made the same way. An object belongs to the environment that is current
-/// when it is made, which it keeps alive, and is destroyed inside it.
+/// Objects are created with `make<T>(…)`, which calls `init()` once `shared(this)` can be used; a
+/// host's subclasses are created in the same manner. An object belongs to the environment that is
+/// current at its creation. It keeps that environment alive, and is destroyed inside of it.
 class ZANTO_EXPORT Object : public std::enable_shared_from_this<Object> {
 public:
     Object();
@@ -23,22 +23,26 @@ public:
     Object& operator=(const Object&) = delete;
     virtual ~Object();
 
-    /// The second half of construction, run by `make`. An override calls its base class first.
+    /// The second phase of construction, called by `make`. An override calls its base class first.
     virtual void init() {}
 
-    /// The class of the real receiver, without namespaces, for messages.
+    /// The name of the dynamic class, without namespaces, for messages.
     [[nodiscard]] std::string className() const;
 
-    /// What it was made in. Thread: any; thread-safe.
+    /// The environment in which the object was created.
+    ///
+    /// Thread: any; thread-safe.
     [[nodiscard]] const std::shared_ptr<Environment>& environment() const { return environment_; }
 
-    /// Destroys an object that `make` has made. Thread: main.
+    /// Destroys an object that `make` has created.
+    ///
+    /// Thread: main.
     struct ZANTO_EXPORT Deleter {
         void operator()(Object* object) const;
     };
 
 protected:
-    /// Itself as its own class; only once `init()` has begun.
+    /// Returns a pointer to this object as its own class. Precondition: `init()` has begun.
     template <class T>
     [[nodiscard]] std::shared_ptr<T> shared(T* self) {
         return std::shared_ptr<T>(shared_from_this(), self);
@@ -52,7 +56,7 @@ private:
     std::shared_ptr<Environment> environment_;
 };
 
-/// Makes a shared object and completes it.
+/// Creates a shared object and calls its `init()`.
 template <std::derived_from<Object> T, class... Arguments>
 [[nodiscard]] std::shared_ptr<T> make(Arguments&&... arguments) {
     std::shared_ptr<T> object(new T(std::forward<Arguments>(arguments)...), Object::Deleter());

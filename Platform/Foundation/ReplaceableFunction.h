@@ -12,16 +12,19 @@
 
 namespace platform {
 
-/// An address that no other thread has at the same time. Thread: any.
+/// An address that identifies the calling thread among the threads that run.
+///
+/// Thread: any; thread-safe.
 [[nodiscard]] ZANTO_EXPORT const void* currentThreadMark();
 
-/// A function that any thread may call while another one replaces it.
+/// A function that any thread may call while another thread replaces it.
 ///
 /// Once `replace` has returned, the earlier function runs on no other thread, now or later, so what
-/// it refers to may be destroyed. It is called without a lock.
+/// it refers to may be destroyed. The function is called without a lock.
 ///
-/// Thread: any. A function may replace itself, and several threads may be in it at a time. Whoever
-///         replaces it must hold no lock that the function takes.
+/// Thread: any; thread-safe. A function may replace itself, and several threads may run it at the
+///         same time. The caller of `replace` must not hold a lock that the earlier function
+///         acquires, because that is a deadlock.
 template <class... Arguments>
 class ReplaceableFunction {
 public:
@@ -36,7 +39,7 @@ public:
             call.entry->function(arguments...);
     }
 
-    /// Returns the earlier function.
+    /// Returns the earlier function, once no other thread runs it.
     Function replace(Function function) {
         auto entry = std::make_shared<Entry>(std::move(function));
         std::unique_lock lock(mutex_);
@@ -55,7 +58,7 @@ private:
         std::vector<const void*> callers; // guarded by mutex_
     };
 
-    /// Keeps the entry for the time of the call, even if the function replaces itself.
+    /// Keeps the entry alive during the call, even if the function replaces itself.
     struct Call {
         explicit Call(ReplaceableFunction& of) : owner(of) {
             const std::scoped_lock lock(owner.mutex_);
@@ -63,11 +66,12 @@ private:
             entry->callers.push_back(currentThreadMark());
         }
         ~Call() {
-            std::shared_ptr<Entry> last; // destroyed without the lock: it may call again
+            std::shared_ptr<Entry>
+                last; // destroyed after the unlock: its destructor may call this again
             const std::scoped_lock lock(owner.mutex_);
             auto& callers = entry->callers;
             callers.erase(std::find(callers.begin(), callers.end(), currentThreadMark()));
-            // Whoever waits for this call destroys the function, never the thread of the call.
+            // A thread that waits in `replace` destroys the function, never the thread of the call.
             if (entry.use_count() == 1)
                 last.swap(entry);
             entry.reset();
@@ -80,7 +84,7 @@ private:
         std::shared_ptr<Entry> entry;
     };
 
-    std::mutex mutex_; // guards entry_
+    std::mutex mutex_; // guards entry_ and its callers
     std::condition_variable ended_;
     std::shared_ptr<Entry> entry_;
 };

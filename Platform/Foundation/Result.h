@@ -6,23 +6,23 @@
 
 namespace platform {
 
-/// Why an operation that is expected to fail now and then has failed.
+/// The cause of a failure that is expected to occur in normal operation.
 enum class ErrorCode {
-    Missing,     ///< nothing is there under that name
-    Unreadable,  ///< it is there, and the system refuses to hand it over
-    Unsupported, ///< a kind or variant that nobody here understands
-    Corrupt,     ///< the right kind, cut short or damaged
+    Missing,     ///< nothing exists under that name
+    Unreadable,  ///< it exists, but the system refuses access
+    Unsupported, ///< a kind or variant that this build does not support
+    Corrupt,     ///< the right kind, but truncated or damaged
     TooLarge,    ///< over a limit of the machine or of the host
-    Unavailable, ///< the machine lacks what is needed
+    Unavailable, ///< the machine lacks something that is required
 };
 
-/// A failure: the code for programs, one sentence for people.
+/// A failure: a code for programs, and one sentence for the user.
 struct Error {
     ErrorCode code;
     std::string detail;
 };
 
-/// The value of an operation, or the reason why there is none.
+/// The value of an operation, or the reason why it has failed.
 template <class T>
 class [[nodiscard]] Result {
 public:
@@ -32,12 +32,12 @@ public:
     [[nodiscard]] bool ok() const { return state_.index() == 0; }
     explicit operator bool() const { return ok(); }
 
-    /// Only while `ok()`.
+    /// Precondition: `ok()`.
     [[nodiscard]] T& value() & { return std::get<0>(state_); }
     [[nodiscard]] const T& value() const& { return std::get<0>(state_); }
     [[nodiscard]] T&& value() && { return std::get<0>(std::move(state_)); }
 
-    /// Only while not `ok()`.
+    /// Precondition: not `ok()`.
     [[nodiscard]] const Error& error() const { return std::get<1>(state_); }
 
 private:

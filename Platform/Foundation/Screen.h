@@ -5,21 +5,22 @@
 
 namespace platform {
 
-/// The rectangle that the host gives: a window's content area or a device's whole screen.
+/// The rectangle that the host provides: the content area of a window or the whole screen of a
+/// device.
 ///
 /// Thread: main.
 class ZANTO_EXPORT Screen {
 public:
     [[nodiscard]] static Screen& mainScreen();
 
-    /// In points, as held: wider than high in landscape.
+    /// In points and in the current orientation: wider than high in landscape.
     [[nodiscard]] Rect bounds() const { return {{}, size_}; }
-    /// In pixels and portrait-up whichever way it is held: width is the smaller side.
+    /// In pixels and in portrait, whatever the current orientation: the width is the smaller side.
     [[nodiscard]] Rect nativeBounds() const;
     /// Pixels per point.
     [[nodiscard]] double scale() const { return scale_; }
 
-    /// For hosts, which go through `Application::setContentSize`.
+    /// For `Application::setContentSize`, which hosts call instead.
     void setSize(Size points, double scale);
 
 private:

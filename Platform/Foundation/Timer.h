@@ -7,13 +7,14 @@
 
 namespace platform {
 
-/// A repeating or single call on the main queue.
+/// Calls an action on the main queue, once or repeatedly.
 ///
-/// Deadlines are whole multiples of the interval after the start; one that was missed by a full
-/// interval is skipped, not made up for.
+/// Deadlines are whole multiples of the interval after the start. A deadline that is missed by a
+/// full interval is skipped.
 ///
-/// Owner:  whoever holds it; the last release or `invalidate()` stops it, also from inside the
-/// call. Thread: main.
+/// Owner:  the holders of the pointer. Releasing the last one or calling `invalidate()` stops the
+///         timer, also from inside the action.
+/// Thread: main.
 class Timer : public std::enable_shared_from_this<Timer> {
 public:
     enum class Repeats { No, Yes };

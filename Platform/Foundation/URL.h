@@ -8,22 +8,23 @@
 
 namespace platform {
 
-/// The address of a file or of something on the network.
+/// The address of a file or of a network resource.
 ///
-/// Thread: any, it never changes.
+/// Thread: any; thread-safe. A URL is immutable.
 class ZANTO_EXPORT URL {
 public:
-    /// A file by its path; a relative one is taken from the current folder at this moment.
+    /// The address of a file. A relative path is resolved against the current folder at the time of
+    /// the call.
     [[nodiscard]] static URL fileURLWithPath(const std::string& path);
 
-    /// An absolute address: `scheme:rest`. Errors: none when there is no scheme or it holds a
-    /// character that no address may hold.
+    /// Parses an absolute address: `scheme:rest`. Errors: `nullopt` when it has no scheme or
+    /// contains a character that is not allowed in an address.
     [[nodiscard]] static std::optional<URL> URLWithString(std::string_view text);
 
     [[nodiscard]] bool isFileURL() const { return scheme_ == "file"; }
     /// In lower case: "file", "https".
     [[nodiscard]] const std::string& scheme() const { return scheme_; }
-    /// What lies behind the authority, percent-decoded, without query and fragment.
+    /// The part after the authority, percent-decoded, without query and fragment.
     [[nodiscard]] std::string path() const;
     [[nodiscard]] const std::string& absoluteString() const { return text_; }
 

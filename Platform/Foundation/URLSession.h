@@ -10,11 +10,11 @@
 
 namespace platform {
 
-/// Downloads, over http and https and from files.
+/// Downloads over http and https, and from files.
 ///
-/// Its callback queue is the main queue: everything is heard between turns of the loop, one after
-/// the other, and virtual time stands still while a download is under way. A server's status is
-/// not looked at: what comes is the data. Nothing is kept and nothing is tried again.
+/// All callbacks run on the main queue, each in a loop iteration of its own, and virtual time
+/// stands still while a download is in progress. A server's status is not checked: the body is the
+/// data whatever the status is. Nothing is cached and nothing is retried.
 ///
 /// ```cpp
 /// auto task = platform::URLSession::sharedSession()->dataTaskWithURL(
@@ -22,22 +22,22 @@ namespace platform {
 /// task->resume();
 /// ```
 ///
-/// Owner:  whoever made it; the end of a session stops its tasks, and they complete never.
-/// Thread: main; the work is done elsewhere, and no call waits for it.
+/// Owner:  its creator. The destructor stops the session's tasks, whose completions then never run.
+/// Thread: main. Other threads do the work, and no call waits for it.
 class ZANTO_EXPORT URLSession final : public Object {
 public:
-    /// The session of the current environment, ended with it.
+    /// The session of the current environment, which owns it.
     [[nodiscard]] static const std::shared_ptr<URLSession>& sharedSession();
 
     URLSession();
     ~URLSession() override;
 
-    /// A task that has not started. Errors of its completion: see `TransferService`; and Unreadable
-    /// for a task that was cancelled.
+    /// Creates a task that has not started. Errors of its completion: those of `TransferService`,
+    /// and Unreadable for a task that was cancelled.
     [[nodiscard]] std::shared_ptr<DataTask> dataTaskWithURL(const URL& url,
                                                             DataTask::Completion completion);
 
-    /// Of the tasks that are resumed from now on.
+    /// Applies to the tasks that are resumed from now on.
     void setLimits(TransferLimits limits) { limits_ = std::move(limits); }
     [[nodiscard]] const TransferLimits& limits() const { return limits_; }
 
@@ -48,7 +48,8 @@ private:
 
     TransferLimits limits_;
     std::unique_ptr<TransferService> service_;
-    std::set<std::shared_ptr<DataTask>> running_; // their transfers go before the service
+    std::set<std::shared_ptr<DataTask>>
+        running_; // declared last: their transfers are destroyed before the service
 };
 
 } // namespace platform

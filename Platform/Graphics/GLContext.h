@@ -5,22 +5,22 @@
 
 namespace platform {
 
-/// A logical handle on the host's one GL context; a second one creates no second real context, so
-/// names stay valid whichever handle is released.
+/// A logical handle on the host's only GL context. All handles share that real context, so GL names
+/// stay valid whichever handle is released.
 ///
 /// Thread: main.
 class GLContext {
 public:
-    /// Errors: null, and a log line, while no host has brought a context.
+    /// Errors: null and a log line while no host has installed a context.
     [[nodiscard]] static std::shared_ptr<GLContext> create();
 
-    /// Makes the host's context current for GL calls that follow.
+    /// Makes the host's context current for the GL calls that follow.
     ///
-    /// Errors: false for null and for a handle on a context that the host has taken away; GL must
-    /// not be called then.
+    /// Errors: false for null and for a handle on a context that the host has removed; the caller
+    ///         must not call GL then.
     static bool setCurrentContext(const std::shared_ptr<GLContext>& context);
 
-    /// The handle that was made current last, null if it is gone.
+    /// The handle that was made current last; null if it has been destroyed.
     [[nodiscard]] static std::shared_ptr<GLContext> currentContext();
 
 private:

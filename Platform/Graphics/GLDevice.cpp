@@ -21,7 +21,7 @@ bool offers(const char* extension) {
     return glString(GL_EXTENSIONS).find(extension) != std::string::npos;
 }
 
-/// Handles on a context of one host must never fit a context of another.
+/// A counter of the process, so that a handle on one host's context is never valid for another's.
 std::uint32_t nextGeneration() {
     static std::atomic<std::uint32_t> last{0};
     return ++last;

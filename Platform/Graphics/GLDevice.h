@@ -9,52 +9,55 @@
 
 namespace platform {
 
-/// What a host gives of its OpenGL ES 2.0 context.
+/// The OpenGL ES 2.0 context of a host.
 struct GLBindings {
-    /// Makes the context current on the calling thread. Called before any GL call that does not
-    /// come from inside the host's own draw call; empty if the context is always current.
+    /// Makes the context current on the calling thread. The library calls it before any GL call
+    /// outside of the host's own draw call. Optional: empty if the context is always current.
     std::function<void()> makeCurrent;
-    /// The address of a GL function by name, extensions included.
+    /// Returns the address of a GL function by its name, including extension functions. Required.
     std::function<void*(const char*)> procAddress;
     GLQuirks quirks = {};
 };
 
-/// Posted when a host has brought a new context in place of one that was lost: every GL name of the
-/// earlier one is gone, and whoever shows something sets it up again.
+/// Posted when a host has installed a new context in place of a lost one. All GL names of the
+/// earlier context are invalid, so observers that draw set up their GL objects again.
 inline constexpr const char* kGLContextWasReplaced = "GLContextWasReplacedNotification";
 
-/// The host's one real GL context: its limits, its quirks and the functions that have to be looked
-/// up. One for each environment.
+/// The host's only real GL context: its limits, its quirks and the extension functions that are
+/// loaded by name. Each environment has one device.
 ///
-/// Installed by the host before the first view is shown and removed after the last is gone.
+/// The host installs it before the first view is shown, and uninstalls it after the last one has
+/// gone.
 ///
 /// Thread: main.
 class ZANTO_EXPORT GLDevice {
 public:
     [[nodiscard]] static GLDevice& main();
 
-    /// Takes over the host's context and makes it current.
+    /// Installs the host's context and makes it current.
     ///
-    /// Errors: a log line and false when it is no OpenGL ES 2.0 context or lacks vertex array
-    /// objects; nothing can be drawn then.
+    /// Errors: false and a log line when the context is not OpenGL ES 2.0 or later or lacks vertex
+    ///         array objects; nothing can be drawn then.
     [[nodiscard]] bool install(GLBindings bindings);
 
-    /// The host's context is about to go; objects that outlive it delete nothing any more.
+    /// Called before the context is destroyed. Objects that outlive the context delete no GL names.
     void uninstall();
 
     [[nodiscard]] bool isInstalled() const { return installed_; }
-    /// Another number for every context that any host of the process has installed, never 0.
+    /// Identifies the installed context. No two contexts of the process have the same number; 0
+    /// before the first installation.
     [[nodiscard]] std::uint32_t generation() const { return generation_; }
     void makeCurrent() const;
 
-    /// Longest side of a texture, in pixels.
+    /// The longest side of a texture, in pixels.
     [[nodiscard]] int maxTextureSidePx() const { return maxTextureSidePx_; }
-    /// EXT_unpack_subimage: uploads can skip what lies between the rows of a picture.
+    /// EXT_unpack_subimage: uploads can skip the padding between the rows of an image.
     [[nodiscard]] bool hasUnpackSubimage() const { return hasUnpackSubimage_; }
     [[nodiscard]] const GLQuirks& quirks() const { return bindings_.quirks; }
     void setQuirks(const GLQuirks& quirks) { bindings_.quirks = quirks; }
 
-    /// OES_vertex_array_object, which link libraries do not export.
+    /// OES_vertex_array_object. Its functions are loaded by name because GL libraries do not export
+    /// them.
     void genVertexArrays(int count, std::uint32_t* names) const { genVertexArrays_(count, names); }
     void bindVertexArray(std::uint32_t name) const { bindVertexArray_(name); }
     void deleteVertexArrays(int count, const std::uint32_t* names) const {

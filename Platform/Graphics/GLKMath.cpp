@@ -51,7 +51,8 @@ GLKMatrix4 GLKMatrix4MakeScale(float x, float y, float z) {
 }
 
 GLKMatrix4 GLKMatrix4MakePerspective(float fovyRadians, float aspect, float nearZ, float farZ) {
-    // By hand: glm asserts on the aspect of a view that has no size, whose matrix is one of NaNs.
+    // Not by glm, which asserts on the aspect of a view without a size; that view's matrix is all
+    // NaNs.
     const float tangent = std::tan(fovyRadians / 2.0F);
     GLKMatrix4 matrix{};
     matrix.m[0] = 1.0F / (aspect * tangent);
@@ -63,7 +64,7 @@ GLKMatrix4 GLKMatrix4MakePerspective(float fovyRadians, float aspect, float near
 }
 
 GLKMatrix4 GLKMatrix4MakeWithQuaternion(GLKQuaternion q) {
-    // Divided by hand: glm::normalize gives the identity for a quaternion of zeros.
+    // Not by glm::normalize, which returns the identity for a quaternion of zeros.
     const glm::quat raw(q.w, q.x, q.y, q.z);
     return fromGlm(glm::mat4_cast(raw / glm::length(raw)));
 }

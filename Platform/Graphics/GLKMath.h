@@ -3,13 +3,13 @@
 #include "Platform/Foundation/Export.h"
 
 // Vectors, quaternions and matrices of the scene, as plain C structs so that functions with C
-// linkage can take them by value. Single precision throughout; angles in radians.
+// linkage can take them by value. They are of single precision throughout; angles are in radians.
 //
-// Matrices are column-major: element 4 * c + r stands in column c, row r, and elements 12, 13, 14
-// hold the translation. A point p is transformed as M * p, so in `GLKMatrix4Multiply(A, B)` B acts
-// first, and `GLKMatrix4Rotate(M, …)` turns before M does whatever it did.
+// Matrices are column-major: element 4 * c + r is in column c and row r, and elements 12, 13 and 14
+// are the translation. A point p is transformed as M * p, so in `GLKMatrix4Multiply(A, B)` B is
+// applied first, and `GLKMatrix4Rotate(M, …)` applies the rotation before M.
 //
-// Thread: any, everything here is pure.
+// Thread: any; thread-safe. All functions are pure.
 
 extern "C" {
 
@@ -36,27 +36,27 @@ ZANTO_EXPORT GLKVector3 GLKVector3Make(float x, float y, float z);
 ZANTO_EXPORT GLKVector4 GLKVector4Make(float x, float y, float z, float w);
 ZANTO_EXPORT GLKQuaternion GLKQuaternionMake(float x, float y, float z, float w);
 
-/// A turn about the axis (x, y, z), counter-clockwise seen against it; the axis need not be of unit
-/// length.
+/// A rotation about the axis (x, y, z), counter-clockwise as seen when the axis points at the
+/// viewer. The axis need not be of unit length.
 ZANTO_EXPORT GLKMatrix4 GLKMatrix4MakeRotation(float radians, float x, float y, float z);
 ZANTO_EXPORT GLKMatrix4 GLKMatrix4MakeTranslation(float x, float y, float z);
 ZANTO_EXPORT GLKMatrix4 GLKMatrix4MakeScale(float x, float y, float z);
 
-/// The right-handed perspective that looks along -z and maps depth to -1…1.
+/// A right-handed perspective projection that looks along -z and maps depth to -1…1.
 ///
-/// `fovyRadians` is the vertical field of view, `aspect` width over height; both clipping distances
-/// are positive.
+/// `fovyRadians` is the vertical field of view and `aspect` is width / height; both clipping
+/// distances are positive.
 ZANTO_EXPORT GLKMatrix4 GLKMatrix4MakePerspective(float fovyRadians, float aspect, float nearZ,
                                                   float farZ);
 
-/// The rotation that the quaternion stands for. It is normalised first, so that a quaternion of
-/// zeros gives a matrix of NaNs.
+/// The rotation that the quaternion represents. The quaternion is normalised first, so a quaternion
+/// of zeros gives a matrix of NaNs.
 ZANTO_EXPORT GLKMatrix4 GLKMatrix4MakeWithQuaternion(GLKQuaternion quaternion);
 
 ZANTO_EXPORT GLKMatrix4 GLKMatrix4Multiply(GLKMatrix4 left, GLKMatrix4 right);
 ZANTO_EXPORT GLKVector4 GLKMatrix4MultiplyVector4(GLKMatrix4 matrix, GLKVector4 vector);
 
-/// The matrix times a rotation, a translation, a scaling.
+/// The matrix times a rotation, a translation or a scaling.
 ZANTO_EXPORT GLKMatrix4 GLKMatrix4Rotate(GLKMatrix4 matrix, float radians, float x, float y,
                                          float z);
 ZANTO_EXPORT GLKMatrix4 GLKMatrix4Translate(GLKMatrix4 matrix, float x, float y, float z);

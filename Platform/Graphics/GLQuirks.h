@@ -2,19 +2,21 @@
 
 namespace platform {
 
-/// Switches for contexts and drivers that stand less than the others, or are quicker another way.
-/// None changes a picture. All are off unless a host sets them; those that are set are logged when
+/// Workarounds for GL contexts and drivers that are stricter or slower than others. They do not
+/// change what is drawn. All are off unless a host sets them; those that are set are logged when
 /// the context is installed.
 struct GLQuirks {
-    /// WebGL: an enabled attribute without a buffer stops every draw, and binding a framebuffer
-    /// name that was never generated is an error. The upload of a video frame then ends without the
-    /// two calls that take a buffer's name for an attribute and for a framebuffer.
+    /// For WebGL, where binding a framebuffer name that was never generated is an error, and an
+    /// enabled attribute without a buffer stops every draw call. When set, the upload of a video
+    /// frame skips its last two calls, which use a buffer's name as an attribute and as a
+    /// framebuffer.
     bool endsUploadsPlainly = false;
-    /// Many draw calls cost more than many vertices: every mesh is drawn whole, without frustum
-    /// culling and without skipping the quads on which no watermark shows.
+    /// For drivers on which many draw calls cost more than many vertices. When set, every mesh is
+    /// drawn whole: without frustum culling, and including the quads on which no watermark is
+    /// visible.
     bool drawsWholeMeshes = false;
-    /// The driver offers EXT_unpack_subimage and fails at it: rows with padding between them are
-    /// uploaded from a copy without.
+    /// For drivers that offer EXT_unpack_subimage but fail to apply it. When set, rows with padding
+    /// between them are uploaded from a copy without padding.
     bool copiesPaddedRows = false;
 };
 

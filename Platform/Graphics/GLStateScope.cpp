@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-/// Of OES_vertex_array_object, which every context has.
+/// A constant of OES_vertex_array_object, which every installed context offers.
 constexpr GLenum kVertexArrayBinding = 0x85B5;
 
 int integer(GLenum name) {
@@ -23,7 +23,7 @@ void setEnabled(GLenum capability, bool enabled) {
         glDisable(capability);
 }
 
-/// The name, or 0 when the object was deleted: binding the name would create another object.
+/// The name, or 0 if the object was deleted: binding a deleted name would create a new object.
 GLuint stillThere(int name, GLboolean (*isObject)(GLuint)) {
     const auto unsignedName = static_cast<GLuint>(name);
     return isObject(unsignedName) == GL_TRUE ? unsignedName : 0;

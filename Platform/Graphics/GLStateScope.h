@@ -6,14 +6,14 @@
 
 namespace platform {
 
-/// Restores the application's GL state when it ends, for set-up and uploads inside calls that an
-/// application may make between GL calls of its own.
+/// Restores the application's GL state when the scope ends, for set-up and uploads inside calls
+/// that an application may make between GL calls of its own.
 ///
-/// Covers the bound program, vertex array, array buffer and 2D textures of units 0 to 4, the active
-/// unit, the unpack alignment, the depth test, the depth mask and face culling. Drawing changes
-/// more. An object that was deleted meanwhile is not bound again.
+/// The state is the bound program, vertex array, array buffer and 2D textures of units 0 to 4, the
+/// active unit, the unpack alignment, the depth test, the depth mask and face culling. Drawing
+/// changes more than that. An object that was deleted in the meantime is not bound again.
 ///
-/// Does nothing while no host has brought a context.
+/// The scope does nothing while no host has installed a context.
 ///
 /// Thread: main.
 class GLStateScope {

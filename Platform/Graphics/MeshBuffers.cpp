@@ -34,7 +34,7 @@ MeshBuffers uploadMesh(const MeshVertices& vertices, std::uint32_t textureCoordi
         uploadAttribute(kPositionAttribute, vertices.positions, 3, vertices.count, usage);
     buffers.textureCoordinates = uploadAttribute(
         textureCoordinateAttribute, vertices.textureCoordinates, 2, vertices.count, usage);
-    // A host that points attributes of its own must not write into this object.
+    // Unbound, so that a host that sets its own attribute pointers does not change this object.
     device.bindVertexArray(0);
     return buffers;
 }

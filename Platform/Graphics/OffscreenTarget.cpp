@@ -31,7 +31,7 @@ OffscreenTarget::OffscreenTarget(SizePx size)
     : size_(size), generation_(GLDevice::main().generation()) {
     glGetIntegerv(GL_FRAMEBUFFER_BINDING, &previous_);
     glGetIntegerv(GL_VIEWPORT, previousViewport_.data());
-    // The unit that is active keeps what its user bound there.
+    // The active unit keeps the texture that its user has bound there.
     GLint boundTexture = 0;
     glGetIntegerv(GL_TEXTURE_BINDING_2D, &boundTexture);
     glGenTextures(1, &texture_);
@@ -46,7 +46,7 @@ OffscreenTarget::OffscreenTarget(SizePx size)
     glGenFramebuffers(1, &framebuffer_);
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
     glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, texture_, 0);
-    clear(); // a fresh texture holds anything at all
+    clear(); // the content of a new texture is undefined
 }
 
 void OffscreenTarget::clear() const {
@@ -57,7 +57,7 @@ void OffscreenTarget::clear() const {
 }
 
 OffscreenTarget::~OffscreenTarget() {
-    // In a context that replaced ours the names are somebody else's.
+    // In a context that has replaced ours, the names belong to other objects.
     if (generation_ != GLDevice::main().generation())
         return;
     glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(previous_));
@@ -72,7 +72,7 @@ PixelStorage OffscreenTarget::readPixels() const {
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     PixelStorage pixels(size_.width, size_.height);
     glReadPixels(0, 0, size_.width, size_.height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.bytes.get());
-    // GL's first row is the lowest.
+    // The first row in GL is the lowest one.
     for (int top = 0, bottom = size_.height - 1; top < bottom; ++top, --bottom)
         std::swap_ranges(pixels.row(top), pixels.row(top) + pixels.rowBytes(), pixels.row(bottom));
     return pixels;

@@ -11,16 +11,16 @@
 
 namespace platform {
 
-/// A framebuffer of our own with one 8-bit RGBA picture behind it, no depth, no multisampling,
+/// A framebuffer with one 8-bit RGBA texture, without depth buffer and multisampling. It is
 /// transparent black at first.
 ///
-/// While it lives it is bound; the framebuffer that was bound before comes back with its end, and
-/// the viewport with it.
+/// It is bound while it lives. The destructor restores the framebuffer that was bound before and
+/// the viewport.
 ///
 /// Thread: main, with the GL context current.
 class ZANTO_EXPORT OffscreenTarget {
 public:
-    /// Errors: TooLarge (a side is 0 or over the context's limit), Unavailable (GL refused it).
+    /// Errors: TooLarge (a side is 0 or over the context's limit), Unavailable (GL refuses it).
     [[nodiscard]] static Result<std::unique_ptr<OffscreenTarget>> create(SizePx size);
     ~OffscreenTarget();
     OffscreenTarget(const OffscreenTarget&) = delete;
@@ -29,9 +29,9 @@ public:
     [[nodiscard]] std::uint32_t framebuffer() const { return framebuffer_; }
     [[nodiscard]] SizePx size() const { return size_; }
 
-    /// Transparent black all over; binds the framebuffer.
+    /// Fills it with transparent black; binds the framebuffer.
     void clear() const;
-    /// What has been drawn, its top row first, alpha as GL left it.
+    /// Returns what has been drawn, top row first, with the alpha that GL has written.
     [[nodiscard]] PixelStorage readPixels() const;
 
 private:

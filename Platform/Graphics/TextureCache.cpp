@@ -14,10 +14,11 @@
 namespace platform {
 namespace {
 
-/// Of EXT_unpack_subimage; set only where the context has it.
+/// A constant of EXT_unpack_subimage; used only where the context offers it.
 constexpr GLenum kUnpackRowLength = 0x0CF2;
 
-/// Every view flushes once a frame, so storage comes round again within twice the number of views.
+/// Every view flushes once per frame, so storage is reused within twice as many flushes as there
+/// are views; storage that is idle for longer is freed.
 constexpr int kMostIdleFlushes = 8;
 
 int bytesPerTexel(GLenum format) {
@@ -42,7 +43,7 @@ TextureCache::Shared& TextureCache::shared() {
     return Environment::current().part<Shared>();
 }
 
-/// The planes that textures hold, and storage for more; one for all caches.
+/// The textures with the planes that they hold, and spare storage; shared by all caches.
 class TextureCache::Uploads {
 public:
     static std::shared_ptr<Uploads> ofAllCaches() {
@@ -97,7 +98,7 @@ private:
         std::shared_ptr<TextureInfo> texture;
         GLenum format = 0;
         std::weak_ptr<const PixelBuffer> buffer;
-        std::uint64_t identity = 0; // of the buffer, which may have gone
+        std::uint64_t identity = 0; // of the buffer, which may have been destroyed
         int plane = 0;
         int idleFlushes = 0;
 
@@ -109,7 +110,7 @@ private:
     };
 
     void forgetLostContext() {
-        // Names of a lost context are not deleted: the textures see to that.
+        // The textures' destructors do not delete names of a lost context.
         if (std::exchange(generation_, GLDevice::main().generation()) !=
             GLDevice::main().generation())
             entries_.clear();
@@ -126,7 +127,7 @@ private:
         const std::uint8_t* pixels = isPadded && !skips
                                          ? withoutPadding(plane, rowBytes, texture.size().height)
                                          : plane.bytes;
-        // Storage that has taken a plane takes the next one: no need to ask for errors.
+        // Storage that has been allocated accepts the next plane, so errors need not be checked.
         const GLenum error = isNew ? texture.define(format, pixels) : GL_NO_ERROR;
         if (!isNew)
             texture.refill(format, pixels);
@@ -135,7 +136,7 @@ private:
         return error;
     }
 
-    /// One copy and one upload cost a third of an upload for each row.
+    /// One copy and one upload cost a third of one upload per row.
     const std::uint8_t* withoutPadding(const PixelBuffer::Plane& plane, int rowBytes, int rows) {
         const auto length = static_cast<std::size_t>(rowBytes);
         packed_.resize(length * static_cast<std::size_t>(rows));

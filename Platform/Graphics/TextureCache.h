@@ -10,19 +10,21 @@ namespace platform {
 
 class GLContext;
 
-/// Turns the planes of pixel buffers into textures: linear filtering, clamped to the edge, the
-/// first row at v = 0.
+/// Uploads the planes of pixel buffers to textures: linear filtering, clamped to the edge, first
+/// row at v = 0.
 ///
-/// A plane is uploaded once for all caches of the process, and its texture is kept as long as the
-/// buffer may be shown again; afterwards its storage takes a plane of a later buffer. So whoever
-/// lets go of the textures of a frame, flushes, and asks for those of the next one, keeps two sets
-/// going: one is filled while the other may still be drawn from.
+/// A plane is uploaded once for all caches of the environment. Its texture is kept while the pixel
+/// buffer lives, because the buffer may be shown again; afterwards the texture's storage is reused
+/// for a plane of a later buffer. A caller that releases the textures of a frame, calls `flush()`
+/// and then requests those of the next frame therefore alternates between two sets of textures: one
+/// is filled while the other may still be drawn from.
 ///
-/// Owner:  whoever shows video. With the last cache the textures that nobody holds go too.
+/// Owner:  the code that shows the video. The destructor of the last cache also drops the textures
+///         that are not in use.
 /// Thread: main.
 class TextureCache {
 public:
-    /// A status that is not GL's: the context has been taken away.
+    /// A status that is not a GL error code: the context has been removed.
     static constexpr std::int32_t kNoContext = -1;
 
     /// The cache, or null and a status.
@@ -32,22 +34,22 @@ public:
     TextureCache(const TextureCache&) = delete;
     TextureCache& operator=(const TextureCache&) = delete;
 
-    /// The texture, or null and a status: GL's error code, or `kNoContext`.
+    /// The texture, or null and a status: a GL error code or `kNoContext`.
     struct Plane {
         std::shared_ptr<TextureInfo> texture;
         std::int32_t status = 0;
     };
-    /// A plane as a texture, which is bound to the active unit.
+    /// Returns a plane as a texture, which is bound to the active unit.
     ///
-    /// `planeIndex` is 0 or 1, `format` GL's, GL_LUMINANCE or GL_LUMINANCE_ALPHA, of bytes; `size`
-    /// is at least 1 × 1 and at most what the plane holds.
+    /// `planeIndex` is 0 or 1; `format` is GL_LUMINANCE or GL_LUMINANCE_ALPHA, of bytes; `size` is
+    /// at least 1 × 1 and at most the size of the plane.
     [[nodiscard]] Plane createTextureFromImage(const PixelBufferPtr& buffer, int planeIndex,
                                                std::uint32_t format, SizePx size);
 
-    /// Frees storage that nothing has been put into for a while. Once a frame.
+    /// Frees storage that has not been reused for a while. Call it once per frame.
     void flush();
 
-    /// How many planes the environment's caches have uploaded so far.
+    /// The number of planes that the environment's caches have uploaded so far.
     [[nodiscard]] static std::uint64_t uploadedPlanes();
 
 private:

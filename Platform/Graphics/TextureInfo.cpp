@@ -9,8 +9,8 @@
 namespace platform {
 namespace {
 
-/// An error left by somebody else must not be taken for an upload's. Bounded, because a lost
-/// context reports the same error for ever.
+/// Clears earlier errors, so that they are not attributed to an upload. The loop is bounded because
+/// a lost context reports the same error forever.
 void clearErrors() {
     constexpr int mostFlags = 16;
     for (int i = 0; i < mostFlags && glGetError() != GL_NO_ERROR; ++i) {

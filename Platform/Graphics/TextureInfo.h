@@ -9,13 +9,14 @@ namespace platform {
 
 class GLContext;
 
-/// A texture that is deleted with its last holder, unless its context has gone before it: linear
-/// filtering, clamped to the edge, no mipmaps.
+/// A texture with linear filtering, clamped to the edge, without mipmaps. The last reference
+/// deletes its GL name, unless its context has been lost before.
 ///
 /// Thread: main.
 class TextureInfo {
 public:
-    /// A texture without pixels, bound to the active unit. The context is current.
+    /// Creates a texture without pixels and binds it to the active unit. Precondition: the context
+    /// is current.
     TextureInfo(std::shared_ptr<GLContext> context, SizePx size);
     ~TextureInfo();
     TextureInfo(const TextureInfo&) = delete;
@@ -25,12 +26,14 @@ public:
     [[nodiscard]] std::uint32_t name() const { return name_; }
     [[nodiscard]] SizePx size() const { return size_; }
 
-    /// Makes the storage anew and fills it; `format` is GL's, such as GL_RGBA, of bytes. Rows begin
-    /// at v = 0 and lie as the unpack row length says. The texture is bound to the active unit.
+    /// Allocates the storage and fills it. `format` is GL's, such as GL_RGBA, of bytes. The first
+    /// row is at v = 0; the unpack row length applies. Precondition: the texture is bound to the
+    /// active unit.
     ///
-    /// Errors: GL's code, 0 for none.
+    /// Errors: GL's error code, 0 for none.
     [[nodiscard]] std::uint32_t define(std::uint32_t format, const std::uint8_t* pixels) const;
-    /// Fills the storage that a definition of the same format has made.
+    /// Fills the storage that `define` has allocated with the same format. It has the same
+    /// precondition.
     void refill(std::uint32_t format, const std::uint8_t* pixels) const;
 
 private:

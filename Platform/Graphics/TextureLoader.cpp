@@ -19,7 +19,7 @@
 namespace platform {
 namespace {
 
-/// The textures that live, by their picture.
+/// The existing textures by their image.
 class Uploads {
 public:
     static Uploads& shared() { return Environment::current().part<Uploads>(); }
@@ -47,7 +47,7 @@ private:
     std::vector<Entry> entries_;
 };
 
-/// A smaller copy of a picture over the context's limit; null for one within it.
+/// A smaller copy of an image over the context's limit; null for one within the limit.
 ImagePtr smallerCopy(const Image& image) {
     const int maxSidePx = GLDevice::main().maxTextureSidePx();
     if (std::max(image.widthPx(), image.heightPx()) <= maxSidePx)

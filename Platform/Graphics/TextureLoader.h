@@ -11,36 +11,36 @@ namespace platform {
 
 class GLContext;
 
-/// Turns pictures into textures: linear filtering, clamped to the edge, no mipmaps, the picture's
-/// first row at v = 0. A picture over the context's limit is scaled down to fit, with a log line.
+/// Uploads images to textures: linear filtering, clamped to the edge, no mipmaps, first row at v =
+/// 0. An image over the context's limit is scaled down to fit, with a log line.
 ///
-/// A picture becomes one texture however many loaders are asked for it.
+/// All loaders of the environment share one texture per image.
 ///
 /// Thread: main.
 class TextureLoader {
 public:
-    /// The texture; or null, and what went wrong.
+    /// The texture, or null and the cause.
     struct Upload {
         std::shared_ptr<TextureInfo> texture;
-        /// GL's error code; 0 where the picture has no pixels, or none any more.
+        /// GL's error code; 0 where the image has no pixels or they cannot be decoded again.
         std::uint32_t glError = 0;
-        /// The loader's context is no longer the host's: nothing was tried.
+        /// The loader's context is no longer the host's, so nothing was uploaded.
         bool contextIsGone = false;
     };
     using Completion = std::function<void(Upload)>;
 
     explicit TextureLoader(std::shared_ptr<GLContext> context);
 
-    /// Uploads in a later turn of the main queue and completes there, even when the loader has
-    /// gone by then. The picture's pixels are given back once the texture holds them.
+    /// Uploads in a later loop iteration of the main queue and calls the completion there, even if
+    /// the loader has been destroyed by then. The image frees its pixels once the texture has them.
     void textureWithImage(ImagePtr image, Completion completion);
 
-    /// A picture whose colours are multiplied by its alpha, so that filtering does not bring in
-    /// what lies under transparent parts; made at once. The context is current.
+    /// Uploads an image at once, with its colours multiplied by its alpha, so that filtering does
+    /// not blend in the colours of transparent pixels. Precondition: the context is current.
     [[nodiscard]] static Upload premultipliedTexture(const std::shared_ptr<GLContext>& context,
                                                      const Image& image);
 
-    /// One transparent pixel, made at once. The context is current.
+    /// Creates a texture of one transparent pixel at once. Precondition: the context is current.
     [[nodiscard]] static std::shared_ptr<TextureInfo>
     transparentTexture(const std::shared_ptr<GLContext>& context);
 

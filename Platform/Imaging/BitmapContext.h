@@ -9,29 +9,29 @@
 
 namespace platform {
 
-/// A picture that is being drawn; transparent at first, antialiased, with the best interpolation
-/// that there is.
+/// A surface for drawing in software: transparent at first, antialiased, with the best
+/// interpolation that the backend offers.
 ///
 /// Units:  points from the top left, y downward.
-/// Thread: any, one at a time.
+/// Thread: any; not thread-safe, one thread at a time.
 class BitmapContext {
 public:
     virtual ~BitmapContext() = default;
 
     virtual void fillRect(const Rect& rect, const Color& color) = 0;
-    /// Draws the image into the rectangle; what lies outside stays as it is.
+    /// Draws the image into the rectangle; pixels outside of it do not change.
     virtual void drawImage(const Image& image, const Rect& inRect, BlendMode mode) = 0;
-    /// What has been drawn so far, at the context's scale.
+    /// Returns what has been drawn so far, at the context's scale.
     ///
-    /// Errors: null, and one log line, when something could not be drawn.
+    /// Errors: null and one log line when something could not be drawn.
     [[nodiscard]] virtual ImagePtr image() const = 0;
 };
 
-/// A context of that size at `scale` pixels per point; broken pixels at its edges count whole. The
-/// definition is the backend's, chosen by linking.
+/// Creates a context of that size with `scale` pixels per point; fractional pixels are rounded up.
+/// A backend library defines this function.
 ///
-/// Errors: null, and one log line, for a size that is not 1 to 32767 pixels each way, and without
-///         the memory for it.
+/// Errors: null and one log line for a size that is not 1 to 32767 pixels in each direction, and
+///         when memory runs out.
 [[nodiscard]] std::unique_ptr<BitmapContext> makeBitmapContext(Size points, double scale);
 
 } // namespace platform

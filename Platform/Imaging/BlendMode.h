@@ -4,9 +4,9 @@
 
 namespace platform {
 
-/// How what is drawn (S) meets what is there (D). The first sixteen mix their colours where both
-/// are, and show the one that is alone elsewhere; Hue to Luminosity take what they are named after
-/// from S and the rest from D.
+/// How a drawn colour (S, the source) is combined with the existing colour (D, the destination).
+/// The first sixteen modes mix the two where both are present, and show the only one elsewhere; Hue
+/// to Luminosity use the component that they are named after from S and the others from D.
 enum class BlendMode : std::int32_t {
     Normal = 0, ///< S over D
     Multiply = 1,
@@ -24,16 +24,16 @@ enum class BlendMode : std::int32_t {
     Saturation = 13,
     Color = 14,
     Luminosity = 15,
-    Clear = 16,           ///< nothing
+    Clear = 16,           ///< transparent
     Copy = 17,            ///< S
-    SourceIn = 18,        ///< S where D is
-    SourceOut = 19,       ///< S where D is not
-    SourceAtop = 20,      ///< S where D is, over D
+    SourceIn = 18,        ///< S where D is present
+    SourceOut = 19,       ///< S where D is absent
+    SourceAtop = 20,      ///< S where D is present, over D
     DestinationOver = 21, ///< D over S
-    DestinationIn = 22,   ///< D where S is
-    DestinationAtop = 23, ///< D where S is, over S
-    XOR = 24,             ///< each where the other is not
-    PlusDarker = 25,      ///< the sum of what both take from white
+    DestinationIn = 22,   ///< D where S is present
+    DestinationAtop = 23, ///< D where S is present, over S
+    XOR = 24,             ///< each where the other is absent
+    PlusDarker = 25,      ///< the inverse of the sum of both inverses
     PlusLighter = 26,     ///< the sum of both
 };
 

@@ -16,7 +16,7 @@
 namespace platform {
 namespace {
 
-/// No picture within the limits comes near it; a sparse or endless file would fill the memory.
+/// No image within the limits comes near this size; a sparse or endless file would fill the memory.
 constexpr std::uintmax_t kMaxFileBytes = std::uintmax_t{2} << 30;
 
 struct FileCloser {
@@ -39,7 +39,8 @@ Error fileTooLarge() {
     return {ErrorCode::TooLarge, "the file is over " + std::to_string(kMaxFileBytes) + " bytes"};
 }
 
-/// Only what can be opened and read to its end: opening a pipe would wait for a writer.
+/// Allows only files that can be opened and read to their end: opening a pipe would wait for a
+/// writer.
 std::optional<Error> refusalOfPath(const std::string& path) {
     namespace fs = std::filesystem;
     std::error_code cause;
@@ -62,9 +63,9 @@ std::optional<Error> refusalOfPath(const std::string& path) {
     return std::nullopt;
 }
 
-/// To the end whatever size the system reports: files made by the kernel report 0.
+/// Reads to the end whatever size the system reports, because files made by the kernel report 0.
 Result<std::vector<std::uint8_t>> readToEnd(std::FILE* file, std::size_t expectedBytes) {
-    // One more than there should be, so that the first read already sees the end.
+    // One more than expected, so that the first read already reaches the end.
     std::vector<std::uint8_t> bytes(expectedBytes + 1);
     std::size_t filled = 0;
     for (;;) {
@@ -117,7 +118,7 @@ void logLosses(const std::string& subject, const DecodedPicture& picture, int ma
 
 using ReadAgain = std::function<Result<std::vector<std::uint8_t>>()>;
 
-/// Decodes the same bytes once more, to the same picture: a file may have been changed by now.
+/// Decodes again and checks the size, because a file may have changed in the meantime.
 PixelSource sourceOf(const std::string& subject, const ReadAgain& readAgain, DecodeLimits limits,
                      SizePx size) {
     return [=]() -> std::optional<PixelStorage> {
@@ -152,7 +153,7 @@ ImagePtr decoded(const std::string& subject, std::span<const std::uint8_t> encod
 
 } // namespace
 
-// Not a vector and not make_unique: both would write every byte before the decoder does.
+// Neither a vector nor make_unique: both would write every byte before the decoder does.
 PixelStorage::PixelStorage(int width, int height)
     : widthPx(width), heightPx(height), bytes(new std::uint8_t[size()]) {}
 
@@ -187,7 +188,8 @@ ImagePtr Image::imageWithContentsOfFile(const std::string& path) {
 }
 
 ImagePtr Image::imageWithData(std::span<const std::uint8_t> encoded) {
-    // A copy, because the caller's bytes need not outlive the call; it is a fraction of the pixels.
+    // A copy, because the caller's bytes need not outlive the call. It is a fraction of the pixels'
+    // size.
     const auto kept =
         std::make_shared<const std::vector<std::uint8_t>>(encoded.begin(), encoded.end());
     return decoded("image in memory", encoded,

@@ -18,18 +18,19 @@ namespace platform {
 class Image;
 using ImagePtr = std::shared_ptr<const Image>;
 
-/// What the decoders may produce.
+/// The limits of the decoders.
 struct DecodeLimits {
-    /// Longest side in pixels; a longer picture is decoded scaled down to fit. 0: no limit.
+    /// The longest side in pixels; a larger image is scaled down to fit. 0: no limit.
     int maxSidePx = 0;
-    /// Bytes of the decoded picture after scaling; a picture over it is refused. It bounds as well
-    /// any RGBA buffer that a format needs on the way (an interlaced PNG or a lossless WebP is
-    /// held whole before it is scaled); the coefficients of a progressive JPEG may take twice it.
+    /// The size of the decoded image in bytes, after scaling; a larger image is refused. The limit
+    /// also applies to any RGBA buffer that a format needs in between (an interlaced PNG or a
+    /// lossless WebP is held whole before it is scaled); the coefficients of a progressive JPEG may
+    /// take twice as much.
     std::size_t maxBytes = std::size_t{1} << 30;
 };
 
-/// Pixels that are still being filled in. Not initialised: a decoder writes every byte, and
-/// zeroing 128 MiB first would cost a large panorama half as much time again as decoding it.
+/// Pixels that are being filled in. They are not initialised: a decoder writes every byte, and
+/// zeroing 128 MiB first would add half of the decoding time to a large panorama.
 struct PixelStorage {
     PixelStorage() = default;
     PixelStorage(int widthPx, int heightPx);
@@ -38,7 +39,7 @@ struct PixelStorage {
     [[nodiscard]] std::size_t size() const {
         return rowBytes() * static_cast<std::size_t>(heightPx);
     }
-    // NOLINTNEXTLINE(readability-make-member-function-const): the pixels count as its own.
+    // NOLINTNEXTLINE(readability-make-member-function-const): the pixels belong to it.
     [[nodiscard]] std::uint8_t* row(int y) {
         return bytes.get() + rowBytes() * static_cast<std::size_t>(y);
     }
@@ -51,38 +52,39 @@ struct PixelStorage {
     std::unique_ptr<std::uint8_t[]> bytes;
 };
 
-/// Decodes a picture once more; nothing when that is not possible any longer, after a log line.
+/// Decodes an image again; `nullopt` and a log line when that is not possible any longer.
 using PixelSource = std::function<std::optional<PixelStorage>()>;
 
-/// One still picture, straight-alpha RGBA8, that never changes.
+/// One still image, straight-alpha RGBA8. It is immutable.
 ///
-/// Its pixels may be given back while nobody needs them, a graphics card having a copy, and are
-/// decoded again from where they came when somebody does.
+/// Its pixels may be freed while they are not needed, for instance because a texture holds a copy.
+/// They are decoded from their source again on demand.
 ///
 /// Shape:  `heightPx` rows from the top, `4 * widthPx` bytes each, no padding.
-/// Units:  pixels, but for `size()`, which is in points (pixels / `scale`).
+/// Units:  pixels, except `size()`, which is in points (pixels / `scale`).
 /// Owner:  the image owns its pixels; it is shared and never copied.
-/// Thread: any for a picture without a source, which never gives anything back; else main.
+/// Thread: main, except an image without a source, which is any; thread-safe, because it keeps its
+///         pixels.
 class ZANTO_EXPORT Image {
 public:
     explicit Image(PixelStorage pixels, double scale = 1.0);
-    /// `source` gives the same pixels once more.
+    /// `source` decodes the same pixels again.
     Image(PixelStorage pixels, PixelSource source);
 
-    /// Reads and decodes a file, within the process's `decodeLimits()`.
+    /// Reads and decodes a file, within `decodeLimits()`.
     ///
     /// Errors: null, and one log line that names the file and the cause.
     [[nodiscard]] static ImagePtr imageWithContentsOfFile(const std::string& path);
 
-    /// Decodes a picture held in memory, within the process's `decodeLimits()`.
+    /// Decodes an image in memory, within `decodeLimits()`.
     ///
     /// Errors: null, and one log line that names the cause.
     [[nodiscard]] static ImagePtr imageWithData(std::span<const std::uint8_t> encoded);
 
-    /// The limits that the two calls above use. The host lowers `maxSidePx` to what its GL context
-    /// can hold; an application may change either.
+    /// The environment's limits for the two functions above. The host lowers `maxSidePx` to the
+    /// limit of its GL context; an application may change either limit.
     ///
-    /// Thread: main, and so are the two calls; other threads call `decodePicture`.
+    /// Thread: main, also for the two functions; other threads call `decodePicture`.
     [[nodiscard]] static DecodeLimits decodeLimits();
     static void setDecodeLimits(DecodeLimits limits);
 
@@ -91,10 +93,10 @@ public:
     [[nodiscard]] double scale() const { return scale_; }
     [[nodiscard]] Size size() const { return {widthPx() / scale_, heightPx() / scale_}; }
 
-    /// Every byte; they stay where they are until they are given back. Empty when they were given
-    /// back and cannot be had again.
+    /// All bytes; they stay in place until `giveBackPixels()`. Pixels that have been freed are
+    /// decoded again; the result is empty if that fails.
     [[nodiscard]] std::span<const std::uint8_t> pixels() const;
-    /// Frees the pixels if they can be had again.
+    /// Frees the pixels if they can be decoded again.
     void giveBackPixels() const;
 
 private:

@@ -46,7 +46,7 @@ Result<DecodedPicture> decodePicture(std::span<const std::uint8_t> encoded,
 }
 
 std::optional<Error> refusalOfSize(SizePx size, const DecodeLimits& limits) {
-    // The product of two ints and 4 still fits 64 bits.
+    // The product of two ints and 4 still fits into 64 bits.
     const std::uint64_t bytes =
         std::uint64_t{4} * static_cast<unsigned>(size.width) * static_cast<unsigned>(size.height);
     if (bytes <= limits.maxBytes)

@@ -13,22 +13,22 @@
 
 namespace platform {
 
-/// A picture as a decoder hands it over, upright, with the size that the file declares.
+/// A decoded image, upright, with the size that the file declares.
 struct DecodedPicture {
     PixelStorage pixels;
-    /// The upright size of the picture in the file, before any scaling down.
+    /// The upright size of the image in the file, before it was scaled down.
     int sourceWidthPx = 0;
     int sourceHeightPx = 0;
-    /// Empty, or one sentence about damage that left the picture usable.
+    /// Empty, or one sentence about damage that left the image usable.
     std::string warning;
 };
 
-/// Decodes one still-picture format to straight-alpha RGBA8, EXIF orientation applied.
+/// Decodes one format of still images to straight-alpha RGBA8, with the EXIF orientation applied.
 ///
 /// Owner:  decoders live as long as the program; `encoded` is read only during a call.
-/// Thread: any, reentrant.
-/// Errors: Unsupported (a variant that is not shown, such as CMYK), Corrupt (cut short, damaged),
-///         TooLarge (over `limits.maxBytes` even when scaled down to `limits.maxSidePx`).
+/// Thread: any; thread-safe.
+/// Errors: Unsupported (a variant that cannot be shown, such as CMYK), Corrupt (truncated or
+///         damaged), TooLarge (over `limits.maxBytes` even when scaled down to `limits.maxSidePx`).
 class ImageDecoder {
 public:
     virtual ~ImageDecoder() = default;
@@ -36,34 +36,34 @@ public:
     /// The format's usual name, for messages: "JPEG".
     [[nodiscard]] virtual std::string_view name() const = 0;
 
-    /// Whether the first bytes are this format's.
+    /// Whether the data begins with this format's signature.
     [[nodiscard]] virtual bool sniff(std::span<const std::uint8_t> encoded) const = 0;
 
-    /// A failure's detail reads on from the format's name: "cut short (…)".
+    /// An error's detail is the predicate of a sentence about the format: "cut short (…)".
     [[nodiscard]] virtual Result<DecodedPicture> decode(std::span<const std::uint8_t> encoded,
                                                         const DecodeLimits& limits) const = 0;
 };
 
-/// Every decoder that this build has, in the order in which they are asked. The definition is the
-/// backends', chosen by linking.
+/// All decoders of this build, in the order in which they are tried. The backend libraries define
+/// this function.
 [[nodiscard]] std::span<const ImageDecoder* const> imageDecoders();
 
-/// Asks the decoders in turn.
+/// Decodes an image with the first decoder that recognises its signature.
 ///
-/// Errors: Corrupt (no bytes at all), Unsupported (no decoder knows the first bytes), and those of
-///         `ImageDecoder::decode`; the detail begins with the format's name where one is known.
-///         A machine out of memory is TooLarge.
+/// Errors: Corrupt (no bytes at all), Unsupported (no decoder recognises the signature), and those
+///         of `ImageDecoder::decode`; the detail begins with the format's name where it is known.
+///         TooLarge also means that memory ran out.
 [[nodiscard]] Result<DecodedPicture> decodePicture(std::span<const std::uint8_t> encoded,
                                                    const DecodeLimits& limits);
 
-/// For decoders: the refusal of an RGBA buffer over `limits.maxBytes`, to be asked for before it is
-/// allocated; nothing when the buffer may be had.
+/// For decoders: the error for an RGBA buffer over `limits.maxBytes`, to be checked before the
+/// buffer is allocated; `nullopt` within the limit.
 [[nodiscard]] std::optional<Error> refusalOfSize(SizePx size, const DecodeLimits& limits);
 
-/// For decoders: the refusal of a file of that many bytes which ends too early.
+/// For decoders: the error for a truncated file of that many bytes.
 [[nodiscard]] Error refusalOfCutFile(std::size_t fileBytes);
 
-/// For decoders: turns pixels as the file stores them upright, and the file's size with them.
+/// For decoders: makes stored pixels upright, and the size in the file with them.
 [[nodiscard]] DecodedPicture uprightPicture(PixelStorage stored, SizePx source, int orientation);
 
 } // namespace platform

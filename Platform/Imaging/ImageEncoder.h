@@ -9,10 +9,11 @@
 
 namespace platform {
 
-/// Writes a picture as PNG, 8-bit RGBA, straight alpha, always the same bytes for the same pixels.
+/// Encodes an image as PNG, 8-bit RGBA, straight alpha. The same pixels always give the same bytes.
+/// A backend library defines this function.
 ///
-/// Thread: any, reentrant. The definition is the backends', chosen by linking.
-/// Errors: Unavailable (out of memory inside the library).
+/// Thread: any; thread-safe.
+/// Errors: Unavailable (the library is out of memory).
 [[nodiscard]] ZANTO_EXPORT Result<std::vector<std::uint8_t>> encodePng(const Image& image);
 
 } // namespace platform

@@ -35,7 +35,7 @@ const std::vector<std::string>& knownEndings() {
     return endings;
 }
 
-/// A name and the endings that it may have. A dot may also be part of the name.
+/// A name and its possible file extensions. The name may contain a dot.
 struct Parts {
     std::string stem;
     std::vector<std::string> endings;

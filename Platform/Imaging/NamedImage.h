@@ -6,13 +6,15 @@
 
 namespace platform {
 
-/// The picture of the application's bundle that goes by a name, with or without its ending.
+/// Returns the image of that name from the application's bundle. The name may omit the file
+/// extension.
 ///
-/// Of the variants `name`, `name@2x` and `name@3x` the one made for the screen's scale is taken,
-/// else the next denser one, else the densest. Endings that are tried for a name without one: png,
-/// jpg, jpeg, webp.
+/// Of the variants `name`, `name@2x` and `name@3x` the one for the screen's scale is used, else the
+/// next denser one, else the densest. For a name without an extension, png, jpg, jpeg and webp are
+/// tried.
 ///
-/// Errors: null; and one log line that names picture and cause for one that cannot be decoded.
+/// Errors: null when there is none; null and one log line with file and cause when it cannot be
+///         decoded.
 /// Thread: main.
 [[nodiscard]] ImagePtr imageNamed(std::string_view name);
 

@@ -12,7 +12,7 @@ struct Pixel {
 };
 static_assert(sizeof(Pixel) == 4 && alignof(Pixel) == 1);
 
-/// Sound because a pixel is nothing but bytes.
+/// Valid because a pixel consists of bytes only.
 Pixel* pixelRow(PixelStorage& pixels, int y) {
     return reinterpret_cast<Pixel*>(pixels.row(y));
 }
@@ -38,11 +38,11 @@ void turnHalf(PixelStorage& pixels) {
     std::reverse(first, first + pixels.size() / sizeof(Pixel));
 }
 
-/// The sides of a square block whose source and target lines both stay in the first cache; row by
-/// row, a large picture would miss it at every pixel.
+/// The sides of a square block whose source and target lines both fit into the first-level cache.
+/// Row by row, a large image would miss that cache at every pixel.
 constexpr int kBlockPx = 32;
 
-/// Turns rows into columns, and mirrors the outcome on the way rather than in a pass of its own.
+/// Turns rows into columns, and mirrors them in the same pass.
 class Transposition {
 public:
     Transposition(const PixelStorage& stored, bool mirrorsColumns, bool mirrorsRows)
@@ -90,7 +90,7 @@ bool swapsSides(int orientation) {
     return orientation >= 5 && orientation <= 8;
 }
 
-// 1 to 4 are the four mirrorings; 5 to 8 the same four after a transposition.
+// 1 to 4 are the four combinations of mirrorings; 5 to 8 are the same after a transposition.
 PixelStorage turnedUpright(PixelStorage pixels, int orientation) {
     const bool columns =
         orientation == 2 || orientation == 3 || orientation == 6 || orientation == 7;

@@ -6,14 +6,14 @@
 namespace platform {
 namespace {
 
-/// `side` reduced as `from` is to `to`, rounded to the nearest.
+/// `side` scaled by `to` / `from`, rounded to the nearest integer and at least 1.
 int reducedSide(int side, int from, int to) {
     const std::int64_t twice = std::int64_t{2} * side * to;
     return static_cast<int>(std::max<std::int64_t>(1, (twice + from) / (std::int64_t{2} * from)));
 }
 
 std::uint8_t rounded(double value) {
-    // Never negative; lround would be a call for every channel of every pixel.
+    // Never negative; lround would be a function call for every channel of every pixel.
     return static_cast<std::uint8_t>(value + 0.5); // NOLINT(bugprone-incorrect-roundings)
 }
 
@@ -26,8 +26,8 @@ void PictureScaler::Sums::add(const Sums& other, std::int64_t times) {
     weight += times * other.weight;
 }
 
-// Lengths are counted in units in which a source pixel is as wide as the target has pixels, and a
-// target pixel as wide as the source has: every overlap is then a whole number.
+// The unit of length is such that a source pixel is as wide as the target has pixels, and a target
+// pixel is as wide as the source has pixels. Every overlap is then an integer.
 PictureScaler::PictureScaler(SizePx source, SizePx target)
     : source_(source), target_(target), row_(static_cast<std::size_t>(target.width)),
       targetRow_(static_cast<std::size_t>(target.width)), pixels_(target.width, target.height) {

@@ -9,12 +9,13 @@
 
 namespace platform {
 
-/// One picture of a video, bi-planar 4:2:0 in video range: a plane of luma, and one of Cb and Cr in
-/// turn at half the size. It holds what the decoder gave, without a copy where that is possible.
+/// One frame of a video, bi-planar 4:2:0 in video range: a luma plane, and a plane of interleaved
+/// Cb and Cr at half the size. It refers to the decoder's output without a copy where that is
+/// possible.
 ///
-/// Shape:  rows from the top; a row may be longer than the picture is wide.
-/// Owner:  shared by whoever holds it; it never changes once it has been handed on.
-/// Thread: any.
+/// Shape:  rows from the top; a row may have padding at its end.
+/// Owner:  shared by its holders; it is immutable once it has been passed on.
+/// Thread: any; thread-safe.
 class ZANTO_EXPORT PixelBuffer {
 public:
     /// The four-character code '420v'.
@@ -25,11 +26,11 @@ public:
         int strideBytes = 0;
     };
 
-    /// Wraps pixels that somebody else owns. `memory` keeps them alive, and is released with the
+    /// Wraps pixels that another object owns. `memory` keeps them alive, and is released with the
     /// last reference, on whichever thread that is.
     ///
-    /// Shape: plane 0 `size.height` rows of `size.width` bytes; plane 1 half as many rows, rounded
-    ///        up, of as many bytes, rounded up to an even number.
+    /// Shape:  plane 0 has `size.height` rows of `size.width` bytes; plane 1 has half as many rows,
+    ///         rounded up, of as many bytes, rounded up to an even number.
     [[nodiscard]] static std::shared_ptr<const PixelBuffer>
     wrap(SizePx size, Plane luma, Plane chroma, std::shared_ptr<const void> memory);
 
@@ -38,7 +39,7 @@ public:
     [[nodiscard]] const Plane& plane(int index) const {
         return planes_.at(static_cast<std::size_t>(index));
     }
-    /// Distinguishes every buffer of the process from every other, also from one that has gone.
+    /// Identifies the buffer among all buffers of the process, including those that are destroyed.
     [[nodiscard]] std::uint64_t identity() const { return identity_; }
 
 private:

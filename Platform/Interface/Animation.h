@@ -5,14 +5,14 @@
 
 namespace platform {
 
-/// A frame on its way to another: slow at both ends.
+/// An animation from one frame of a view to another, slow at both ends.
 struct FrameAnimation {
     Rect from;
     Instant start{};
     Instant duration{};
 
     [[nodiscard]] bool isOver(Instant now) const { return now - start >= duration; }
-    /// Where the view is shown on its way to `to`.
+    /// The frame to be shown now, between `from` and `to`.
     [[nodiscard]] Rect at(Instant now, const Rect& to) const;
 };
 

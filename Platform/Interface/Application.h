@@ -11,15 +11,15 @@ namespace platform {
 
 class Window;
 
-/// Posted before and after the content rectangle or the way it is held changes. The first one
-/// carries the new frame, a `Rect`, under the key.
+/// Posted before and after a change of the content rectangle or of its orientation. The first
+/// notification carries the new frame, a `Rect`, under the key.
 inline constexpr const char* kWillChangeStatusBarFrame =
     "ApplicationWillChangeStatusBarFrameNotification";
 inline constexpr const char* kDidChangeStatusBarFrame =
     "ApplicationDidChangeStatusBarFrameNotification";
 inline constexpr const char* kStatusBarFrameUserInfoKey = "ApplicationStatusBarFrameUserInfoKey";
 
-/// The running program as the views see it: its window and how the screen is held.
+/// The running program as the views see it: its window, and the orientation of the screen.
 ///
 /// Thread: main.
 class ZANTO_EXPORT Application {
@@ -27,22 +27,23 @@ public:
     [[nodiscard]] static Application& sharedApplication();
 
     [[nodiscard]] InterfaceOrientation statusBarOrientation() const { return orientation_; }
-    /// The content rectangle: there is no bar to stay clear of.
+    /// The content rectangle: there is no status bar to stay clear of.
     [[nodiscard]] Rect statusBarFrame() const { return frame_; }
 
     [[nodiscard]] std::shared_ptr<Window> keyWindow() const { return window_.lock(); }
     void setKeyWindow(const std::weak_ptr<Window>& window) { window_ = window; }
-    /// For hosts: forgets the window of an earlier one and how its screen was held.
+    /// For hosts: forgets the window and the orientation of an earlier host.
     void startAnew();
 
-    /// A new size, as if the device had been turned. Wider than high is landscape, else portrait;
-    /// which of the two of either is the one last set for that shape.
+    /// Changes the size, as if the device had been rotated. Wider than high is landscape,
+    /// everything else portrait; of the two orientations of either, the one that was set last is
+    /// used.
     ///
-    /// Order: the will-notification with the new frame; orientation and screen; the controller is
-    /// told; layout; the did-notification.
+    /// Order:  the will-notification with the new frame; orientation and screen; notification of
+    ///         the controller; layout; the did-notification.
     void setContentSize(Size points, double scale);
 
-    /// Turns the content without a change of size, in the same order.
+    /// Rotates the content without a change of size, in the same order.
     void setOrientation(InterfaceOrientation orientation);
 
 private:

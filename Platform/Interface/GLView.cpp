@@ -36,7 +36,7 @@ void GLView::drawContent(const DrawTarget& target) {
     glViewport(area.x, area.y, area.width, area.height);
     glScissor(area.x, area.y, area.width, area.height);
     glEnable(GL_SCISSOR_TEST);
-    // An application that draws its own scene leaves these as that scene needs them.
+    // The host's application may have left these as its own scene needs them.
     glDisable(GL_BLEND);
     glDisable(GL_CULL_FACE);
     glDisable(GL_DEPTH_TEST);
@@ -60,7 +60,7 @@ std::optional<std::array<std::uint8_t, 4>> GLView::pixelAt(Point point) {
     const SizePx size = snapshotSize();
     const double x = std::floor(point.x * scale);
     const double y = std::floor(point.y * scale);
-    // The negation leaves out what is no number.
+    // The negation also excludes NaN.
     if (!(x >= 0 && y >= 0 && x < size.width && y < size.height))
         return std::nullopt;
     if (!GLContext::setCurrentContext(context_))
@@ -68,7 +68,7 @@ std::optional<std::array<std::uint8_t, 4>> GLView::pixelAt(Point point) {
     const auto target = OffscreenTarget::create({1, 1});
     if (!target)
         return std::nullopt;
-    // The frame lies around its one pixel; GL counts from the bottom.
+    // The frame is placed around its one pixel; GL counts rows from the bottom.
     const int fromBottom = size.height - 1 - static_cast<int>(y);
     drawContent({target.value()->framebuffer(),
                  {-static_cast<int>(x), -fromBottom, size.width, size.height},

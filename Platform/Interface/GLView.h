@@ -18,16 +18,16 @@ class GLViewDelegate {
 public:
     virtual ~GLViewDelegate() = default;
 
-    /// The view's framebuffer is bound; viewport and scissor box are the view's part of it, and the
-    /// scissor test is on; blending, face culling, depth and stencil test are off. `rect` is the
-    /// view's bounds in points. The delegate clears.
+    /// Draws one frame. The view's framebuffer is bound; viewport and scissor box are the view's
+    /// part of it, and the scissor test is on; blending, face culling, depth test and stencil test
+    /// are off. `rect` is the view's bounds in points. The delegate clears the background.
     virtual void drawInRect(GLView& view, const Rect& rect) = 0;
 };
 
-/// A view whose content is drawn with GL, straight into the host's framebuffer.
+/// A view that draws its content with GL, directly into the host's framebuffer.
 ///
-/// Redraws happen on demand: `setNeedsDisplay()` asks for the next frame instant, `display()` for
-/// one at once.
+/// It is redrawn on demand: `setNeedsDisplay()` requests the next frame time, `display()` an
+/// immediate redraw.
 ///
 /// Owner:  the delegate is held weakly; without one the view shows nothing.
 /// Thread: main.
@@ -39,24 +39,24 @@ public:
     void setContext(std::shared_ptr<GLContext> context);
     void setDelegate(std::weak_ptr<GLViewDelegate> delegate);
 
-    /// Draws now while the window draws into the host's framebuffer, else in the next pass, which
-    /// then comes at once.
+    /// Draws now if the window is drawing into the host's framebuffer, else requests a pass that
+    /// does not wait for the next frame time.
     void display();
 
-    /// During `drawInRect`: below is what somebody else has drawn, which a transparent view leaves
-    /// alone; otherwise the framebuffer is its own.
+    /// Valid during `drawInRect`. True if the framebuffer has content that is not the view's, over
+    /// which a transparent view is drawn; false if the framebuffer is the view's own.
     [[nodiscard]] bool isDrawnOverContent() const { return isDrawnOverContent_; }
 
-    /// The pixel under a point of the view, of a frame that is drawn for it alone: what
-    /// `snapshot()` would have there, at the price of a fraction. Red, green, blue and alpha.
+    /// The pixel at a point of the view: red, green, blue and alpha. It equals that pixel of
+    /// `snapshot()` and costs a fraction, because the frame is drawn for it alone.
     ///
-    /// Errors: none outside the view and without a context.
+    /// Errors: `nullopt` outside of the view and without a context.
     [[nodiscard]] std::optional<std::array<std::uint8_t, 4>> pixelAt(Point point);
 
-    /// Draws a frame into a framebuffer of its own, at the screen's scale, and leaves the window
-    /// alone.
+    /// Draws a frame into a framebuffer of its own, at the screen's scale, without touching the
+    /// window.
     ///
-    /// Errors: null, and a log line, without a context or beyond what it can hold.
+    /// Errors: null and a log line without a context or for a size over its limit.
     [[nodiscard]] ImagePtr snapshot();
 
 protected:

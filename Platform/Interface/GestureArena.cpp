@@ -19,12 +19,12 @@ bool contains(const GestureArena::Recognizers& all,
 
 void GestureArena::add(const std::shared_ptr<GestureRecognizer>& recognizer) {
     recognizers_.push_back(recognizer);
-    // Fingers that are down already are not its own.
+    // A new recogniser ignores touches that are down already.
     recognizer->state_ = touches_.empty() ? GestureState::Possible : GestureState::Failed;
 }
 
 void GestureArena::remove(const std::shared_ptr<GestureRecognizer>& recognizer) {
-    // Shared, not referred to: the argument may be an element of the list.
+    // A shared pointer, because the argument may be an element of the list.
     std::shared_ptr<GestureRecognizer> kept;
     kept = recognizer;
     std::erase(recognizers_, kept);
@@ -36,7 +36,7 @@ void GestureArena::remove(const std::shared_ptr<GestureRecognizer>& recognizer) 
 
 void GestureArena::ask(const std::function<void(GestureRecognizer&)>& question) {
     handOutTouches();
-    // A copy: an action may add and remove recognisers.
+    // A copy, because an action may add and remove recognisers.
     const Recognizers all = recognizers_;
     for (const auto& recognizer : all) {
         if (touches_.empty())

@@ -10,9 +10,9 @@
 
 namespace platform {
 
-/// The recognisers of one view and the fingers on it.
+/// The gesture recognisers of one view, which compete for the touches on it.
 ///
-/// Owner:  the view, which is kept alive by the caller while touches are handed in.
+/// Owner:  the view, which the caller keeps alive during the calls that deliver touches.
 /// Thread: main.
 class GestureArena {
 public:
@@ -20,20 +20,20 @@ public:
 
     [[nodiscard]] const Recognizers& recognizers() const { return recognizers_; }
     void add(const std::shared_ptr<GestureRecognizer>& recognizer);
-    /// A running gesture is cancelled.
+    /// Cancels the recogniser's gesture if it is running.
     void remove(const std::shared_ptr<GestureRecognizer>& recognizer);
 
     void touchDown(const TouchEvent& event, double slop);
-    /// A finger that is not on the view is ignored.
+    /// A touch that did not begin on the view is ignored.
     void touchMoved(const TouchEvent& event);
     void touchUp(const TouchEvent& event);
-    /// Takes all fingers off the view; what was running is cancelled.
+    /// Removes all touches from the view and cancels the running gesture.
     void cancelTouches();
 
 private:
-    friend class GestureRecognizer; // fails the others once it recognises
+    friend class GestureRecognizer; // fails the others once it recognises its gesture
 
-    /// Asks each recogniser that still takes part.
+    /// Calls `question` for each recogniser that is possible or running.
     void ask(const std::function<void(GestureRecognizer&)>& question);
     void failOthers(const GestureRecognizer& winner);
     void forgetOnceEmpty();

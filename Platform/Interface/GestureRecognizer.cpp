@@ -20,7 +20,7 @@ void GestureRecognizer::enter(GestureState state) {
     const bool recognizes = state_ == GestureState::Possible &&
                             (state == GestureState::Began || state == GestureState::Ended);
     state_ = state;
-    // Before the action, which may take this recogniser off its view.
+    // Before the action, which may remove this recogniser from its view.
     if (const auto owner = recognizes ? view() : nullptr)
         owner->gestures().failOthers(*this);
     if (state != GestureState::Failed)

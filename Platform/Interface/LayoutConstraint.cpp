@@ -17,7 +17,7 @@ namespace {
 struct ParsedFormat {
     LayoutConstraint::Axis axis = LayoutConstraint::Axis::Horizontal;
     std::vector<std::string> names;
-    std::string equal; // the view that the first is said to equal, or empty
+    std::string equal; // the name in "(==name)", or empty
     double gap = 0;
 };
 
@@ -26,7 +26,8 @@ struct ParsedFormat {
                   "Unable to parse constraint format \"" + std::string(format) + "\"");
 }
 
-/// Takes a format apart from its front; what is not there gives false, or an empty word.
+/// Consumes a format from its front. Returns false or an empty word if the expected text is not
+/// there.
 class FormatReader {
 public:
     explicit FormatReader(std::string_view format) : rest_(format) {}
@@ -54,7 +55,7 @@ private:
     std::string_view rest_;
 };
 
-/// The points of a gap, or nothing for a word that is no number.
+/// The gap in points, or `nullopt` for a word that is not a number.
 std::optional<double> gapOf(const std::string& word) {
     int points = 0;
     const char* const end = word.data() + word.size();
@@ -85,7 +86,7 @@ ParsedFormat parse(std::string_view format) {
     bool fits = reader.take("|") && readView(reader, parsed);
     while (fits && reader.take("-")) {
         const auto gap = gapOf(reader.takeWord());
-        // One gap throughout.
+        // All gaps must be equal.
         fits = gap && (parsed.names.size() == 1 || *gap == parsed.gap) && reader.take("-") &&
                readView(reader, parsed);
         parsed.gap = gap.value_or(0);

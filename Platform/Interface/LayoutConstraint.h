@@ -10,33 +10,33 @@ namespace platform {
 
 class View;
 
-/// A row or column of views that fills their superview from edge to edge, all of the same length,
-/// with one fixed gap between neighbours.
+/// A row or column of views that fills their superview from edge to edge. All views have the same
+/// length, with one fixed gap between neighbours.
 ///
-/// Owner:  views are held weakly; an active constraint is held by the superview of its views.
+/// Owner:  views are held weakly; the superview of the views holds an active constraint.
 /// Thread: main.
 class LayoutConstraint : public std::enable_shared_from_this<LayoutConstraint> {
 public:
     enum class Axis { Horizontal, Vertical };
 
-    /// Reads a format such as `V:|[a]|` or `|[a(==b)]-2-[b]|`: `H:` (or nothing) or `V:`, an edge,
-    /// views with the same gap in points between them, the other edge. Where there are several
-    /// views they are of equal length. `options` says how they line up across the axis; it is kept
-    /// but changes nothing, as every view has a constraint of its own there.
+    /// Parses a format such as `V:|[a]|` or `|[a(==b)]-2-[b]|`: `H:` (or nothing) or `V:`, an edge,
+    /// views with the same gap in points between them, the other edge. Several views are always of
+    /// equal length. `options` is their alignment across the axis. It is stored without effect,
+    /// because every view has a constraint of its own for that axis.
     ///
-    /// Errors: an assertion failure for a format that is none of these or names an unknown view.
+    /// Errors: an assertion failure for any other format and for an unknown view.
     [[nodiscard]] static std::vector<std::shared_ptr<LayoutConstraint>>
     constraintsWithVisualFormat(std::string_view format, unsigned options,
                                 const std::map<std::string, std::shared_ptr<View>>& views);
 
-    /// Takes effect at the superview's next layout. A constraint that is active stays so once.
+    /// Takes effect at the superview's next layout. No-op for a constraint that is active already.
     static void
     activateConstraints(const std::vector<std::shared_ptr<LayoutConstraint>>& constraints);
     static void
     deactivateConstraints(const std::vector<std::shared_ptr<LayoutConstraint>>& constraints);
 
     [[nodiscard]] bool isActive() const;
-    /// As given with the format.
+    /// The value that was passed with the format.
     [[nodiscard]] unsigned options() const { return options_; }
 
     /// Sets the views' frames along the axis.

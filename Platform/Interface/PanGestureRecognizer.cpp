@@ -3,7 +3,7 @@
 namespace platform {
 
 Point PanGestureRecognizer::velocityInView(const View& /*view*/) const {
-    // Views are moved against the window, never turned or scaled.
+    // Views are moved relative to the window, but never rotated or scaled.
     return touches().empty() ? Point{} : touches().front()->velocity();
 }
 

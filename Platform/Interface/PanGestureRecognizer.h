@@ -7,17 +7,19 @@
 
 namespace platform {
 
-/// A drag: begins with the first move that is beyond the touch's slop, at that move's place.
+/// A drag. It begins with the first move that reaches the touch's slop, at the position of that
+/// move.
 class PanGestureRecognizer final : public GestureRecognizer {
 public:
     using Action = std::function<void(PanGestureRecognizer&)>;
     explicit PanGestureRecognizer(Action action) : action_(std::move(action)) {}
 
-    /// A finger more fails the gesture, or cancels it once it runs. No limit at first.
+    /// One more touch fails the gesture, or cancels it if it is running. There is no limit at
+    /// first.
     void setMaximumNumberOfTouches(std::size_t count) { mostTouches_ = count; }
     [[nodiscard]] std::size_t maximumNumberOfTouches() const { return mostTouches_; }
 
-    /// Of the finger that began it, in points per second of the view.
+    /// The velocity of the touch that began the gesture, in points per second.
     [[nodiscard]] Point velocityInView(const View& view) const;
 
 private:

@@ -6,7 +6,7 @@
 namespace platform {
 namespace {
 
-/// Points: fingers on one spot spread by no factor that a number could hold.
+/// In points. A smaller distance of two fingers would make the scale infinite or too large.
 constexpr double kLeastDistance = 1;
 
 } // namespace
@@ -35,7 +35,7 @@ void PinchGestureRecognizer::touchMoved(const Touch& /*touch*/) {
 }
 
 void PinchGestureRecognizer::touchUp(const Touch& touch) {
-    // A third finger has no part in it.
+    // A third finger is not part of the pinch.
     const bool isOneOfTwo = touches().size() >= 2 &&
                             (touches()[0]->id() == touch.id() || touches()[1]->id() == touch.id());
     if (isRunning() && isOneOfTwo)

@@ -7,15 +7,15 @@
 
 namespace platform {
 
-/// Two fingers that close or spread: begins with the first move while both are down, which is what
-/// it measures against.
+/// A pinch with two fingers. It begins with the first move while both are down; their distance at
+/// that move is the reference.
 class PinchGestureRecognizer final : public GestureRecognizer {
 public:
     using Action = std::function<void(PinchGestureRecognizer&)>;
     explicit PinchGestureRecognizer(Action action) : action_(std::move(action)) {}
 
-    /// The factor by which the fingers have spread since the gesture began, or since it was set,
-    /// times what it was set to.
+    /// The ratio of the fingers' distance to that at the beginning of the gesture or at the last
+    /// `setScale`, times the value that was set.
     [[nodiscard]] double scale() const { return scale_; }
     void setScale(double scale);
 

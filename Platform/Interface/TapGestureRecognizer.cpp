@@ -5,7 +5,7 @@ namespace {
 
 constexpr Instant kLongestTap = std::chrono::milliseconds(750);
 
-/// A view without a slop still takes a finger for resting while it is where it went down.
+/// With a slop of 0, a finger still rests while it is exactly where it went down.
 bool rests(const Touch& touch) {
     return touch.distance() <= touch.slop();
 }

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-/// One finger, down and up at one place within 0.75 s.
+/// A tap of one finger: down and up within the slop and within 0.75 s.
 class TapGestureRecognizer final : public GestureRecognizer {
 public:
     using Action = std::function<void(TapGestureRecognizer&)>;

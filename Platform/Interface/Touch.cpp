@@ -15,9 +15,10 @@ Touch::Touch(const TouchEvent& down, double slop)
     : id_(down.id), slop_(slop), first_{down.time, down.location}, recent_{first_} {}
 
 void Touch::report(const TouchEvent& event) {
-    // A clock that a host sets back must not make a finger younger.
+    // Time must not go backwards, even if the host's clock does.
     const Report newest{std::max(event.time, last().time), event.location};
-    // However many come at one time: where it went down stays, and the last of the others.
+    // Of several reports with one time the last replaces the others, but never the first of the
+    // touch.
     if (recent_.size() > 1 && newest.time == last().time)
         recent_.back() = newest;
     else
@@ -38,7 +39,7 @@ Point Touch::velocity() const {
     if (age() <= Instant(0))
         return {};
     const Instant span = std::clamp(age(), kLeastVelocitySpan, kVelocitySpan);
-    // The oldest one kept is where the finger was when the span began.
+    // The oldest report that is kept is the finger's position at the beginning of the span.
     const Point from = recent_.front().location;
     const double seconds = toSeconds(span);
     return {(last().location.x - from.x) / seconds, (last().location.y - from.y) / seconds};

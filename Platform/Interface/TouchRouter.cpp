@@ -9,7 +9,7 @@
 namespace platform {
 namespace {
 
-/// Points. Differences and speeds of places within it can be computed with.
+/// In points. Differences and velocities of locations within it are finite.
 constexpr double kFarthest = 1e6;
 
 } // namespace

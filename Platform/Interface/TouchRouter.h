@@ -11,7 +11,7 @@ namespace platform {
 
 class View;
 
-/// Brings every finger to the view that it went down on.
+/// Routes every touch to the view on which it began.
 ///
 /// Owner:  the window.
 /// Thread: main.
@@ -19,12 +19,13 @@ class ZANTO_EXPORT TouchRouter {
 public:
     void setSlop(TouchSlop slop) { slop_ = slop; }
 
-    /// A finger that goes down belongs to the front-most visible view under it until it is lifted.
-    /// A view that is hidden or taken away loses its fingers, and one that is cancelled or lifted
-    /// nowhere takes the others of its view along. A place that is not finite or more than a
-    /// million points away is nowhere; it is ignored otherwise.
+    /// A touch belongs to the front-most visible view at the point where it began, until it is
+    /// lifted. A view that is hidden or removed loses its touches. A touch that is cancelled, or
+    /// lifted at an invalid location, cancels the other touches of its view too. A location is
+    /// invalid if it is not finite or more than a million points away; all other events at such a
+    /// location are ignored.
     ///
-    /// Errors: a log line for the first of several such places in a row.
+    /// Errors: a log line for the first of several invalid locations in a row.
     void dispatch(const TouchEvent& event, const std::shared_ptr<View>& root);
     void cancelTouches();
 
@@ -34,7 +35,7 @@ private:
     void cancelTouchesOf(const std::shared_ptr<View>& view);
 
     TouchSlop slop_;
-    bool hasRefused_ = false; // the last place
+    bool hasRefused_ = false; // the last location was invalid
     std::map<std::int64_t, std::weak_ptr<View>> views_;
 };
 

@@ -13,10 +13,10 @@
 namespace platform {
 namespace {
 
-/// While the block of an animation runs.
+/// Set while the block of an animation runs.
 std::optional<Instant> animationDuration;
 
-/// Sets the duration for as long as it lives, also for a block that an assertion failure ends.
+/// Sets the duration for its lifetime, so that it is reset even if the block throws.
 class Animating {
 public:
     explicit Animating(Instant duration) : outer_(std::exchange(animationDuration, duration)) {}
@@ -52,7 +52,7 @@ void View::travelFrom(const Rect& earlier, Instant duration) {
     if (!isShown())
         return;
     const Instant now = MainQueue::main().now();
-    // From where it is seen, should it be on its way already.
+    // Starts at the frame that is shown now if an animation is in progress already.
     animation_ = FrameAnimation{animation_ ? animation_->at(now, earlier) : earlier, now, duration};
 }
 
@@ -65,7 +65,7 @@ void View::setHidden(bool hidden) {
         return;
     hidden_ = hidden;
     setNeedsDisplay();
-    // What a vanishing view uncovers is its superview's to draw.
+    // The superview draws the area that a hidden view uncovers.
     if (const auto parent = superview())
         parent->setNeedsDisplay();
 }
@@ -88,7 +88,7 @@ void View::addSubview(const std::shared_ptr<View>& view) {
 }
 
 void View::insertSubview(const std::shared_ptr<View>& subview, std::size_t index) {
-    // Shared, not referred to: the reference may be into the list that it is removed from.
+    // A shared pointer, because the reference may be into the list that the view is removed from.
     std::shared_ptr<View> view;
     view = subview;
     view->removeFromSuperview();
@@ -135,7 +135,7 @@ std::shared_ptr<View> View::hitTest(Point point) {
 }
 
 Point View::convertFromWindow(Point point) const {
-    // The root view's origin is the window's.
+    // The root view has the window's origin.
     if (const auto parent = superview()) {
         const Point outer = parent->convertFromWindow(point);
         return {outer.x - frame_.origin.x, outer.y - frame_.origin.y};
@@ -151,7 +151,7 @@ void View::addGestureRecognizer(const std::shared_ptr<GestureRecognizer>& recogn
 }
 
 void View::removeGestureRecognizer(const std::shared_ptr<GestureRecognizer>& recognizer) {
-    // Shared, not referred to: the argument may be an element of the list.
+    // A shared pointer, because the argument may be an element of the list.
     std::shared_ptr<GestureRecognizer> kept;
     kept = recognizer;
     if (kept->view().get() != this)
@@ -206,7 +206,7 @@ void View::draw(const DrawTarget& target) {
 }
 
 DrawTarget View::targetOfSubview(const View& subview, const DrawTarget& target) {
-    // Edges are rounded, not sizes, so that neighbours meet without a gap.
+    // Edges are rounded instead of sizes, so that there is no gap between neighbours.
     const auto px = [&](double points) {
         return static_cast<int>(std::lround(points * target.scale));
     };

@@ -12,28 +12,28 @@ namespace platform {
 class Bundle;
 class View;
 
-/// Stands for an archive of user-interface objects. This platform has none, so a controller made
-/// from one is like any other.
+/// Stands for an archive of user-interface objects. This platform has no archives, so a controller
+/// that is created from one is like any other.
 struct Coder {};
 
-/// A change of size under way. This platform changes sizes at once: the duration is 0.
+/// A change of size in progress. This platform changes sizes at once: the duration is 0.
 struct TransitionCoordinator {
     double durationSeconds = 0;
 };
 
-/// Owns a view and is told when it loads, appears and changes size.
+/// Owns a view, and is notified when the view loads, appears and changes size.
 ///
-/// Made with `make`; subclasses override the `view…` operations and call their base class first.
+/// Created with `make`; subclasses override the `view…` functions and call their base class first.
 ///
 /// Thread: main.
 class ZANTO_EXPORT ViewController : public Object {
 public:
     ViewController() = default;
     explicit ViewController(const Coder& coder);
-    /// Nibs do not exist here: the view is made by `loadView()` whatever the name.
+    /// This platform has no nibs: `loadView()` creates the view, whatever the name is.
     ViewController(const std::string& nibName, const std::shared_ptr<Bundle>& bundle);
 
-    /// The view, made and announced by the first call.
+    /// The view. The first call creates it and calls `viewDidLoad()`.
     [[nodiscard]] std::shared_ptr<View> view();
     [[nodiscard]] bool isViewLoaded() const { return view_ != nullptr; }
 
@@ -46,7 +46,7 @@ public:
                                           const TransitionCoordinator& /*transition*/) {}
 
 protected:
-    /// Makes the view: black, of the screen's size, unless overridden.
+    /// Creates the view: black and of the screen's size, unless overridden.
     [[nodiscard]] virtual std::shared_ptr<View> loadView();
 
 private:

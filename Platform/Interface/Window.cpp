@@ -12,14 +12,14 @@
 namespace platform {
 namespace {
 
-/// A window is opaque unless its root view lets what lies behind shine through; blending leaves the
-/// framebuffer's alpha below 1 all the same.
+/// A window is opaque unless its root view is transparent. Blending leaves alpha values below 1 in
+/// the framebuffer even so.
 void makeOpaque(PixelStorage& pixels) {
     for (std::size_t i = 3; i < pixels.size(); i += 4)
         pixels.bytes[i] = 255;
 }
 
-/// The host's framebuffer, in hand for one pass, also for one that an assertion failure ends.
+/// Holds the host's framebuffer for the duration of a pass, even if the pass throws.
 class PassTarget {
 public:
     PassTarget(std::optional<DrawTarget>& inHand, const DrawTarget& target) : inHand_(inHand) {
@@ -36,7 +36,7 @@ private:
 } // namespace
 
 void Window::setRootViewController(const std::shared_ptr<ViewController>& controller) {
-    // Shared, not referred to: the host may release its own reference as the view disappears.
+    // A shared pointer, because the host may release its own reference when the view disappears.
     std::shared_ptr<ViewController> next;
     next = controller;
     resignVisible();
@@ -52,7 +52,7 @@ void Window::setRootViewController(const std::shared_ptr<ViewController>& contro
 void Window::makeKeyAndVisible() {
     if (!controller_ || visible_)
         return;
-    const auto appearing = controller_; // the host may release it, or show another, in the calls
+    const auto appearing = controller_; // these calls may make the host release or replace it
     appearing->viewWillAppear(false);
     if (controller_ != appearing)
         return;
@@ -63,7 +63,7 @@ void Window::makeKeyAndVisible() {
 }
 
 void Window::resignVisible() {
-    // The host may take the controller out in the calls, which would end up here again.
+    // In these calls the host may remove the controller, which leads back to this function.
     if (!controller_ || !visible_ || isDisappearing_)
         return;
     const auto disappearing = controller_;
@@ -107,7 +107,7 @@ bool Window::shows(const View& view) const {
 
 void Window::displayAtOnce(View& view) {
     if (!shows(view))
-        return; // what it asked for waits until it shows
+        return; // its request stays pending until it is shown
     if (const auto target = passTarget_ ? targetOf(view) : std::nullopt) {
         view.forgetNeedsDisplay();
         view.draw(*target);

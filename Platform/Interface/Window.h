@@ -14,7 +14,7 @@ namespace platform {
 
 class ViewController;
 
-/// The one rectangle that a host shows: a view controller's view, and the passes that draw it.
+/// The only window of a host: a view controller's view, and the passes that draw it.
 ///
 /// Thread: main.
 class ZANTO_EXPORT Window : public Object {
@@ -23,37 +23,40 @@ public:
     void setRootViewController(const std::shared_ptr<ViewController>& controller);
     [[nodiscard]] std::shared_ptr<ViewController> rootViewController() const { return controller_; }
 
-    /// The view appears: laid out, told so before and after. Nothing if it is there already.
+    /// Lays out the view and shows it; its controller is notified before and after. No-op if the
+    /// window is visible already.
     void makeKeyAndVisible();
-    /// The view disappears; what it shows stays until another is drawn.
+    /// Hides the view. The framebuffer keeps its content until something else is drawn.
     void resignVisible();
     [[nodiscard]] bool isVisible() const { return visible_; }
 
     /// Gives the root view the screen's size and lays it out.
     void layout();
 
-    /// Whether what somebody else has drawn may show through.
+    /// Whether content that was drawn by others may show through.
     [[nodiscard]] bool isTransparent() const;
 
-    /// Asks for a pass at the next frame instant, whatever is there to draw.
+    /// Requests a pass at the next frame time, even if no view needs one.
     void setNeedsDisplay();
-    /// Whether a visible view asked to be drawn; and whether one cannot wait for the next instant.
+    /// Whether a visible view has requested a pass; and whether that cannot wait for the next frame
+    /// time.
     [[nodiscard]] bool needsDisplay() const;
     [[nodiscard]] bool needsDisplayAtOnce() const { return atOnce_ && needsDisplay(); }
     /// For `GLView::display()`.
     void displayAtOnce(View& view);
 
-    /// A raw touch goes to the front-most visible view under it while the window is visible; its
-    /// gestures act inside the call.
+    /// Delivers a raw touch to the front-most visible view at its location, while the window is
+    /// visible. Actions of gestures run inside the call.
     void touch(const TouchEvent& event);
-    /// Fingers are lost, for instance with the window's focus: gestures are cancelled.
+    /// Cancels all gestures, because the touches are lost, for instance with the window's focus.
     void cancelTouches() { touches_.cancelTouches(); }
     void setTouchSlop(TouchSlop slop) { touches_.setSlop(slop); }
 
-    /// The pass: draws every visible view once into the host's framebuffer.
+    /// Runs a pass: draws every visible view once into the host's framebuffer.
     void draw(const DrawTarget& target);
 
-    /// A fresh frame of the whole window at `scale` pixels a point, in a framebuffer of its own.
+    /// Draws a new frame of the whole window, at `scale` pixels per point, into its own
+    /// framebuffer.
     ///
     /// Errors: those of `OffscreenTarget::create`; Unavailable without a root view.
     [[nodiscard]] Result<ImagePtr> snapshot(double scale);

@@ -10,20 +10,20 @@
 
 namespace platform {
 
-/// Sound is the point of what is played, and goes on while the screen is locked.
+/// For an application whose purpose is playback: its sound goes on while the screen is locked.
 inline constexpr const char* kAudioSessionCategoryPlayback = "AudioSessionCategoryPlayback";
 
-/// Whoever arbitrates sound between the applications of a machine, such as a phone's.
+/// Arbitrates sound between the applications of a machine, such as a telephone.
 class ZANTO_EXPORT AudioArbiter {
 public:
     virtual ~AudioArbiter() = default;
-    /// Errors: the reason why the category cannot be had; none for success.
+    /// Errors: the reason why the category is refused; `nullopt` for success.
     [[nodiscard]] virtual std::optional<Error> setCategory(std::string_view category) = 0;
-    /// `notifyOthers`: the others are told when this application lets go of the sound again.
+    /// `notifyOthers`: other applications are notified when this one releases the sound.
     [[nodiscard]] virtual std::optional<Error> setActive(bool active, bool notifyOthers) = 0;
 };
 
-/// The application's claim to the machine's sound. Where nobody arbitrates it is always granted.
+/// The application's claim to the machine's sound. It is always granted where there is no arbiter.
 ///
 /// Thread: main.
 class ZANTO_EXPORT AudioSession {
@@ -32,13 +32,13 @@ public:
 
     [[nodiscard]] static AudioSession& sharedInstance();
 
-    /// Errors: the arbiter's; category and activity stay as they were.
+    /// Errors: those of the arbiter; category and activity do not change then.
     [[nodiscard]] std::optional<Error> setCategory(std::string_view category);
     std::optional<Error> setActive(bool active, ActiveOptions options = ActiveOptions::None);
     [[nodiscard]] const std::string& category() const { return category_; }
     [[nodiscard]] bool isActive() const { return isActive_; }
 
-    /// Host set-up; null for a machine where nobody arbitrates.
+    /// Host set-up; null for a machine without an arbiter.
     void setArbiter(std::shared_ptr<AudioArbiter> arbiter);
 
 private:

@@ -32,7 +32,7 @@ std::vector<std::weak_ptr<Player>>& Player::alive() {
 }
 
 void Player::catchUp() {
-    // A copy: what a tick brings may make or end players.
+    // A copy, because a tick may create or destroy players.
     const auto players = alive();
     for (const auto& player : players) {
         const auto self = player.lock();
@@ -76,7 +76,7 @@ void Player::seekToTime(MediaTime target) {
         return;
     item_->seekToTime(target);
     if (item_->isSeeking())
-        awaitsDecoder_.reset(); // for a time that was left
+        awaitsDecoder_.reset(); // it waits for a time before the seek
 }
 
 void Player::setVolume(float volume) {
@@ -97,7 +97,7 @@ void Player::announce(TimeControlStatus status) {
     });
 }
 
-// What the item tells
+// Notifications from the item
 
 void Player::itemIsReady() {
     status_ = PlayerStatus::ReadyToPlay;
@@ -132,7 +132,7 @@ void Player::itemWillEnd() {
 }
 
 void Player::itemDidEnd() {
-    // Whoever heard of the end may have paused, which is all that would be done here.
+    // An observer of the end may have paused already, and nothing else is left to do.
     if (!item_->isSeeking())
         pause();
 }
@@ -147,15 +147,15 @@ void Player::itemDidDecode() {
 void Player::timeDidJump() {
     if (std::exchange(awaitsJump_, true))
         return;
-    // In a turn of its own, so that no block runs inside the call that made time jump.
+    // In a loop iteration of its own, so that no block runs inside the call that made time jump.
     MainQueue::main().async([weak = weak(this)] {
         if (const auto self = weak.lock())
             self->jumpDidCome();
     });
 }
 
-/// Once for a seek and the start that follows it, and after what has been announced, however fast
-/// the picture was there.
+/// Ticks once for a seek and the start that follows it, and always after the notification of the
+/// status, however soon the frame was decoded.
 void Player::jumpDidCome() {
     awaitsJump_ = false;
     if (announced_ != timeControlStatus_)
@@ -181,7 +181,7 @@ void Player::frameDidCome() {
 }
 
 void Player::tick(Ticks which) {
-    // The time of a seek that is under way has no picture yet; its end brings a tick.
+    // During a seek there is no frame for the current time; the end of the seek ticks.
     if (!item_ || item_->isSeeking())
         return;
     if (!item_->isDecodedToPresent()) {
@@ -192,7 +192,7 @@ void Player::tick(Ticks which) {
 }
 
 void Player::callBlocks(Ticks which) {
-    const auto self = shared(this); // a block may let go of the player
+    const auto self = shared(this); // a block may release the player
     const MediaTime time = lastTick_ = currentTime();
     const FrameGrid grid = MainQueue::main().frameGrid();
     const Instant now = MainQueue::main().now();
@@ -201,7 +201,7 @@ void Player::callBlocks(Ticks which) {
     for (const auto& periodic : blocks) {
         if (which == Ticks::Due && --periodic->framesToGo > 0)
             continue;
-        // Whole frames: a time that is compared with another would miss one now and then.
+        // Counts whole frames, because a comparison of times would skip a frame now and then.
         periodic->framesToGo = static_cast<int>(
             std::max<Instant::rep>(1, (periodic->interval + refresh / 8) / refresh));
         if (std::ranges::find(blocks_, periodic) != blocks_.end())

@@ -16,7 +16,7 @@ class PlayerItem;
 
 enum class PlayerStatus : std::int64_t { Unknown = 0, ReadyToPlay = 1, Failed = 2 };
 
-/// Whether time runs: not wanted, wanted but not yet or no longer possible, running.
+/// Whether time runs: not requested; requested, but not yet or no longer possible; running.
 enum class TimeControlStatus : std::int64_t {
     Paused = 0,
     WaitingToPlayAtSpecifiedRate = 1,
@@ -24,13 +24,14 @@ enum class TimeControlStatus : std::int64_t {
 };
 
 /// The key path under which a player's time control status is observed. Every start passes through
-/// waiting; each change is told in a turn of its own, in which the property has its new value.
+/// waiting. Observers are notified of each change in a loop iteration of its own, in which the
+/// property has its new value.
 inline constexpr const char* kPlayerTimeControlStatusKeyPath = "timeControlStatus";
 
 /// Plays one item.
 ///
-/// Owner:  whoever made it, with `playerWithPlayerItem`; its end stops everything.
-/// Thread: main. No call waits for anything.
+/// Owner:  its creator, with `playerWithPlayerItem`; the destructor stops everything.
+/// Thread: main. No call waits.
 class ZANTO_EXPORT Player final : public ObservableObject {
 public:
     [[nodiscard]] static std::shared_ptr<Player>
@@ -49,8 +50,8 @@ public:
     /// See `PlayerItem::seekToTime`.
     void seekToTime(MediaTime target);
 
-    /// For a host that takes a picture between two frame instants: every player whose time runs
-    /// ticks for this very moment, at once or, where its frame is not decoded yet, in a later turn.
+    /// For a host that takes a snapshot between two frame times: every player whose time runs ticks
+    /// for the present, at once or, where its frame is not decoded yet, in a later loop iteration.
     static void catchUp();
     /// Whether a player has yet to tick for the present.
     [[nodiscard]] static bool isAnyBehind();
@@ -59,10 +60,11 @@ public:
     [[nodiscard]] float volume() const { return volume_; }
     void setVolume(float volume);
 
-    /// Stands for a block that is called again and again; give it back to end that.
+    /// Identifies a block that is called periodically; pass it to `removeTimeObserver` to end the
+    /// calls.
     using TimeObserver = std::shared_ptr<const void>;
-    /// Calls the block with the time of playback: while it runs, at frame instants, about once per
-    /// `interval`, and whenever time starts, stops or jumps.
+    /// Calls the block with the playback time: at frame times, about once per `interval`, while
+    /// time runs, and whenever time starts, stops or jumps.
     [[nodiscard]] TimeObserver
     addPeriodicTimeObserverForInterval(MediaTime interval, std::function<void(MediaTime)> block);
     void removeTimeObserver(const TimeObserver& observer);
@@ -89,7 +91,7 @@ private:
     void announce(TimeControlStatus status);
     void runFrames();
     void frameDidCome();
-    /// Calls the blocks, all or those whose turn it is, once the present's picture is settled.
+    /// Calls all blocks or those that are due, once it is known which frame is the present one.
     enum class Ticks { Due, All };
     void tick(Ticks which);
     void callBlocks(Ticks which);
@@ -98,13 +100,13 @@ private:
     PlayerStatus status_ = PlayerStatus::Unknown;
     TimeControlStatus timeControlStatus_ = TimeControlStatus::Paused;
     TimeControlStatus announced_ =
-        TimeControlStatus::Paused; // the last of the changes on their way
+        TimeControlStatus::Paused; // the latest status that has been queued
     float volume_ = 1.0F;
     bool wantsToPlay_ = false;
-    bool isRunning_ = false;             // time passes
-    bool awaitsFrame_ = false;           // the next frame instant is asked for
-    bool awaitsJump_ = false;            // a turn for a jump is queued
-    std::optional<Ticks> awaitsDecoder_; // a tick that comes once its picture is settled
+    bool isRunning_ = false;             // time runs
+    bool awaitsFrame_ = false;           // a call at the next frame time is queued
+    bool awaitsJump_ = false;            // a loop iteration for a jump is queued
+    std::optional<Ticks> awaitsDecoder_; // a tick that waits for its frame to be decoded
     MediaTime lastTick_;
     std::vector<std::shared_ptr<PeriodicBlock>> blocks_;
 };

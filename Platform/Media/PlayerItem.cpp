@@ -73,7 +73,7 @@ void PlayerItem::mediaIsReady(const MediaDescription& media) {
     tracks_ = {{media.naturalSize}};
     if (media.duration)
         duration_ = MediaTime::make(*media.duration);
-    // The player first: whoever hears that the item is ready can play it at once.
+    // The player is notified first, so that observers of the item's status can play at once.
     if (const auto player = player_.lock())
         player->itemIsReady();
     setStatus(PlayerItemStatus::ReadyToPlay);
@@ -87,7 +87,7 @@ void PlayerItem::mediaDidFail(const Error& error) {
     error_ = error;
     seekTarget_.reset();
     const auto self = shared(this);
-    // It is what calls here, so it goes in a later turn.
+    // The pipeline is the caller, so it is destroyed in a later loop iteration.
     MainQueue::main().async([pipeline = std::shared_ptr(std::move(pipeline_))] {});
     if (const auto player = player_.lock())
         player->itemDidFail();

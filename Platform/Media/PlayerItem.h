@@ -29,14 +29,14 @@ inline constexpr const char* PlayerItemDidPlayToEndTimeNotification =
 /// The key path under which an item's status is observed.
 inline constexpr const char* kPlayerItemStatusKeyPath = "status";
 
-/// One of the streams that an item's media is made of.
+/// One of the streams of an item's media.
 struct AssetTrack {
     SizePx naturalSize;
 };
 
-/// Something to be played, once: it begins to load when a player takes it.
+/// Media to be played once. It begins to load when a player is created with it.
 ///
-/// Owner:  whoever made it, and the player. Made with `playerItemWithURL`.
+/// Owner:  its creator and the player. Created with `playerItemWithURL`.
 /// Thread: main.
 class PlayerItem final : public ObservableObject, public MediaPipelineListener {
 public:
@@ -47,35 +47,37 @@ public:
         : url_(std::move(url)), open_(std::move(open)) {}
 
     [[nodiscard]] PlayerItemStatus status() const { return status_; }
-    /// Why it cannot be played; none while nothing has gone wrong.
+    /// Why it cannot be played; `nullopt` while nothing has failed.
     [[nodiscard]] const std::optional<Error>& error() const { return error_; }
-    /// Indefinite until the media is open, and for a live stream. It grows while media is played
-    /// whose header does not say how long it is.
+    /// Indefinite until the media is open, and for a live stream. It grows during playback if the
+    /// media's header does not contain it.
     [[nodiscard]] MediaTime duration() const { return duration_; }
     /// Empty until the media is open.
     [[nodiscard]] const std::vector<AssetTrack>& tracks() const { return tracks_; }
 
-    /// An output gives the item's pictures from then on.
+    /// From now on the output provides the item's frames.
     void addOutput(const std::shared_ptr<PlayerItemVideoOutput>& output);
 
-    /// Accurate; the player's time follows once the target's picture is there.
+    /// Seeks to the exact frame. `currentTime()` is the target at once; the player's time observers
+    /// are called once the target's frame is decoded.
     ///
-    /// Errors: a log line, and no effect, for what is no time and before the item is ready.
+    /// Errors: a log line and no effect for a time that is not numeric and before the item is
+    ///         ready.
     void seekToTime(MediaTime target);
-    /// Where playback is; the target of a seek that is under way.
+    /// The playback position, or the target of a seek in progress.
     [[nodiscard]] MediaTime currentTime() const;
-    /// Where playback is when the host's clock shows that many seconds.
+    /// The playback position when the host's clock shows that many seconds.
     [[nodiscard]] MediaTime timeAtHostTime(double hostSeconds) const;
-    /// The newest picture whose time has come.
+    /// The newest frame whose time has come; `nullopt` during a seek.
     [[nodiscard]] std::optional<MediaFrame> frameAt(MediaTime itemTime);
 
 private:
     friend class Player;
-    /// For the player that takes the item.
+    /// For the player that plays the item.
     void load(const std::weak_ptr<Player>& player);
     [[nodiscard]] MediaPipeline* pipeline() const { return pipeline_.get(); }
     [[nodiscard]] bool isSeeking() const { return seekTarget_.has_value(); }
-    /// Whether the picture of the present is settled, see `MediaPipeline::isDecodedTo`.
+    /// Whether it is known which frame is the present one, see `MediaPipeline::isDecodedTo`.
     [[nodiscard]] bool isDecodedToPresent();
 
     void mediaIsReady(const MediaDescription& media) override;
@@ -96,7 +98,7 @@ private:
     MediaTime duration_;
     std::vector<AssetTrack> tracks_;
     std::vector<std::shared_ptr<PlayerItemVideoOutput>> outputs_;
-    std::optional<Instant> seekTarget_; // of the seek under way
+    std::optional<Instant> seekTarget_; // of the seek in progress
     std::unique_ptr<MediaPipeline> pipeline_;
 };
 

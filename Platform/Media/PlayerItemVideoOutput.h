@@ -11,29 +11,29 @@ namespace platform {
 
 class PlayerItem;
 
-/// What pictures are asked for. 0 x 0 means their natural size.
+/// The requested format of frames. 0 × 0 means their natural size.
 struct PixelBufferAttributes {
     std::uint32_t pixelFormatType = PixelBuffer::kBiPlanarVideoRange;
     double width = 0;
     double height = 0;
 };
 
-/// Hands out an item's pictures, each when its time has come.
+/// Provides an item's frames, each when its time has come.
 ///
-/// The pictures come in their natural size and in video range whatever is asked for.
+/// Frames have their natural size and are in video range, whatever the attributes request.
 ///
-/// Owner:  the item that it was added to, which it holds weakly, and whoever made it.
+/// Owner:  its creator, and the item that it was added to; it references the item weakly.
 /// Thread: main.
 class PlayerItemVideoOutput : public Object {
 public:
     explicit PlayerItemVideoOutput(PixelBufferAttributes attributes) : attributes_(attributes) {}
     [[nodiscard]] const PixelBufferAttributes& attributes() const { return attributes_; }
 
-    /// Where the item is when the host's clock shows that many seconds; invalid without an item.
+    /// The item's position when the host's clock shows that many seconds; invalid without an item.
     [[nodiscard]] MediaTime itemTimeForHostTime(double hostSeconds) const;
-    /// Whether the picture for that time is another one than was copied last.
+    /// Whether the frame for that time differs from the one that was copied last.
     [[nodiscard]] bool hasNewPixelBufferForItemTime(MediaTime itemTime);
-    /// The picture for that time, shared, not copied. Null when there is none, or none that is new.
+    /// The frame for that time, shared and not copied. Null when there is none or none that is new.
     [[nodiscard]] PixelBufferPtr copyPixelBufferForItemTime(MediaTime itemTime);
 
 private:
@@ -43,7 +43,7 @@ private:
 
     PixelBufferAttributes attributes_;
     std::weak_ptr<PlayerItem> item_;
-    std::uint64_t copied_ = 0; // identity of the last picture
+    std::uint64_t copied_ = 0; // identity of the last frame
 };
 
 } // namespace platform

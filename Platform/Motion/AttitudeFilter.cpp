@@ -13,24 +13,24 @@ constexpr double square(double value) {
     return value * value;
 }
 
-/// What the first sample of gravity may be off in a hand that moves, rad.
+/// Error of the first sample of gravity in a moving hand, rad.
 constexpr double kFirstTiltError = 0.2;
-/// Biases beyond twice this are rare in a telephone's gyroscope, rad/s.
+/// Standard deviation of the bias of a telephone's gyroscope, rad/s. More than twice this is rare.
 constexpr double kFirstBiasError = 0.03;
-/// How the bias wanders with temperature, rad/s per root of a second.
+/// Random walk of the bias, mainly with temperature, rad/s per root of a second.
 constexpr double kBiasWalk = 2e-5;
 /// White noise of the gyroscope, rad/s per root of a hertz.
 constexpr double kRateNoise = 3.5e-4;
-/// A gyroscope's scale is off by this share of the rate…
+/// Relative error of a gyroscope's scale…
 constexpr double kScaleError = 0.002;
-/// …and a hand keeps turning one way for this long, s.
+/// …and the time for which a hand rotates in one direction, s.
 constexpr double kScaleTime = 0.1;
-/// Beyond so many standard deviations a difference counts for less and less.
+/// Beyond this many standard deviations a difference loses weight.
 constexpr double kTrusted = 0.5;
-/// Beyond so many standard deviations a rate at rest is no bias.
+/// Beyond this many standard deviations a rate at rest is not a bias.
 constexpr double kPlausible = 4.0;
 
-/// The columns are the device's axes in the frame.
+/// The rotation matrix: its columns are the device's axes in the reference frame.
 std::array<std::array<double, 3>, 3> matrix(const Attitude& attitude) {
     const Vector3 x = rotate(attitude, {1, 0, 0});
     const Vector3 y = rotate(attitude, {0, 1, 0});
@@ -51,7 +51,7 @@ void AttitudeFilter::turn(const Vector3& radians, double seconds) {
     const auto axes = matrix(attitude_);
     attitude_ = normalized(attitude_ * turnAbout(radians - seconds * bias_));
 
-    // An error of the bias turns the attitude the other way, about the device's axes: rows first,
+    // An error of the bias rotates the attitude the other way, about the device's axes: rows first,
     // then columns.
     auto& p = covariance_;
     for (std::size_t i = 0; i < 3; ++i)
@@ -72,13 +72,13 @@ void AttitudeFilter::turn(const Vector3& radians, double seconds) {
 }
 
 void AttitudeFilter::forgetTilt() {
-    // A turn of a radian about each axis: enough for gravity to set the tilt anew.
+    // A variance of 1 rad² about each axis is enough for gravity to set the tilt again.
     for (std::size_t i = 0; i < 3; ++i)
         covariance_[i][i] += 1;
 }
 
 void AttitudeFilter::observeUp(const Vector3& up, double variance) {
-    // The smallest turn that brings `up` to the z axis; it lies in the horizontal plane.
+    // The smallest rotation that brings `up` to the z axis; its axis is horizontal.
     const double sine = std::hypot(up.x, up.y);
     const double angle = std::atan2(sine, up.z);
     const double factor = sine > 1e-9 ? angle / sine : 1.0;
@@ -86,7 +86,7 @@ void AttitudeFilter::observeUp(const Vector3& up, double variance) {
 
     const double distance = std::sqrt(square(turn[0]) / (covariance_[0][0] + variance) +
                                       square(turn[1]) / (covariance_[1][1] + variance));
-    // A push of the hand looks like a tilt; what is far from belief pulls with a bounded force.
+    // A push of the hand looks like a tilt, so the weight of an outlier is bounded.
     const double doubted = variance * std::max(1.0, distance / kTrusted);
     Errors found{};
     observe(found, 0, turn[0], doubted);
@@ -106,7 +106,7 @@ void AttitudeFilter::observeRest(const Vector3& rate, double variance) {
     take(found);
 }
 
-/// One number at a time: `found` says how far the errors have been found to be so far.
+/// Applies one scalar observation. `found` is the estimate of the errors so far.
 void AttitudeFilter::observe(Errors& found, std::size_t index, double value, double variance) {
     const Errors column = covariance_[index];
     const double total = column[index] + variance;

@@ -8,37 +8,38 @@
 
 namespace platform {
 
-/// The estimate behind `AttitudeFusion`: attitude and gyroscope bias, and how far each may be off.
+/// Error-state Kalman filter that estimates the attitude of a device and the bias of its gyroscope.
 ///
-/// Six errors are followed together: a small turn about the axes of the reference frame (radians)
-/// and the bias about the device's axes (rad/s). Because they are followed together, whatever shows
-/// the bias also takes back the turn that the bias has caused. Gravity never moves the heading of
-/// its own: a turn about the frame's z axis does not change what it measures.
+/// The 6×6 error covariance belongs to a small rotation about the axes of the reference frame (rad)
+/// and to the bias about the device's axes (rad/s). Because the two are correlated, an observation
+/// of the bias also corrects the rotation that the bias has caused. Gravity does not observe
+/// heading: a rotation about the frame's z axis does not change its direction.
 ///
-/// Thread: none of its own; one at a time.
+/// Thread: any; not thread-safe, one thread at a time.
 class AttitudeFilter {
 public:
-    /// Tilt known roughly, bias not at all.
+    /// The tilt is roughly known at first; the bias is not known.
     explicit AttitudeFilter(const Attitude& attitude);
 
     [[nodiscard]] const Attitude& attitude() const { return attitude_; }
     [[nodiscard]] const Vector3& bias() const { return bias_; }
 
-    /// The device turned by `radians` about its own axes within `seconds`; the bias is taken off
-    /// here.
+    /// Prediction: the device has rotated by `radians` about its own axes within `seconds`. The
+    /// function subtracts the bias itself.
     void turn(const Vector3& radians, double seconds);
-    /// The device may have turned anyhow meanwhile.
+    /// Raises the uncertainty of the attitude: the device may have rotated in any way.
     void forgetTilt();
 
-    /// `up`: where gravity shows the frame's z axis to be, in the frame that `attitude()` believes
-    /// in, of unit length. `variance`: of its error, rad².
+    /// Correction by gravity. `up`: the measured direction of the frame's z axis, transformed into
+    /// the frame by `attitude()`, of unit length. `variance`: of its error, rad².
     void observeUp(const Vector3& up, double variance);
-    /// The gyroscope showed `rate` while the device rested. A rate that cannot well be a bias is no
-    /// rest and changes nothing. `variance`: of its error, (rad/s)².
+    /// Correction by the rate that the gyroscope has measured while the device was at rest. A rate
+    /// that is not plausible as a bias cannot come from a device at rest and changes nothing.
+    /// `variance`: of its error, (rad/s)².
     void observeRest(const Vector3& rate, double variance);
 
 private:
-    static constexpr std::size_t kErrors = 6; // three turns, then three biases
+    static constexpr std::size_t kErrors = 6; // three rotations, then three biases
     using Errors = std::array<double, kErrors>;
 
     void observe(Errors& found, std::size_t index, double value, double variance);

@@ -14,30 +14,30 @@ namespace {
 
 constexpr double kGravity = 9.81;
 constexpr double kLongestGap = 0.5;
-// Faster than anything that is held turns, and slower than what spoils sums: rad/s.
+// Faster than any hand-held rotation, and slow enough for the sums to stay accurate: rad/s.
 constexpr double kFastest = 1000;
-// Too little to point anywhere: m/s².
+// Too little to define a direction: m/s².
 constexpr double kLeastAcceleration = 1e-6;
-// Accelerations are compared with the attitude of their own time, up to this far from the last
-// rate.
+// An acceleration is compared with the attitude extrapolated to its own time, up to this far from
+// the last rotation rate, s.
 constexpr double kLongestReach = 0.05;
-// How much the direction of gravity is off for a sample, in a hand that moves: rad times root of a
-// second. Much above a sensor's noise, because a push lasts for many samples.
+// Error of gravity's direction per sample in a moving hand: rad times root of a second. It is much
+// larger than a sensor's noise, because a push lasts for many samples.
 constexpr double kUpNoise = 0.0015;
-// The share by which its size may be off before its direction counts for less…
+// The relative error of gravity's length at which its direction begins to lose weight…
 constexpr double kTrustedShare = 0.02;
-// …and from which on it does not count.
+// …and at which it is ignored.
 constexpr double kWorthlessShare = 0.5;
-// Nobody pushes a device one way for long: gravity that stays this far off, in rad, averaged over
-// so many seconds, means that the tilt is wrong.
+// A device is not accelerated in one direction for long. If the average direction of gravity over
+// this many seconds is off by more than this, in rad, the tilt is wrong.
 constexpr double kLastingError = 0.15;
 constexpr double kLastingSeconds = 3;
 
-// The upward part of the screen's normal from which on its back says less of where the device
-// points than its edge.
+// If the upward part of the screen's normal is larger than this, the upper edge shows better than
+// the back where the device points.
 constexpr double kNearlyLevel = std::numbers::sqrt2 / 2;
 
-/// The attitude of a device that sees `up` in its own axes, as `attitude()` says.
+/// The first attitude of a device that measures `up` along its own axes; see `attitude()`.
 Attitude firstAttitude(const Vector3& up) {
     const Attitude level = turnBetween(up, {0, 0, 1}, {1, 0, 0});
     const Vector3 edge{0, up.z < 0 ? -1.0 : 1.0, 0};
@@ -68,7 +68,7 @@ public:
     }
 
     [[nodiscard]] const std::optional<double>& last() const { return last_; }
-    /// From the sample before to the last.
+    /// The time between the last two samples.
     [[nodiscard]] double step() const { return step_; }
 
 private:
@@ -123,8 +123,8 @@ private:
             filter_->forgetTilt();
     }
 
-    /// From the rate before to this one, about the device's axes. The mean of both, and what a
-    /// turning axis adds to it.
+    /// The rotation about the device's axes since the last rate: the mean of both rates, plus a
+    /// correction for an axis that itself rotates.
     [[nodiscard]] Vector3 turnSince(const Vector3& rate) const {
         const double seconds = rates_.step();
         return (seconds / 2) * (rate_ + rate) + (seconds * seconds / 12) * cross(rate_, rate);
@@ -162,8 +162,9 @@ private:
 
     Stream rates_;
     Stream accelerations_;
-    Vector3 rate_;         // the last
-    Vector3 averageError_; // sideways in the frame, and up where gravity points below the horizon
+    Vector3 rate_;         // the last rate
+    Vector3 averageError_; // horizontal error in the frame, and the vertical one where gravity
+                           // points below the horizon
     RestDetector rest_;
     std::optional<AttitudeFilter> filter_; // from the first acceleration on
 };

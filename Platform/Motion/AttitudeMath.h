@@ -8,9 +8,9 @@
 #include <cmath>
 #include <numbers>
 
-// Turns as unit quaternions, and the vectors that they turn.
+// Rotations as unit quaternions, and the vectors that they rotate.
 //
-// Thread: any, everything here is pure.
+// Thread: any; thread-safe. All functions are pure.
 namespace platform {
 
 [[nodiscard]] constexpr Vector3 operator+(const Vector3& a, const Vector3& b) {
@@ -32,12 +32,12 @@ namespace platform {
     return std::hypot(a.x, a.y, a.z);
 }
 
-/// To be asked before `length`, which may overlook an element that is not a number.
+/// To be checked before `length`, which may miss an element that is NaN.
 [[nodiscard]] inline bool isFinite(const Vector3& a) {
     return std::isfinite(a.x) && std::isfinite(a.y) && std::isfinite(a.z);
 }
 
-/// The turn that does `second` first and then `first`.
+/// The rotation that applies `second` first and then `first`.
 [[nodiscard]] constexpr Attitude operator*(const Attitude& first, const Attitude& second) {
     const Vector3 a{first.x, first.y, first.z};
     const Vector3 b{second.x, second.y, second.z};
@@ -52,7 +52,8 @@ namespace platform {
     const Vector3 twice = 2.0 * cross(v, a);
     return a + turn.w * twice + cross(v, twice);
 }
-/// Of unit length; the largest element is taken out first, so that nothing overflows on the way.
+/// Returns the rotation with unit length. Dividing by the largest element first prevents an
+/// overflow.
 [[nodiscard]] inline Attitude normalized(const Attitude& turn) {
     const double largest =
         std::max({std::abs(turn.x), std::abs(turn.y), std::abs(turn.z), std::abs(turn.w)});
@@ -61,17 +62,17 @@ namespace platform {
     return {a.x / size, a.y / size, a.z / size, a.w / size};
 }
 
-/// The turn about the vector by its length in radians.
+/// The rotation about the vector by its length in radians.
 [[nodiscard]] inline Attitude turnAbout(const Vector3& radians) {
     const double angle = length(radians);
-    // sin(angle / 2) / angle, by its series where the quotient would be 0 / 0.
+    // sin(angle / 2) / angle, or the first term of its series where the quotient would be 0 / 0.
     const double factor = angle > 1e-6 ? std::sin(angle / 2) / angle : 0.5;
     const Vector3 v = factor * radians;
     return {v.x, v.y, v.z, std::cos(angle / 2)};
 }
 
-/// The smallest turn of one unit vector into another; about `fallback`, perpendicular to both and
-/// of unit length, if they are opposite.
+/// The smallest rotation of one unit vector into another. For opposite vectors it is about
+/// `fallback`, which is perpendicular to both and of unit length.
 [[nodiscard]] inline Attitude turnBetween(const Vector3& from, const Vector3& to,
                                           const Vector3& fallback) {
     const double w = 1 + dot(from, to);
@@ -81,8 +82,8 @@ namespace platform {
     return normalized({axis.x, axis.y, axis.z, w});
 }
 
-/// How far a device is turned about its own z axis, out of the screen, against portrait while its
-/// interface stands upright in an orientation.
+/// The angle by which a device is rotated about its own z axis, which points out of the screen,
+/// relative to portrait, while its interface is upright in an orientation.
 [[nodiscard]] constexpr double rollOf(InterfaceOrientation orientation) {
     constexpr double quarterTurn = std::numbers::pi / 2;
     switch (orientation) {

@@ -11,13 +11,13 @@ namespace platform {
 
 namespace {
 
-/// Whether it can be normalized in single precision without loss. False for NaN.
+/// Whether it can be normalised in single precision without loss; false for NaN.
 bool isRotation(const Attitude& q) {
     const double length = std::hypot(std::hypot(q.x, q.y), std::hypot(q.z, q.w));
     return length >= 0.01 && length <= 100;
 }
 
-/// A handler and whether a call of it waits in the main queue.
+/// A handler, and whether a call of it is queued in the main queue.
 class Listener : public std::enable_shared_from_this<Listener> {
 public:
     explicit Listener(std::function<void()> handler) : handler_(std::move(handler)) {}
@@ -36,8 +36,8 @@ public:
     }
 
 private:
-    // Owned by the queued block alone, so that a queue that drops its blocks leaves no listener
-    // waiting for a call that never comes.
+    // Owned by the queued block alone. When the queue drops its blocks, no listener keeps waiting
+    // for a call that never comes.
     struct Call {
         std::weak_ptr<Listener> listener;
     };
@@ -70,7 +70,8 @@ public:
 
 private:
     AttitudeSource& source_;
-    // Apart from the token, so that a handler that drops its token is still there when it returns.
+    // Separate from the token, so that a handler that releases its token still exists when it
+    // returns.
     std::shared_ptr<Listener> listener_;
 };
 

@@ -9,9 +9,9 @@
 
 namespace platform {
 
-/// How a device is turned against its reference frame (z up, x free): the unit quaternion that
-/// takes the device's axes (x to the right of its portrait screen, y to the top, z out of it) into
-/// that frame.
+/// The orientation of a device relative to its reference frame (z up, x arbitrary): the unit
+/// quaternion that rotates the device's axes (x to the right of its portrait screen, y to the top,
+/// z out of it) into that frame.
 struct Attitude {
     double x = 0;
     double y = 0;
@@ -20,13 +20,13 @@ struct Attitude {
     friend bool operator==(const Attitude&, const Attitude&) = default;
 };
 
-/// Where attitude samples come from: one a process, filled in by the host. Without a host that
-/// fills it in, it stays unavailable.
+/// The environment's source of attitude samples, which a host publishes. Without such a host it
+/// stays unavailable.
 ///
 /// Thread: main.
 class ZANTO_EXPORT AttitudeSource {
 public:
-    /// A listener's token: the listener is told until its last holder lets go.
+    /// A listener's token: the listener is notified until the last reference to it is released.
     class Subscription;
 
     AttitudeSource() = default;
@@ -34,31 +34,33 @@ public:
     AttitudeSource(const AttitudeSource&) = delete;
     AttitudeSource& operator=(const AttitudeSource&) = delete;
 
-    /// For hosts. A source is available once the host says so or a sample has come; whoever listens
-    /// is told when it goes away.
+    /// For hosts. A source is available once the host says so or a sample has been published;
+    /// listeners are notified when it becomes unavailable.
     void setAvailable(bool available);
     [[nodiscard]] bool isAvailable() const { return available_; }
-    /// For hosts: a new sample. Whoever listens is told in a later turn of the main queue, once for
-    /// all samples that came before that turn. Its length need not be 1, but lies between 0.01 and
-    /// 100.
+    /// For hosts: publishes a new sample. Listeners are notified in a later loop iteration of the
+    /// main queue, once for all samples before it. The length of the quaternion need not be 1, but
+    /// is between 0.01 and 100.
     ///
     /// Errors: any other sample changes nothing; a log line for the first of several in a row.
     void publish(const Attitude& attitude);
-    /// For hosts whose sensor costs power: called with whether anybody listens, now and whenever
-    /// that changes. Empty: nobody wants to know.
+    /// For hosts whose sensor costs power. The demand listener is called with whether there is any
+    /// listener to samples, now and whenever that changes. An empty function removes it.
     void setDemandListener(std::function<void(bool)> listener);
-    /// For a host that starts anew: no sample, not available, nobody who wants to know. Listeners
-    /// stay, but are not told of what came before.
+    /// For a host that starts again: removes the sample, the availability and the demand listener.
+    /// Listeners to samples stay, but are not notified of earlier samples.
     void reset();
 
-    /// The last sample; it is kept for those who begin to listen later.
+    /// The last sample; it is kept for later listeners.
     [[nodiscard]] const std::optional<Attitude>& latest() const { return latest_; }
-    /// Whether listeners have something to look at: a sample, or that there is no source any more.
+    /// Whether there is something for listeners: a sample, or that the source has become
+    /// unavailable.
     [[nodiscard]] bool hasNews() const { return latest_ || hasGone_; }
 
-    /// Calls the handler for every sample until the token goes, never afterwards; first in the next
-    /// turn where the source is available and has a sample already. The handler reads `latest()`,
-    /// and may drop its own token or another's, subscribe and publish.
+    /// Calls the handler for every sample until the token is released, and never afterwards. The
+    /// first call is in the next loop iteration if the source is available and has a sample
+    /// already. The handler reads `latest()`; it may release its own token or another one,
+    /// subscribe and publish.
     [[nodiscard]] std::shared_ptr<Subscription> subscribe(std::function<void()> handler);
     [[nodiscard]] bool isWanted() const { return !subscriptions_.empty(); }
 
@@ -68,8 +70,8 @@ private:
     void tellListeners();
 
     bool available_ = false;
-    bool hasGone_ = false;    // which is told like a sample
-    bool hasRefused_ = false; // the last sample
+    bool hasGone_ = false;    // became unavailable, which is notified like a sample
+    bool hasRefused_ = false; // refused the last sample
     std::optional<Attitude> latest_;
     std::vector<Subscription*> subscriptions_; // in the order of subscribing; each removes itself
     std::function<void(bool)> demandListener_;

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::array<std::string_view, 5> kFields = {"seconds", "x", "y", "z", "w"};
 using Numbers = std::array<double, kFields.size()>;
-// Thirty years: what an instant holds with room to spare.
+// Thirty years; an `Instant` can hold far more.
 constexpr double kLongestSeconds = 1e9;
 
 std::string_view trimmed(std::string_view text) {
@@ -27,7 +27,7 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
 }
 
-/// Takes what comes before the separator off the text.
+/// Removes the text up to and including the separator, and returns it without the separator.
 std::string_view takeUntil(char separator, std::string_view& text) {
     const auto end = text.find(separator);
     const auto taken = text.substr(0, end);
@@ -45,7 +45,7 @@ std::vector<std::string_view> fieldsOf(std::string_view line) {
     return fields;
 }
 
-/// For a message of one line: short, and without what a terminal would act on.
+/// For a message on one line: shortened, and without control characters for a terminal.
 std::string quoted(std::string_view text) {
     constexpr std::size_t kLongest = 40;
     std::string shown(text.substr(0, kLongest));
@@ -58,7 +58,7 @@ bool isHeading(const std::vector<std::string_view>& fields) {
     return std::equal(fields.begin(), fields.end(), kFields.begin(), kFields.end());
 }
 
-/// Reads line after line; each step gives what is wrong, or nothing.
+/// Reads line after line. Each function returns a description of the error, or nothing.
 class Reader {
 public:
     std::optional<std::string> readLine(std::string_view line) {

@@ -11,24 +11,24 @@
 
 namespace platform {
 
-/// Attitudes recorded over time, as text: a line for each, `seconds,x,y,z,w`.
+/// Attitudes recorded over time, as text with one line per attitude: `seconds,x,y,z,w`.
 ///
-/// The same words may stand as a heading before the first sample. Empty lines and lines that begin
-/// with # are skipped; fields may have spaces and tabs around them, lines may end with CR and LF.
-/// Numbers have a point, whatever the locale.
+/// These words may also be a heading before the first sample. Empty lines and lines that begin with
+/// # are skipped; fields may have spaces and tabs around them, lines may end with CR and LF.
+/// Numbers have a decimal point, whatever the locale is.
 ///
-/// Thread: any; it does not change.
+/// Thread: any; thread-safe. A trace is immutable.
 class ZANTO_EXPORT AttitudeTrace {
 public:
     struct Sample {
-        /// Since the trace's own zero; never before the sample before.
+        /// Since the trace's zero; never before the preceding sample.
         Instant at;
         /// Of unit length, whatever length it had in the text.
         Attitude attitude;
         friend bool operator==(const Sample&, const Sample&) = default;
     };
 
-    /// `name`: what messages call the text, for instance its file name. A text without samples is
+    /// `name` is what messages call the text, for instance its file name. A text without samples is
     /// an empty trace.
     ///
     /// Errors: Corrupt, with the line, counted from 1, and the field.

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-/// One pass through the trace; queued blocks do nothing once it is gone.
+/// One run through the trace; queued blocks are no-ops once it is destroyed.
 class AttitudeTracePlayer::Run : public std::enable_shared_from_this<Run> {
 public:
     explicit Run(std::shared_ptr<const AttitudeTrace> trace) : trace_(std::move(trace)) {}
@@ -21,7 +21,7 @@ public:
             if (const auto self = weak.lock())
                 self->publishDue();
         };
-        // Without a delay the queue would wait for the next frame.
+        // A delay of zero would make the queue wait for the next frame time.
         const Instant delay = start_ + samples[next_].at - queue.now();
         if (delay > Instant::zero())
             queue.asyncAfter(delay, block);

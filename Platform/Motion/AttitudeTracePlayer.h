@@ -7,9 +7,9 @@
 
 namespace platform {
 
-/// Stands in for a sensor: publishes a trace into `AttitudeSource::shared()`.
+/// Emulates a sensor: publishes a trace to `AttitudeSource::shared()`.
 ///
-/// Owner:  whoever plays it; its end stops it. The source keeps the last sample.
+/// Owner:  its creator; the destructor stops it. The source keeps the last sample.
 /// Thread: main.
 class ZANTO_EXPORT AttitudeTracePlayer {
 public:
@@ -18,10 +18,10 @@ public:
     AttitudeTracePlayer(const AttitudeTracePlayer&) = delete;
     AttitudeTracePlayer& operator=(const AttitudeTracePlayer&) = delete;
 
-    /// Says that attitudes are available, and from the next turn of the main queue on publishes
-    /// each sample once its own time has passed since this call: what lies before the trace's zero
-    /// at once. Of samples that are due together only the newest. Starting again plays from the
-    /// beginning.
+    /// Makes the source available. From the next loop iteration of the main queue on, publishes
+    /// each sample once its time has passed since this call; samples before the trace's zero are
+    /// due at once. Of samples that are due together only the newest is published. Another call
+    /// starts again from the beginning.
     void start();
 
 private:

@@ -22,7 +22,7 @@ void EmulatedAttitude::turnBy(double yaw, double pitch) {
 }
 
 Attitude EmulatedAttitude::attitude(InterfaceOrientation orientation) const {
-    // A quarter turn stands the device up from lying on its back, which is no turn at all.
+    // The identity is a device that lies on its back; a quarter turn makes it upright.
     return turnAbout({0, 0, -yaw_}) * turnAbout({kQuarterTurn + pitch_, 0, 0}) *
            turnAbout({0, 0, rollOf(orientation)});
 }

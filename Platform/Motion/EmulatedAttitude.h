@@ -6,24 +6,24 @@
 
 namespace platform {
 
-/// A device that a pointer turns, for machines without sensors: it is held with its screen
-/// vertical, and looks out of its back, straight ahead at first.
+/// Emulates a device that is rotated with a pointer, for machines without sensors. The device is
+/// held with its screen vertical, and looks out of its back, straight ahead at first.
 ///
-/// Thread: none of its own; one at a time.
+/// Thread: any; not thread-safe, one thread at a time.
 class ZANTO_EXPORT EmulatedAttitude {
 public:
-    /// Turns the device by radians: positive yaw looks further to the right, positive pitch further
-    /// up. Pitch ends at the zenith and at the nadir, a quarter turn from level. Angles that are
-    /// not finite change nothing.
+    /// Rotates the device; angles are in radians. Positive yaw looks further to the right, positive
+    /// pitch further up. Pitch is clamped to the zenith and the nadir. Angles that are not finite
+    /// change nothing.
     void turnBy(double yaw, double pitch);
 
-    /// In radians: to the right of where it looked at first, within half a turn either way.
+    /// In radians, to the right of the initial direction, from -π to π.
     [[nodiscard]] double yaw() const { return yaw_; }
-    /// In radians: above the horizon.
+    /// In radians, above the horizon.
     [[nodiscard]] double pitch() const { return pitch_; }
 
-    /// As the device is turned when its interface stands upright in that orientation. Level in
-    /// each, and looking the same way.
+    /// The attitude of the device while its interface is upright in that orientation. The device
+    /// looks in the same direction, without roll, in every orientation.
     [[nodiscard]] Attitude attitude(InterfaceOrientation orientation) const;
 
 private:

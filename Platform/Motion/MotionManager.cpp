@@ -8,7 +8,7 @@
 namespace platform {
 
 void MotionManager::setDeviceMotionUpdateInterval(double seconds) {
-    // A year: as good as never again, and far from what an instant can hold.
+    // A year: practically never again, and far below the range of an `Instant`.
     constexpr double kLongest = 365.0 * 24 * 60 * 60;
     interval_ = seconds > 0 ? fromSeconds(std::min(seconds, kLongest)) : Instant::zero();
 }
@@ -56,7 +56,7 @@ void MotionManager::deliver() {
         return;
     lastDelivery_ = now;
     const auto motion = deviceMotion();
-    // A copy, because the handler may stop the manager or be the last to hold it.
+    // A copy, because the handler may stop or destroy the manager.
     const auto handler = handler_;
     if (handler && motion)
         handler(motion);

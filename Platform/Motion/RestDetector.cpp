@@ -9,20 +9,20 @@ namespace platform {
 namespace {
 
 constexpr double kBlockSeconds = 0.25;
-// Fewer samples show no scatter.
+// Fewer samples do not show the scatter.
 constexpr int kLeastRates = 8;
 constexpr int kLeastAccelerations = 3;
 // A hand that holds still trembles several times as much: rad/s and m/s².
 constexpr double kRateScatter = 0.01;
 constexpr double kAccelerationScatter = 0.12;
-// Above what a gyroscope shows at rest: rad/s.
+// More than a gyroscope measures at rest: rad/s.
 constexpr double kGreatestBias = 0.08;
 // What rounding and drift add to the difference of two blocks: rad/s and m/s².
 constexpr double kRateSlack = 0.0005;
 constexpr double kAccelerationSlack = 0.01;
-// Means of blocks at rest differ by less than so many standard deviations.
+// Means of blocks at rest differ by less than this many standard deviations.
 constexpr double kAgreement = 4.0;
-// Below this the mean of a block is not trusted, whatever its scatter: rad/s.
+// The minimum error of the mean of a block, whatever its scatter is: rad/s.
 constexpr double kRateError = 1e-4;
 
 constexpr Vector3 squared(const Vector3& a) {

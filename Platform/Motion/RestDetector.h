@@ -6,20 +6,22 @@
 
 namespace platform {
 
-/// Finds the times at which a device demonstrably rests, on a table or a tripod: the samples of two
-/// blocks of a quarter of a second each scatter no more than a sensor's noise, and agree.
+/// Detects the times at which a device is certainly at rest, on a table or a tripod: the samples of
+/// two consecutive blocks of a quarter of a second scatter no more than a sensor's noise, and their
+/// means agree.
 ///
-/// Thread: none of its own; one at a time.
+/// Thread: any; not thread-safe, one thread at a time.
 class RestDetector {
 public:
-    /// What the gyroscope showed in a block at rest: mean in rad/s, and the variance of the mean.
+    /// What the gyroscope measures in a block at rest: the mean in rad/s, and the variance of the
+    /// mean.
     struct Rest {
         Vector3 rate;
         double variance;
     };
 
-    /// The block that has been shown to be at rest: always the one before the last, so that the
-    /// beginning of a movement is in none.
+    /// Returns a block that has been found at rest. It is always the block before the last one,
+    /// which may contain the beginning of a movement.
     [[nodiscard]] std::optional<Rest> addRotationRate(const Vector3& radiansPerSecond,
                                                       double seconds);
     void addAcceleration(const Vector3& metresPerSecondSquared);
@@ -30,7 +32,7 @@ private:
     struct Samples {
         void add(const Vector3& sample);
         [[nodiscard]] Vector3 variance() const;
-        /// Whether the means are as near as their scatter lets them be, and `slack` besides.
+        /// Whether the difference of the means is within their scatter plus `slack`.
         [[nodiscard]] bool agreesWith(const Samples& other, double slack) const;
         int count = 0;
         Vector3 mean;
@@ -46,7 +48,7 @@ private:
     [[nodiscard]] std::optional<Rest> closeBlock();
 
     std::optional<Block> open_;
-    std::optional<Block> still_; // the block before, if it was still
+    std::optional<Block> still_; // the previous block, if it was at rest
 };
 
 } // namespace platform

@@ -2,7 +2,7 @@
 
 namespace platform {
 
-/// A vector in double precision; whoever uses it says in which axes and units.
+/// A vector in double precision; its user defines axes and units.
 struct Vector3 {
     double x = 0;
     double y = 0;

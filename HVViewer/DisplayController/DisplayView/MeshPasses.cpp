@@ -9,7 +9,7 @@
 namespace {
 
 constexpr std::int32_t kVerticesPerQuad = 4;
-// The watermark is a band of words: a few rings of it show at once.
+// The watermark is a band of text, of which only a few rings are visible at once.
 constexpr std::size_t kMostWatermarkRuns = 16;
 constexpr std::size_t kMostContentRuns = kMostDrawCalls - kMostWatermarkRuns;
 

@@ -9,24 +9,25 @@
 
 class QuadMask;
 
-/// Vertices of a strip that are drawn by one call.
+/// Consecutive vertices of a strip that one call draws.
 struct VertexRun {
     std::int32_t first = 0;
     std::int32_t count = 0;
 };
 
-/// What of a mesh the two passes of a frame draw.
+/// The vertices of a mesh that each of the two passes of a frame draws.
 struct MeshPasses {
     std::vector<VertexRun> content;
     std::vector<VertexRun> watermark;
 };
 
-/// The most draw calls that both passes of a frame take together.
+/// The upper limit of draw calls for both passes of a frame together.
 inline constexpr std::size_t kMostDrawCalls = 64;
 
-/// Of the sphere the runs that the camera can see and, for the watermark, those of them on which it
-/// shows (none while there is no watermark: null); of any other mesh the whole, as with
-/// `GLQuirks::drawsWholeMeshes`. The picture is the same to the last bit either way.
+/// Plans the draw calls of a frame. For the sphere, the content pass has the quads that the camera
+/// can see, and the watermark pass has those of them on which the watermark shows (none if
+/// `watermarkCoverage` is null). Any other mesh is drawn whole, and so is the sphere with
+/// `GLQuirks::drawsWholeMeshes`. The frame is bit-identical either way.
 [[nodiscard]] MeshPasses planPasses(const VisualObjectModel& model,
                                     const GLKMatrix4& modelViewProjection,
                                     const QuadMask* watermarkCoverage);

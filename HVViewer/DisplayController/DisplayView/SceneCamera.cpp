@@ -11,7 +11,7 @@ constexpr double kSphereLandscapeDistance = 0.40312;
 constexpr double kLittlePlanetDistance = -0.9F;
 constexpr float kQuarterTurn = std::numbers::pi_v<float> / 2;
 
-/// Where the model stands before the camera's distance and lens: view × rotation.
+/// Projection × view × rotation, where `projection` already contains the distance of the camera.
 GLKMatrix4 placeModel(const SceneCameraInputs& inputs, const GLKMatrix4& projection) {
     GLKMatrix4 view = inputs.view;
     GLKMatrix4 rotation = inputs.rotation;
@@ -20,7 +20,7 @@ GLKMatrix4 placeModel(const SceneCameraInputs& inputs, const GLKMatrix4& project
     } else if (inputs.mode == DisplayMode::Plane) {
         rotation = inputs.translation;
     } else {
-        // The sphere's z axis points up; an attitude brings that turn along.
+        // The model's z axis points up. The attitude of the device already contains this rotation.
         view = GLKMatrix4Rotate(view, -kQuarterTurn, 1, 0, 0);
     }
     rotation = GLKMatrix4Rotate(rotation, inputs.rotationOffset, 0, 0, 1);

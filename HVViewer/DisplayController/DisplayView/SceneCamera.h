@@ -7,29 +7,29 @@
 
 #include <optional>
 
-/// What a frame's camera is made of.
+/// The inputs of a frame's camera.
 struct SceneCameraInputs {
     DisplayMode mode = DisplayMode::Sphere;
     platform::InterfaceOrientation orientation = platform::InterfaceOrientation::Unknown;
     platform::Size size;
     double farZ = 1;
-    /// The interactor's: zoom factor, pitch, yaw, offset of the flat picture.
+    /// From the interactor: zoom factor, pitch, yaw, translation of the flat image.
     double scale = 1;
     GLKMatrix4 view = GLKMatrix4Identity;
     GLKMatrix4 rotation = GLKMatrix4Identity;
     GLKMatrix4 translation = GLKMatrix4Identity;
-    /// The device's attitude while it steers the camera.
+    /// The attitude of the device, if device motion is on.
     std::optional<GLKMatrix4> motion;
-    /// Radians about the model's z axis, after everything else.
+    /// Radians about the model's z axis, applied after everything else.
     float rotationOffset = 0;
 };
 
 /// The camera of one frame.
 struct SceneCamera {
-    /// Vertical, in degrees, before the zoom.
+    /// Vertical, in degrees, before the zoom is applied.
     double fieldOfViewDegrees = 0;
     double aspect = 0;
-    /// How far the scene is moved along z, away from the eye if negative.
+    /// Translation of the scene along z; negative is away from the eye.
     double distance = 0;
     GLKMatrix4 modelViewProjection{};
 };
@@ -39,5 +39,5 @@ struct SceneCamera {
 [[nodiscard]] double cameraDistance(DisplayMode mode, platform::InterfaceOrientation orientation,
                                     double farZ);
 
-/// Perspective × translation by the distance × view × rotation.
+/// Computes perspective × translation by the distance × view × rotation.
 [[nodiscard]] SceneCamera composeCamera(const SceneCameraInputs& inputs);

@@ -26,7 +26,7 @@ void bindFramebufferNamed(GLuint name) {
     const bool isSomebodys = glIsFramebuffer(name) == GL_TRUE;
     glBindFramebuffer(GL_FRAMEBUFFER, name);
     if (!isSomebodys)
-        glDeleteFramebuffers(1, &name); // binding an unused name makes a framebuffer of it
+        glDeleteFramebuffers(1, &name); // binding an unused name creates a framebuffer object
     glBindFramebuffer(GL_FRAMEBUFFER, bound);
 }
 

@@ -2,9 +2,10 @@
 
 #include "Platform/Graphics/MeshBuffers.h"
 
-/// Ends the upload of a video frame: takes the name of the mesh's position buffer for a vertex
-/// attribute and for a framebuffer as well, as it has always been. Nothing is drawn with either,
-/// and `GLQuirks::endsUploadsPlainly` leaves both out. The attribute stays on in the mesh's vertex
-/// array alone, and the framebuffer that was bound is bound again; no GL object is left behind, and
-/// no error for a name that is beyond the attributes. The GL context is current.
+/// Ends the upload of a video frame: uses the name of the mesh's position buffer as a vertex
+/// attribute and as a framebuffer name. Nothing is drawn with either; the calls keep the
+/// established sequence of GL calls, and `GLQuirks::endsUploadsPlainly` skips them. The attribute
+/// stays enabled in the mesh's vertex array only, and the previous framebuffer is bound again. The
+/// function leaves no GL object behind, and no GL error if the name exceeds the number of
+/// attributes. The GL context must be current.
 void endUpload(const platform::MeshBuffers& mesh);

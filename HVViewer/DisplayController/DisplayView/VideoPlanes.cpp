@@ -61,7 +61,7 @@ VideoPlanes::Textures VideoPlanes::texturesOf(const platform::PixelBufferPtr& bu
         logStatus("Error at _lumaTexture CVOpenGLESTextureCacheCreateTextureFromImage ",
                   luma.status);
     glActiveTexture(GL_TEXTURE0 + firstUnit + 1);
-    // No texture is without a pixel, however narrow the video.
+    // A texture has at least one pixel, however narrow the video is.
     auto chroma = videoTextureCache_->createTextureFromImage(
         buffer, 1, GL_LUMINANCE_ALPHA, {std::max(width / 2, 1), std::max(height / 2, 1)});
     if (!chroma.texture)

@@ -14,36 +14,38 @@ namespace platform {
 class GLContext;
 }
 
-/// What a drawer shows of a video: the two planes of the frame, and those of the watermark, as
-/// textures.
+/// The textures that a drawer shows of a video: the two planes of the current frame, and the two
+/// planes of the watermark.
 ///
-/// Owner:  the drawer.
-/// Thread: main, with the GL context current.
+/// Owner:  the drawer. The GL context must be current for every call.
+/// Thread: main.
 class VideoPlanes {
 public:
-    /// Errors: a log line when the cache cannot be made; frames are refused then.
+    /// Errors: logs an error if the cache cannot be created; frames are refused then.
     void prepareTextureCacheIfNeeded(const std::shared_ptr<platform::GLContext>& context);
     [[nodiscard]] bool hasTextureCache() const { return videoTextureCache_ != nullptr; }
 
-    /// Takes a frame in place of the earlier one, to units 0 and 1, and the watermark to 2 and 3.
+    /// Uploads a frame to texture units 0 and 1 in place of the previous one, and the watermark to
+    /// units 2 and 3.
     ///
-    /// Errors: a log line for a plane that cannot be turned into a texture.
+    /// Errors: logs an error if no texture can be made of a plane.
     void upload(const platform::PixelBufferPtr& frame);
-    /// From now on there is a watermark.
+    /// Sets the watermark, which is uploaded with the current frame and each later one.
     void setWatermark(const WatermarkPlanes& watermark);
-    /// Lets go of the four textures.
+    /// Releases the four textures.
     void cleanUpTextures();
-    /// Lets go of everything.
+    /// Releases the textures, the watermark and the cache.
     void reset();
 
-    /// Both planes of a frame are there.
+    /// Whether both planes of a frame are uploaded.
     [[nodiscard]] bool hasFrame() const { return frame_[0] && frame_[1]; }
     [[nodiscard]] bool hasWatermark() const {
         return watermarkTextures_[0] && watermarkTextures_[1];
     }
-    /// Where the watermark shows; null while there is none.
+    /// The quads on which the watermark shows; null if there is no watermark.
     [[nodiscard]] const QuadMask* watermarkCoverage() const;
-    /// Binds the frame to units 0 and 1, the watermark to 2 and 3: others may have used the units.
+    /// Binds the frame to units 0 and 1 and the watermark to units 2 and 3, because others may have
+    /// used the units.
     void bindTextures() const;
 
 private:
@@ -55,5 +57,5 @@ private:
     std::unique_ptr<platform::TextureCache> videoTextureCache_;
     Textures frame_;
     Textures watermarkTextures_;
-    const WatermarkPlanes* watermark_ = nullptr; // the program's
+    const WatermarkPlanes* watermark_ = nullptr; // kept until the process ends
 };

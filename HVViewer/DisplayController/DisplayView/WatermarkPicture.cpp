@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <utility>
 
-/// Built in from Resources/watermark.png.
+/// Generated at build time from Resources/watermark.png.
 extern const std::string_view watermarkStr;
 
 namespace {
@@ -31,7 +31,7 @@ platform::ImagePtr decodeWatermark(std::string_view base64, int maxSidePx) {
     const auto encoded = platform::decodeBase64(base64);
     if (!encoded)
         return nullptr;
-    // Not the limits that a host sets for its own pictures.
+    // The decode limits that a host sets for its own images do not apply here.
     auto picture = platform::decodePicture(*encoded, {.maxSidePx = maxSidePx});
     if (!picture)
         return nullptr;
@@ -44,11 +44,12 @@ platform::ImagePtr decodeBuiltInWatermark(int maxSidePx) {
 
 namespace {
 
-/// Parts of a side of `whole` texels that a range of texels overlaps: the first and the last.
+/// Divides a side of `whole` texels into parts, and returns the first and the last part that a
+/// range of texels overlaps.
 std::pair<int, int> partsUnder(int firstTexel, int lastTexel, int whole, int parts) {
     const auto partOf = [&](int texel) { return std::clamp(texel, 0, whole - 1) * parts / whole; };
-    // The end of the last texel, not its beginning: where texels are wider than quads, one texel
-    // covers several.
+    // Uses the end of the last texel, because a texel that is wider than a quad covers several
+    // quads.
     const int end = std::clamp(lastTexel + 1, 1, whole) * parts;
     return {partOf(firstTexel), (end - 1) / whole};
 }
@@ -56,9 +57,9 @@ std::pair<int, int> partsUnder(int firstTexel, int lastTexel, int whole, int par
 } // namespace
 
 void markQuadsAround(QuadMask& mask, platform::SizePx size, int x, int y) {
-    // Filtering spreads a texel over half of each neighbour; the other half allows for rounding.
+    // Filtering spreads a texel over half of each neighbour. The other half allows for rounding.
     const auto [left, right] = partsUnder(x - 1, x + 1, size.width, RingMask::kSegments);
-    // The picture's first row is the zenith, the mesh's first ring the nadir.
+    // The first row of the image is the zenith, but the first ring of the mesh is the nadir.
     const int upward = size.height - 1 - y;
     const auto [lower, upper] = partsUnder(upward - 1, upward + 1, size.height, QuadMask::kRings);
     for (int ring = lower; ring <= upper; ++ring) {

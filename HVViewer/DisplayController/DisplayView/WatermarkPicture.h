@@ -7,47 +7,55 @@
 #include <memory>
 #include <string_view>
 
-/// The longer side of the built-in picture, which is twice as wide as high.
+/// The longer side of the built-in watermark image, which is twice as wide as high.
 inline constexpr int kWatermarkSidePx = 4096;
 
-/// The picture drawn over all content, wrapped over the same mesh; mostly transparent.
+/// The image that is drawn over all content, on the same mesh. It is mostly transparent.
 struct Watermark {
     platform::ImagePtr picture;
-    /// The quads of the sphere on which any of it shows.
+    /// The quads of the sphere on which any part of it shows.
     QuadMask coverage;
 };
 
-/// The built-in watermark, scaled down where a side would exceed `maxSidePx`. The first call for a
-/// size decodes it; it is kept until the process ends.
+/// Returns the built-in watermark, scaled down to `maxSidePx` if a side is longer. The first call
+/// for a size decodes it, and it is kept until the process ends. Do not call this while
+/// `setWatermarkText` runs.
 ///
-/// Thread: any, but not while `setWatermarkText` runs.
-/// Errors: null when the built-in text cannot be decoded.
+/// Thread: any; thread-safe.
+/// Errors: returns null if the built-in text cannot be decoded.
 [[nodiscard]] const Watermark* builtInWatermark(int maxSidePx = kWatermarkSidePx);
 
-/// The same without blocking: it is decoded on another thread, so that the content appears at
-/// once, and passed to `completion` in a later turn. Thread: main.
+/// The same without blocking: the image is decoded on a worker thread, so that the content appears
+/// without delay, and `completion` runs in a later iteration of the main queue.
+///
+/// Thread: main.
 void requestBuiltInWatermark(int maxSidePx, std::function<void(const Watermark*)> completion);
 
-/// Decodes the built-in watermark into a picture of its own, scaled down to `maxSidePx`.
+/// Decodes the built-in watermark into a new image, scaled down to `maxSidePx`. Do not call this
+/// while `setWatermarkText` runs.
 ///
-/// Thread: any, but not while `setWatermarkText` runs.
-/// Errors: null when the built-in text cannot be decoded.
+/// Thread: any; thread-safe.
+/// Errors: returns null if the built-in text cannot be decoded.
 [[nodiscard]] platform::ImagePtr decodeBuiltInWatermark(int maxSidePx = kWatermarkSidePx);
 
-/// The base64 text that is decoded for watermarks requested from now on.
+/// The base64 text from which later requests decode the watermark.
 [[nodiscard]] std::string_view watermarkText();
-/// Replaces it; an empty text restores the built-in one. Text that is no picture means no
-/// watermark. It must stay valid until the process ends. Thread: main.
+/// Replaces the text, which must stay valid until the process ends. An empty text restores the
+/// built-in one. If the text is not an image there is no watermark.
+///
+/// Thread: main.
 void setWatermarkText(std::string_view base64);
 
-/// Decodes a picture from base64 text and scales it down to `maxSidePx`. Errors: null, and no log
-/// line.
+/// Decodes an image from base64 text and scales it down to `maxSidePx`.
+///
+/// Errors: returns null without logging.
 [[nodiscard]] platform::ImagePtr decodeWatermark(std::string_view base64,
                                                  int maxSidePx = kWatermarkSidePx);
 
-/// The quads of the sphere on which a picture wrapped over it, linearly filtered, is not
-/// transparent.
+/// Returns the quads of the sphere on which an image that is wrapped over it, with linear
+/// filtering, is not fully transparent.
 [[nodiscard]] QuadMask opaqueQuads(const platform::Image& picture);
 
-/// Marks the quads on which linear filtering shows a texel of a picture of that size.
+/// Marks the quads that are affected by the texel (x, y) of an image of that size, with linear
+/// filtering.
 void markQuadsAround(QuadMask& mask, platform::SizePx size, int x, int y);

@@ -22,7 +22,8 @@ namespace {
 constexpr std::uint8_t kBlackLuma = 16;
 constexpr std::uint8_t kNoColour = 128;
 
-/// Red, green and blue; or luma, Cb and Cr without their offsets. 0 to 255 the range of a byte.
+/// Red, green and blue; or luma, Cb and Cr without their offsets. The range is that of a byte, 0 to
+/// 255.
 using Triple = std::array<double, 3>;
 
 constexpr Triple cross(const Triple& a, const Triple& b) {
@@ -38,7 +39,8 @@ constexpr Triple weightsOf(std::size_t channel) {
             ColorConversation709Apple[3 * channel + 2]};
 }
 
-/// What red, green and blue weigh in luma, Cb and Cr: the matrix's inverse, column by column.
+/// The weights of red, green and blue in luma, Cb and Cr: the inverse of the matrix, column by
+/// column.
 constexpr std::array<Triple, 3> kInverse = [] {
     const Triple red = weightsOf(0);
     const Triple green = weightsOf(1);
@@ -63,7 +65,7 @@ Triple overBlack(const std::uint8_t* rgba) {
     return {rgba[0] * opacity, rgba[1] * opacity, rgba[2] * opacity};
 }
 
-/// A frame that is being filled in.
+/// A frame under construction.
 struct Planes {
     explicit Planes(platform::SizePx frameSize)
         : size(frameSize), chromaSize{(size.width + 1) / 2, (size.height + 1) / 2},
@@ -73,7 +75,7 @@ struct Planes {
         return static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
     }
 
-    /// Takes the 2 × 2 pixels that share one Cb and Cr, or what there is of them at an edge.
+    /// Converts the 2 × 2 pixels that share one Cb and Cr, or fewer pixels at an edge.
     void fillBlock(std::span<const std::uint8_t> rgba, int column, int row) {
         Triple sum{};
         int pixels = 0;
@@ -105,7 +107,7 @@ struct Planes {
     std::vector<std::uint8_t> chroma;
 };
 
-/// Marks what the bytes of a plane reach that are not `nothing`.
+/// Marks the quads on which the bytes of a plane that differ from `nothing` show.
 void markPlane(QuadMask& mask, const platform::PixelBuffer::Plane& plane, platform::SizePx size,
                int texelBytes, std::uint8_t nothing) {
     for (int y = 0; y < size.height; ++y) {

@@ -6,15 +6,15 @@
 #include <string_view>
 #include <utility>
 
-/// Things made of the watermark, one for each text and size, kept until the process ends: drawers
-/// point at them.
+/// A cache of objects made from the watermark, one for each text and size. Objects are kept until
+/// the process ends, because drawers hold plain pointers to them.
 ///
-/// Thread: any.
+/// Thread: any; thread-safe.
 template <class Made>
 class WatermarkStore {
 public:
     /// Runs `make` on the first call for a text and a size; later calls return the same object.
-    /// Null if `make` returned null. `text` must stay valid until the process ends.
+    /// Returns null if `make` returned null. `text` must stay valid until the process ends.
     template <class Make>
     const Made* findOrMake(std::string_view text, int maxSidePx, const Make& make) {
         const std::scoped_lock lock(mutex_);

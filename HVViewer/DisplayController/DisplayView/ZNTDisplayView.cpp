@@ -16,8 +16,9 @@
 
 namespace {
 
-/// One handle for all display views of an environment. Any view's end drops it; views keep their
-/// own reference, and the next one that needs a context makes another handle on the same real one.
+/// The context handle that all display views of an environment share. The destructor of any view
+/// resets it. Other views keep their own reference, and the next view that needs a context makes a
+/// new handle to the same GL context.
 std::shared_ptr<platform::GLContext>& sharedContext() {
     return platform::Environment::current().part<std::shared_ptr<platform::GLContext>>();
 }
@@ -43,7 +44,8 @@ void ZNTDisplayView::createInterractor() {
 void ZNTDisplayView::configureDefaultParameters() {
     if (!platform::GLContext::setCurrentContext(sharedContext()))
         sharedContext() = platform::GLContext::create();
-    // The earlier drawer holds its context weakly and needs it to delete what it made.
+    // Keeps the context alive, because the previous drawer holds it weakly and needs it to delete
+    // its GL objects.
     const auto earlier = context();
     setDelegate(weak(this));
     setContext(sharedContext());
@@ -97,7 +99,7 @@ bool ZNTDisplayView::prepareForVideo() {
     configureDefaultParameters();
     if (!context())
         return false;
-    glProgram_.reset(); // a picture's, or one that was lost with its context
+    glProgram_.reset(); // made for an image, or lost with its context
     glDrawer_->setupDrawerWithType(ContentType::Video, shared(this));
     glDrawer_->changeRenderingVO(displayVO_);
     return true;
@@ -160,8 +162,8 @@ void ZNTDisplayView::showImage(const platform::ImagePtr& image,
     glDrawer_->changeRenderingVO(displayVO_);
     glDrawer_->drawImage(image);
     prepareGLWithType(ContentType::Photo);
-    // The earlier drawer goes once the new one shares its textures: a picture that is shown again
-    // is neither decoded nor uploaded anew.
+    // The previous drawer is released after the new one shares its textures, so that showing the
+    // same image again neither decodes nor uploads it.
     platform::MainQueue::main().async([earlier] {});
 }
 
@@ -178,7 +180,7 @@ void ZNTDisplayView::turnOnDeviceMotionInterraction(bool on) {
         return;
     const bool wasOn = deviceMotionIsOn();
     interractor_->turnDeviceMotionOn(on);
-    // No sample asks for the frame without it; on, the first one does.
+    // Without device motion no sample requests the frame. With it, the first sample does.
     if (wasOn && !on)
         setNeedsDisplay();
 }
@@ -240,7 +242,7 @@ void ZNTDisplayView::setMakeTransparent(bool transparent) {
 void ZNTDisplayView::setHidden(bool hidden) {
     const bool wasHidden = isHidden();
     GLView::setHidden(hidden);
-    // Sensors would run for nobody, and the halves could part over it.
+    // Otherwise sensors would run without any use, and the cameras of the two halves could diverge.
     if (hidden != wasHidden && displayVO_ == DisplayMode::SideBySide)
         interractor_->turnDeviceMotionOn(!hidden);
 }
@@ -275,7 +277,8 @@ void ZNTDisplayView::update() {
     cameraInputs_.size = announced ? newSize_ : frame().size;
     cameraInputs_.farZ = FarZ();
     cameraInputs_.scale = interractor_->scale();
-    // A coast that continues side by side turns one of the halves only: neither shows it.
+    // A coast that continues in side by side would rotate only one of the halves, so both ignore
+    // it.
     const bool isHalf = displayVO_ == DisplayMode::SideBySide;
     cameraInputs_.view = isHalf ? GLKMatrix4Identity : interractor_->viewMatrix();
     cameraInputs_.rotation = isHalf ? GLKMatrix4Identity : interractor_->rotationMatrix();
@@ -291,7 +294,8 @@ void ZNTDisplayView::clearFrame(platform::GLView& view) const {
     if (makeTransparent_)
         view.setOpaque(false);
     if (makeTransparent_ && view.isDrawnOverContent()) {
-        // What lies behind is in the framebuffer already, so the content goes over it here.
+        // The framebuffer already contains what is behind the view, so the content is blended over
+        // it.
         glEnable(GL_BLEND);
         glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
         return;

@@ -19,10 +19,11 @@ class ZNTHotSpotPickingPoint;
 class ZNTInterractor;
 class ZNTProgram;
 
-/// The surface that shows the content: composes each frame's camera from the mode, its size and the
-/// interactor, and has it drawn.
+/// The view that shows the content. It computes the camera of each frame from the display mode, its
+/// own size and the interactor, and has the drawer draw the frame.
 ///
-/// Owner:  the controller; it owns drawer, program and interactor. Made with `platform::make`.
+/// Owner:  the controller. The view owns the drawer, the program and the interactor. Create it with
+///         `platform::make`.
 /// Thread: main.
 class ZNTDisplayView : public platform::GLView,
                        public platform::GLViewDelegate,
@@ -34,38 +35,40 @@ public:
     ~ZNTDisplayView() override;
     void init() override;
 
-    /// Shows a still picture. Sets everything up anew: a one-shot operation.
+    /// Shows a still image. Each call makes a new drawer and a new program.
     void displayImage(const platform::ImagePtr& image);
-    /// The same with hot spots over it.
+    /// The same, with hot spots over the image.
     void displayImage(const platform::ImagePtr& image,
                       const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
                       const HotSpots& hotSpots);
 
-    /// Shows a frame of a video, and asks for one redraw. The first one sets everything up, also
-    /// after a picture and in a context that has come in place of a lost one: given the last frame
-    /// again, the view shows it again. Null draws the earlier frame.
+    /// Shows a video frame and requests one redraw. The first frame, the first one after an image
+    /// and the first one in a new GL context set up the drawer; after a context loss, pass the last
+    /// frame again. Null keeps the previous frame.
     void displayCVPixelBuffer(const platform::PixelBufferPtr& buffer);
-    /// The same with hot spots over it. Their textures are made anew only for another list or
-    /// another point than was given last; the same hot spots in the same order are no change.
+    /// The same, with hot spots over the frame. Their textures are made again only if the list or
+    /// the point differs from the previous call; the same hot spots in the same order are not a
+    /// change.
     void displayCVPixelBuffer(const platform::PixelBufferPtr& buffer,
                               const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
                               const HotSpots& hotSpots);
 
-    /// Has the hot spot under a point of the view reported, in whole points.
+    /// Reports the hot spot at a point of the view, in whole points.
     void objectPickTestForPixelAtX(int x, int y);
-    /// The point that came with the hot spots that are shown; may be null.
+    /// The picking point that was passed with the hot spots that are shown; may be null.
     [[nodiscard]] std::shared_ptr<ZNTHotSpotPickingPoint> shownPickingPoint() const;
-    /// Automatic picking: stored, and handed on when hot spots are attached.
+    /// Automatic picking. The value is stored and takes effect when hot spots are attached next.
     [[nodiscard]] bool enableAutoPicking() const { return enableAutoPicking_; }
     void setEnableAutoPicking(bool enable) { enableAutoPicking_ = enable; }
-    /// Stops automatic picking while nobody sees the view, whatever is stored.
+    /// Stops automatic picking while the view is not on the screen, regardless of the stored value.
     void setAutoPickingSuspended(bool suspended);
 
-    /// Switches the scene: the camera goes back to where the scene starts, and the mesh follows.
+    /// Switches the display mode, which resets the camera to the start of that mode and changes the
+    /// mesh.
     void startRenderVO(DisplayMode mode);
 
-    /// The interactor's switches. Device motion is switched in the sphere only; switching it off
-    /// asks for one redraw.
+    /// The switches of the interactor. Device motion can be switched in the sphere mode only;
+    /// switching it off requests one redraw.
     void turnOnDeviceMotionInterraction(bool on);
     void turnOnTouchMotionInterraction(bool on);
     void turnOnScaleInterraction(bool on);
@@ -76,12 +79,14 @@ public:
     [[nodiscard]] bool touchMotionIsOn() const;
     [[nodiscard]] bool scaleIsOn() const;
 
-    /// Vertical field of view in degrees, before the zoom.
+    /// The vertical field of view in degrees, before the zoom is applied.
     [[nodiscard]] double viewScale() const;
-    /// Announces the size to come; it overrides the frame in the aspect ratio, but for mode 3.
+    /// Announces a future size. Until it changes, the aspect ratio follows it instead of the frame,
+    /// except in side by side.
     void willTransitionToSize(platform::Size size) { newSize_ = size; }
 
-    /// A half of side by side that is hidden lets go of the device's attitude.
+    /// Switches device motion off for a half of side by side that is hidden, and on again when it
+    /// is shown.
     void setHidden(bool hidden) override;
     void matrixUpdated() override;
     void drawInRect(platform::GLView& view, const platform::Rect& rect) override;
@@ -89,33 +94,34 @@ public:
 
     [[nodiscard]] DisplayMode displayVO() const { return displayVO_; }
     [[nodiscard]] platform::Size newSize() const { return newSize_; }
-    /// Radians about the model's z axis, after the interactor's rotation.
+    /// Radians about the model's z axis, applied after the rotation of the interactor.
     [[nodiscard]] float initialRotationOffset() const { return initialRotationOffset_; }
     void setInitialRotationOffset(float radians);
-    /// Clears to transparent black instead of opaque black; over what somebody else has drawn it
-    /// does not clear but blends.
+    /// When set, the view clears to transparent black instead of opaque black. If another view has
+    /// drawn behind it, it blends instead of clearing.
     [[nodiscard]] bool makeTransparent() const { return makeTransparent_; }
     void setMakeTransparent(bool transparent);
     [[nodiscard]] std::shared_ptr<ZNTDrawer> glDrawer() const { return glDrawer_; }
     [[nodiscard]] std::shared_ptr<ZNTProgram> glProgram() const { return glProgram_; }
     [[nodiscard]] std::shared_ptr<ZNTInterractor> interractor() const { return interractor_; }
 
-    /// The camera of the last frame, and what it was made of.
+    /// The camera of the last frame, and its inputs.
     [[nodiscard]] const SceneCamera& camera() const { return camera_; }
     [[nodiscard]] const SceneCameraInputs& cameraInputs() const { return cameraInputs_; }
     [[nodiscard]] GLKMatrix4 modelViewProjectionMatrix() const {
         return camera_.modelViewProjection;
     }
-    /// Composes the camera for the present state.
+    /// Computes the camera for the current state.
     void update();
 
 private:
     void createInterractor();
-    /// Both kinds of `displayImage`; `attach` runs once the drawer can take hot spots.
+    /// The common part of both overloads of `displayImage`. `attach` runs once the drawer can
+    /// accept hot spots.
     void showImage(const platform::ImagePtr& image, const std::function<void()>& attach);
-    /// Whether drawer and context can take a video's frames as they are.
+    /// Whether the drawer and the context are ready for video frames.
     [[nodiscard]] bool isSetUpForVideo() const;
-    /// What a first frame needs. False without a context.
+    /// Makes a drawer for video. Returns false without a context.
     bool prepareForVideo();
     void showFrame(const platform::PixelBufferPtr& buffer);
     void showHotSpots(const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,

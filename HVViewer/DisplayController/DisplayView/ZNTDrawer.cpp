@@ -25,7 +25,7 @@
 
 namespace {
 
-/// What all drawers of an environment share: the mesh that was bound last, and who bound it.
+/// State that all drawers of an environment share: the mesh that was bound last, and its drawer.
 struct UnitBuffers {
     platform::MeshBuffers names;
     const ZNTDrawer* binder = nullptr;
@@ -38,7 +38,7 @@ UnitBuffers& unitBuffers() {
 }
 
 void logTextureError(const platform::TextureLoader::Upload& failed) {
-    // After a lost context the picture is loaded again, into the next one.
+    // If the context was lost, the image is loaded again into the new one.
     if (!failed.contextIsGone)
         platform::log(platform::LogLevel::Error, "GL Error = " + std::to_string(failed.glError));
 }
@@ -122,7 +122,7 @@ void ZNTDrawer::screenShapeDidChange() {
 void ZNTDrawer::replaceBuffers() {
     const std::vector<platform::MeshBuffers> earlier = std::exchange(madeBuffers_, {});
     bindBuffers();
-    if (madeBuffers_.empty()) // there is no context, in which the earlier ones could be deleted
+    if (madeBuffers_.empty()) // without a context the earlier buffers cannot be deleted
         madeBuffers_ = earlier;
     else
         std::for_each(earlier.begin(), earlier.end(), platform::deleteMesh);
@@ -247,13 +247,13 @@ void ZNTDrawer::cleanUpTextures() {
 
 void ZNTDrawer::useOwnBuffers() {
     const bool uploaded = uploadedMesh_ == voProvider_ && !madeBuffers_.empty();
-    // All spheres are equal, so another drawer's does as well; planes may be of different shapes.
+    // All spheres are equal, so the mesh of another drawer can be used. Planes may differ in shape.
     const bool equalSphere =
         renderingVO_ != DisplayMode::Plane && unitBuffers().binder != nullptr &&
         unitBuffers().numberOfVertices == voProvider_->model().numberOfVertices;
     if (equalSphere || (uploaded && unitBuffers().binder == this))
         return;
-    // Two drawers of different modes take turns at every frame: without a new upload.
+    // Two drawers with different modes alternate in every frame, so the mesh is not uploaded again.
     if (uploaded)
         shareBuffers(madeBuffers_.back());
     else
@@ -296,7 +296,7 @@ void ZNTDrawer::drawVideo(const UniformTable& uniforms, const GLKMatrix4& matrix
     const MeshPasses passes =
         planPasses(voProvider_->model(), matrix, videoPlanes_.watermarkCoverage());
     videoPlanes_.bindTextures();
-    // A first frame was uploaded before there was a program to take its matrix.
+    // The first frame is uploaded before there is a program, so its matrix is not set yet.
     setColorConversion(uniforms);
     glUniformMatrix4fv(uniforms[kUniformContentMatrix], 1, GL_FALSE, matrix.m);
     glUniform1i(uniforms[kUniformContentLuma], 0);
@@ -319,8 +319,8 @@ std::uint32_t ZNTDrawer::watermarkTextureName() {
         transparentTexture_.reset();
         return glTextureWatermark_->name();
     }
-    // Name 0 samples opaque black, which would hide the content behind a watermark that is not
-    // there.
+    // Texture name 0 samples opaque black, which would hide the content although there is no
+    // watermark.
     if (!transparentTexture_)
         transparentTexture_ = platform::TextureLoader::transparentTexture(context_.lock());
     return transparentTexture_->name();
@@ -328,7 +328,8 @@ std::uint32_t ZNTDrawer::watermarkTextureName() {
 
 void ZNTDrawer::prepareObservers() {
     auto& center = platform::NotificationCenter::defaultCenter();
-    // Crossed on purpose: while markers are not drawn as such, the content takes picking colours.
+    // The notifications are crossed on purpose: the content uses picking colours while the normal
+    // drawing of markers is disabled.
     center.addObserver(shared(this), ZNTHotSpotDrawerDisableDrawing,
                        [this](const auto&) { didReceiveEnableColoringMessage(); });
     center.addObserver(shared(this), ZNTHotSpotDrawerEnableDrawing,
@@ -347,7 +348,7 @@ void ZNTDrawer::tearDownGL() {
     }
     madeBuffers_.clear();
     uploadedMesh_.reset();
-    // The names are gone: another drawer that used them binds its own before it draws.
+    // The GL names are deleted: another drawer that used them binds its own before it draws.
     if (unitBuffers().binder == this)
         unitBuffers() = {{}, nullptr, 0, unitBuffers().textureCoordinateAttribute};
     videoPlanes_.reset();

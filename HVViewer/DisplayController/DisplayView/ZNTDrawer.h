@@ -27,13 +27,13 @@ namespace platform {
 class GLContext;
 }
 
-/// Puts the content on screen: keeps the mode's mesh in GL buffers and the content and the
-/// watermark in textures, and draws the mesh once with each.
+/// Draws the content. It keeps the mesh of the display mode in GL buffers, keeps the content and
+/// the watermark in textures, and draws the mesh once with each of them.
 ///
-/// The names of the mesh in use belong to the unit, not to an instance: with several drawers the
-/// last `bindBuffers()` wins, and a drawer whose mesh is another one binds its own before it draws.
+/// All drawers of an environment share the GL names of the mesh in use: the last `bindBuffers()`
+/// wins, and a drawer with a different mesh binds its own before it draws.
 ///
-/// Owner:  the display view; view and context are held weakly. Made with `platform::make`.
+/// Owner:  the display view. View and context are held weakly. Create it with `platform::make`.
 /// Thread: main.
 class ZNTDrawer : public platform::Object {
 public:
@@ -42,56 +42,59 @@ public:
     ZNTDrawer() = default;
     ~ZNTDrawer() override;
 
-    /// Sphere mesh, loaders, watermark, observers. Runs anew whenever the view shows new content.
+    /// Sets up the sphere mesh, the loaders, the watermark and the observers. Called again whenever
+    /// the view shows new content.
     void setupDrawerWithType(ContentType type, const std::shared_ptr<ZNTDisplayView>& forView);
-    /// Builds the mesh of a mode: the plane for mode 0, the sphere for any other.
+    /// Builds the mesh of a mode: the plane for mode 0, the sphere for any other mode.
     void setupVO(DisplayMode mode);
-    /// The same with buffers and a redraw; nothing for the mode that is drawn already.
+    /// The same, followed by an upload and a redraw. A no-op if the mode is the current one.
     void changeRenderingVO(DisplayMode mode);
-    /// Rebuilds a plane whose screen has another shape by now.
+    /// Rebuilds the plane if the shape of the screen has changed.
     void screenShapeDidChange();
-    /// Uploads the mesh. Earlier buffers stay until the mode or the screen's shape changes, or the
-    /// teardown.
+    /// Uploads the mesh. Earlier buffers are deleted when the mode or the shape of the screen
+    /// changes, and by `tearDownGL`.
     void bindBuffers();
-    /// Where the program build leaves the attribute that takes texture coordinates.
+    /// The attribute index of the texture coordinates. Building the program sets it.
     [[nodiscard]] static std::uint32_t& textureCoordinatePointer();
 
-    /// Uploads a frame of a video in place of the earlier one, and ends with the uniforms that the
-    /// program of the last frame takes of it. Without a buffer the earlier frame stays.
+    /// Uploads a video frame in place of the previous one, then sets the uniforms of the program
+    /// that drew the last frame. Null keeps the previous frame.
     ///
-    /// Errors: a log line, and no frame, when the drawer is not set up for video or has no context
-    ///         any more; a log line for a plane that cannot be uploaded.
+    /// Errors: logs an error, and there is no frame, if the drawer is not set up for video. Does
+    ///         nothing if its context no longer exists. Logs an error if a plane cannot be
+    ///         uploaded.
     void drawCVPixelBuffer(const platform::PixelBufferPtr& buffer, const UniformTable& uniforms);
     void setupCVPixelBuffer(const platform::PixelBufferPtr& buffer, const UniformTable& uniforms);
-    /// Makes the cache that video content needs. The context is current.
+    /// Creates the texture cache that video content needs. The GL context must be current.
     void prepareTextureCacheIfNeeded();
-    /// Lets go of the frame's textures and the watermark's.
+    /// Releases the textures of the frame and of the watermark.
     void cleanUpTextures();
 
-    /// Shows a picture once its texture has arrived; until then the earlier one, or nothing.
+    /// Shows an image as soon as its texture is uploaded. Until then the previous image, if any, is
+    /// shown.
     void drawImage(const platform::ImagePtr& image);
     void setupTextureWithImage(const platform::ImagePtr& image);
     void setupWatermarkTexture();
 
-    /// One frame: the content, then the watermark blended over it.
+    /// Draws one frame: the content, then the watermark blended over it.
     void performBufferDrawingWithUniforms(const UniformTable& uniforms,
                                           const GLKMatrix4& modelProjectionMatrix,
                                           std::uint32_t withProgramm);
 
-    /// Gives the view hot spots, in a drawer of their own.
+    /// Attaches hot spots to the view, with a new hot spot drawer.
     void attachPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>& pickingPoint,
                             const HotSpots& hotSpots);
     void updateHotSpots(const HotSpots& hotSpots);
-    /// The list given last, also where some of it could not be shown.
+    /// The list that was passed last, even if some of it could not be shown.
     [[nodiscard]] const HotSpots& givenHotSpots() const { return givenHotSpots_; }
-    /// Null before any were attached.
+    /// Null before hot spots are attached.
     [[nodiscard]] std::shared_ptr<ZNTHotSpotDrawer> hotSpotGLDrawer() const {
         return hotSpotGLDrawer_;
     }
     [[nodiscard]] std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint() const {
         return pickingPoint_;
     }
-    /// Where automatic picking looks from the next list or switch on.
+    /// The point for automatic picking. It takes effect with the next list or switch.
     void setPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>& point);
 
     void prepareObservers();
@@ -113,7 +116,7 @@ public:
     [[nodiscard]] std::int32_t enableColoring() const { return enableColoring_; }
 
 private:
-    /// `bindBuffers()` for another mesh, and the buffers of earlier ones are deleted.
+    /// Calls `bindBuffers()` for a new mesh and deletes the earlier buffers.
     void replaceBuffers();
     void shareBuffers(const platform::MeshBuffers& buffers);
     void useOwnBuffers();
@@ -123,10 +126,10 @@ private:
     void setupVideoWatermark();
     [[nodiscard]] std::uint32_t watermarkTextureName();
 
-    platform::ImagePtr srccgirf_; // kept while its texture is on the way
+    platform::ImagePtr srccgirf_; // kept while its texture is being loaded
     std::shared_ptr<platform::TextureInfo> glTextureI_;
     std::shared_ptr<platform::TextureInfo> glTextureWatermark_;
-    const QuadMask* watermarkCoverage_ = nullptr; // the program's, once its texture is there
+    const QuadMask* watermarkCoverage_ = nullptr; // null until the texture is loaded
     std::shared_ptr<platform::TextureInfo> transparentTexture_;
     std::unique_ptr<platform::TextureLoader> glTextureLoader_;
     std::unique_ptr<platform::TextureLoader> glWatermarkLoader_;

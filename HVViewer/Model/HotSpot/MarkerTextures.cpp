@@ -37,7 +37,7 @@ platform::ImagePtr fitted(const platform::ImagePtr& image) {
 std::shared_ptr<platform::TextureInfo> upload(const std::shared_ptr<platform::GLContext>& context,
                                               const platform::ImagePtr& image) {
     auto made = platform::TextureLoader::premultipliedTexture(context, *fitted(image));
-    // Where no context is really current, GL reports no error and makes no texture.
+    // If no GL context is current, GL creates no texture and reports no error.
     if (made.texture && glIsTexture(made.texture->name()))
         return made.texture;
     logError("hot spot: its picture of " + sizeOf(*image) +

@@ -11,27 +11,29 @@ namespace platform {
 class TextureInfo;
 }
 
-/// The textures of hot spots. All hot spots with the same picture share one texture, which is
-/// deleted with the last of them; a context that replaces a lost one has textures of its own.
+/// The cache of hot spot textures. All hot spots with the same image share one texture, which is
+/// deleted together with the last of them. Textures are not shared between GL contexts, also when
+/// one context replaces another that was lost.
 ///
 /// Thread: main.
 class MarkerTextures {
 public:
     [[nodiscard]] static MarkerTextures& shared();
 
-    /// The texture of a picture of the application's bundle or, where `name` is empty, of `image`.
-    /// A picture over the context's limit is scaled down to fit, with a log line. The GL context is
-    /// current.
+    /// Returns the texture of the image called `name` in the application's bundle, or of `image` if
+    /// `name` is empty. An image over the texture limit of the context is scaled down, which is
+    /// logged. The GL context must be current.
     ///
-    /// Errors: null, and a log line, without a picture or a context, or when GL refuses the upload.
+    /// Errors: logs an error and returns null if there is no image or no context, or if the upload
+    ///         fails.
     [[nodiscard]] std::shared_ptr<platform::TextureInfo>
     textureWith(const std::string& name, const platform::ImagePtr& image);
 
 private:
-    /// What tells one picture from another, and one real context from the next.
+    /// Identifies an image and the GL context that its texture belongs to.
     struct Key {
         std::string name;
-        double scale = 0; // of the screen, which picks the file of a name
+        double scale = 0; // of the screen; selects the image file for a name
         std::weak_ptr<const platform::Image> image;
         std::uint32_t generation = 0;
         [[nodiscard]] bool equals(const Key& other) const;

@@ -33,7 +33,7 @@ std::shared_ptr<ZNTHotSpot> ZNTHotSpot::hotSpotWithTextureImage(const platform::
 }
 
 bool ZNTHotSpot::setupTexture() {
-    // Kept until the end, so that the same picture is not uploaded again.
+    // Kept until the new texture exists, so that the same image is not uploaded again.
     const auto earlier = std::exchange(texture_, nullptr);
     texture_ = MarkerTextures::shared().textureWith(textureImageName_, textureImage_);
     return texture_ != nullptr;

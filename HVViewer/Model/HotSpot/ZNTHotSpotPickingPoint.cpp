@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The screen by how it is said to be held, which may differ from its shape.
+/// The size of the screen by its reported orientation, which may differ from its actual shape.
 platform::Size screenAsHeld() {
     const platform::Size size = platform::Screen::mainScreen().bounds().size;
     const auto [shorter, longer] = std::minmax(size.width, size.height);

@@ -6,14 +6,15 @@
 #include <cstdint>
 #include <memory>
 
-/// The point of the screen at which automatic picking looks, and how long it looks there before it
-/// reports.
+/// The point of the screen that automatic picking checks, and how long a hot spot must stay there
+/// before it is reported.
 ///
 /// Owner:  the host application and the controller.
 /// Thread: main.
 class ZANTO_EXPORT ZNTHotSpotPickingPoint : public platform::Object {
 public:
-    /// Fractions of the screen as it is held: 0, 0 is the top left corner, 1, 1 the bottom right.
+    /// Fractions of the screen in its current orientation: (0, 0) is the top left corner, (1, 1)
+    /// the bottom right corner.
     [[nodiscard]] static std::shared_ptr<ZNTHotSpotPickingPoint>
     pickingPointForXPosition(double x, double yPosition);
     ZNTHotSpotPickingPoint(double x, double y) : hKoef_(x), vKoef_(y) {}
@@ -22,14 +23,15 @@ public:
     void setHKoef(double fraction) { hKoef_ = fraction; }
     [[nodiscard]] double vKoef() const { return vKoef_; }
     void setVKoef(double fraction) { vKoef_ = fraction; }
-    /// How many further looks in a row must find the same hot spot before it is reported.
+    /// How many more checks in a row must find the same hot spot before it is reported.
     [[nodiscard]] std::int64_t rejectRate() const { return rejectRate_; }
     void setRejectRate(std::int64_t looks) { rejectRate_ = looks; }
-    /// Side by side the point lies in the left half.
+    /// In side by side the point is in the left half.
     [[nodiscard]] bool sbsModeActive() const { return sbsModeActive_; }
     void markSBSModeActive(bool active) { sbsModeActive_ = active; }
 
-    /// In points of the screen, computed anew at every call; what is set is never read back.
+    /// In points of the screen. The getters compute it at every call; a value that is set is never
+    /// used.
     [[nodiscard]] double xPosition() const;
     [[nodiscard]] double yPosition() const;
     void setXPosition(double position) { xPosition_ = position; }

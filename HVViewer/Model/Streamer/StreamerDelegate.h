@@ -6,14 +6,14 @@
 
 class ZNTStreamer;
 
-/// Hears what a streamer plays.
+/// The observer of a streamer.
 ///
 /// Thread: main.
 class ZANTO_EXPORT StreamerDelegate {
 public:
     virtual ~StreamerDelegate() = default;
 
-    /// A new picture's time has come. `buffer` may be null.
+    /// A new frame is due. `buffer` may be null.
     virtual void hasNewFrame(ZNTStreamer& streamer, const platform::PixelBufferPtr& buffer) = 0;
     /// Loading or buffering begins, and ends.
     virtual void streamerWillStartLoadingItem(ZNTStreamer& /*streamer*/) {}
@@ -23,6 +23,6 @@ public:
     virtual void streamerDidPaused(ZNTStreamer& /*streamer*/) {}
     virtual void streamerDidStartPlaying(ZNTStreamer& /*streamer*/) {}
     virtual void streamerDidFinishStreamingItem(ZNTStreamer& /*streamer*/) {}
-    /// Every tick, before the tick's picture.
+    /// Called in every tick of the player, before the frame of that tick.
     virtual void didPlayedToTime(ZNTStreamer& /*streamer*/, double /*seconds*/) {}
 };

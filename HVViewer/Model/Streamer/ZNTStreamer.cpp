@@ -78,7 +78,7 @@ void ZNTStreamer::addObservers() {
 
 void ZNTStreamer::observeValueForKeyPath(std::string_view keyPath,
                                          const platform::Object& ofObject) {
-    const auto self = shared(this); // a delegate may let go of the streamer
+    const auto self = shared(this); // a delegate may release the streamer
     if (&ofObject == playerItem_.get() && keyPath == platform::kPlayerItemStatusKeyPath)
         itemStatusDidChange();
     else if (&ofObject == player_.get() && keyPath == platform::kPlayerTimeControlStatusKeyPath)
@@ -86,7 +86,7 @@ void ZNTStreamer::observeValueForKeyPath(std::string_view keyPath,
 }
 
 void ZNTStreamer::itemStatusDidChange() {
-    // Newer systems tell of loading by the time control status.
+    // From system version 10 on, the time control status reports loading.
     const bool tellsOfLoading = !ZNTUtilities::isIOS10();
     switch (playerItem_->status()) {
     case platform::PlayerItemStatus::Unknown:
@@ -140,7 +140,7 @@ void ZNTStreamer::pause() {
 void ZNTStreamer::seekToTime(double seconds) {
     if (!player_)
         return;
-    // The item's duration, and with it its timescale, is known only then.
+    // The duration of the item, and with it the timescale, is unknown until the item is ready.
     if (playerItem_->status() == platform::PlayerItemStatus::Unknown) {
         seekWhenReady_ = seconds;
         return;
@@ -157,7 +157,7 @@ void ZNTStreamer::seekPlayer(double seconds) {
 }
 
 void ZNTStreamer::setVolume(double volume) {
-    // Neither comparison holds for a NaN.
+    // Comparisons with NaN are false.
     const double floor = volume > 0.0 ? volume : 0.0;
     volume_ = floor < 1.0 ? floor : 1.0;
     if (player_)
@@ -180,7 +180,7 @@ void ZNTStreamer::playerDidPlayedToTime(platform::MediaTime time) {
     const double hostTime = platform::currentMediaTime();
     const platform::MediaTime itemTime =
         output_ ? output_->itemTimeForHostTime(hostTime) : platform::MediaTime{};
-    // Asked for anew: it may have gone in the tick.
+    // Fetched again, because the tick may have released the delegate.
     const auto to = delegate();
     if (to && output_ && output_->hasNewPixelBufferForItemTime(itemTime))
         to->hasNewFrame(*this, output_->copyPixelBufferForItemTime(time));

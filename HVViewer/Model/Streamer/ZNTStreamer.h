@@ -16,35 +16,38 @@ class PlayerItem;
 class PlayerItemVideoOutput;
 } // namespace platform
 
-/// Turns a video's address into pictures and events, for one delegate. It serves one address: for
-/// another a new one is made.
+/// Plays the video at one URL and sends its frames and events to one delegate. Make a new streamer
+/// for another URL.
 ///
-/// Owner:  the controller; the delegate is held weakly. Made with `streamerWithUrl`.
+/// Owner:  the controller. The delegate is held weakly. Create it with `streamerWithUrl`.
 /// Thread: main.
 class ZANTO_EXPORT ZNTStreamer : public platform::Object, public platform::KeyValueObserver {
 public:
-    /// Errors: an assertion failure without an address.
+    /// Errors: throws `AssertionFailure` without a URL.
     [[nodiscard]] static std::shared_ptr<ZNTStreamer>
     streamerWithUrl(const std::optional<platform::URL>& url);
     explicit ZNTStreamer(const std::optional<platform::URL>& url);
     ~ZNTStreamer() override;
     void init() override;
 
-    /// Starts if the player is ready; if not, the wish is noted.
+    /// Starts playback. If the player is not ready, playback starts as soon as it is, provided that
+    /// `automaticallyPlayWhenReady` is set.
     void play();
     void pause();
-    /// In seconds. What plays goes on playing; nobody is told. Before the item is ready the
-    /// position is kept and sought as soon as it is, before it starts to play; the last one counts.
+    /// Seeks to a position in seconds, without a notification. A video that is playing goes on
+    /// playing. Before the item is ready the position is only stored, and the last one is applied
+    /// when the item becomes ready, before playback starts.
     void seekToTime(double seconds);
-    /// Held within 0 and 1; a NaN is 0.
+    /// Values outside of 0 to 1 are clamped; NaN becomes 0.
     void setVolume(double volume);
-    /// What was set last, 0 at first, while the player starts at 0.6.
+    /// The value that was set last, or 0 before that, although the player starts at 0.6.
     [[nodiscard]] double volume() const { return volume_; }
-    /// In seconds. NaN while it is not known, and for a live stream.
+    /// In seconds. NaN for a live stream and while the duration is unknown.
     [[nodiscard]] double itemDuration() const;
-    /// The player's; unknown without one.
+    /// The status of the player; `Unknown` if there is no player.
     [[nodiscard]] platform::PlayerStatus status() const;
-    /// Ends everything; the delegate hears nothing of the player any more. Twice does no harm.
+    /// Stops playback and releases the player and its item. The delegate receives no more events.
+    /// Idempotent.
     void cleanUp();
 
     [[nodiscard]] const std::optional<platform::URL>& sourceUrl() const { return sourceUrl_; }
@@ -52,16 +55,16 @@ public:
     void setDelegate(const std::weak_ptr<StreamerDelegate>& delegate) { delegate_ = delegate; }
     [[nodiscard]] bool automaticallyPlayWhenReady() const { return automaticallyPlayWhenReady_; }
     void setAutomaticallyPlayWhenReady(bool play) { automaticallyPlayWhenReady_ = play; }
-    /// Whether a pause was asked for, which is not whether time stands still.
+    /// Whether a pause was requested. The video may stand still for other reasons.
     [[nodiscard]] bool isPaused() const { return paused_; }
-    /// Null after `cleanUp()`, as is the item; the output stays.
+    /// The player and the item are null after `cleanUp()`; the output is not.
     [[nodiscard]] std::shared_ptr<platform::Player> player() const { return player_; }
     [[nodiscard]] std::shared_ptr<platform::PlayerItem> playerItem() const { return playerItem_; }
     [[nodiscard]] std::shared_ptr<platform::PlayerItemVideoOutput> output() const {
         return output_;
     }
 
-    /// What stands for the ticks that the player is asked for; null while nothing is observed.
+    /// The handle of the periodic time observer; null while the player is not observed.
     [[nodiscard]] platform::Player::TimeObserver timeObserver() const { return timeObserver_; }
 
     void observeValueForKeyPath(std::string_view keyPath,

@@ -8,26 +8,25 @@
 
 #include <optional>
 
-// Pictures of one colour, and pictures tinted with one. Thread: main.
+// Images of one colour, and images tinted with a colour.
+//
+// Thread: main.
 
-/// A picture of 1 x 1 point.
-///
-/// Errors: as below.
+/// An image of 1 x 1 point. Its errors are those of the overload below.
 [[nodiscard]] ZANTO_EXPORT platform::ImagePtr
 imageWithColor(const std::optional<platform::Color>& color);
 
-/// A picture all of one colour, of one pixel a point.
+/// An image of one colour, with one pixel per point.
 ///
-/// Errors: `AssertionFailure` without a colour; null, and a log line, for a size that no picture
-/// can
-///         have.
+/// Errors: throws `AssertionFailure` without a colour. Logs an error and returns null if no image
+///         can have the size.
 [[nodiscard]] ZANTO_EXPORT platform::ImagePtr
 imageWithColor(const std::optional<platform::Color>& color, platform::Size withSize);
 
-/// The picture drawn over the colour in that mode, then clipped to its own alpha; as large in
-/// points, at the screen's scale.
+/// Draws the image over the colour with the blend mode, then clips the result to the alpha of the
+/// image. The result has the size of the image in points, at the scale of the screen.
 ///
-/// Errors: null, and a log line, for a picture that is too large.
+/// Errors: logs an error and returns null if the image is too large.
 [[nodiscard]] ZANTO_EXPORT platform::ImagePtr
 tintedImageWithColor(const platform::Image& image, const platform::Color& color,
                      platform::BlendMode blendingMode);

@@ -15,7 +15,7 @@ namespace {
 
 const GLKVector4 kOpaqueBlack = GLKVector4Make(0, 0, 0, 1);
 
-/// Rows without padding whatever the application reads with.
+/// Makes GL write rows without padding, whatever alignment the application has set.
 class PackAlignment {
 public:
     PackAlignment() {
@@ -42,7 +42,8 @@ GLKVector4 pickPixelAtX(const platform::Image& image, std::uint64_t x, std::uint
     const std::size_t offset =
         (width * static_cast<std::size_t>(py) + static_cast<std::size_t>(px)) * 4;
     const auto pixels = image.pixels();
-    // The column and the row just outside pass the test above; behind the last pixel is nothing.
+    // A column and a row outside of the image pass the test above, but there is no data after the
+    // last pixel.
     if (offset >= pixels.size())
         return kOpaqueBlack;
     const auto channel = [&](std::size_t i) {
@@ -52,7 +53,7 @@ GLKVector4 pickPixelAtX(const platform::Image& image, std::uint64_t x, std::uint
 }
 
 platform::ImagePtr screenShotFromGl() {
-    // Square on purpose: the width serves as the height, too.
+    // The screenshot is square on purpose: the width is used as the height, too.
     const auto side = static_cast<int>(platform::Screen::mainScreen().bounds().size.width);
     if (side < 1 || !platform::GLDevice::main().isInstalled()) {
         platform::log(platform::LogLevel::Error, "there is no screen to take a picture of");
@@ -66,7 +67,7 @@ platform::ImagePtr screenShotFromGl() {
     }
     for (int top = 0, bottom = side - 1; top < bottom; ++top, --bottom)
         std::swap_ranges(pixels.row(top), pixels.row(top) + pixels.rowBytes(), pixels.row(bottom));
-    // The picture has no alpha: what the framebuffer has there belongs to its blending.
+    // The image is opaque: the alpha in the framebuffer only results from blending.
     for (std::size_t i = 3; i < pixels.size(); i += 4)
         pixels.bytes[i] = 255;
     return std::make_shared<const platform::Image>(std::move(pixels));

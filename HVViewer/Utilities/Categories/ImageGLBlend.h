@@ -6,22 +6,23 @@
 
 #include <cstdint>
 
-// Single pixels of pictures, and pictures of what GL has drawn. Thread: main.
+// Single pixels of images, and screenshots of the framebuffer.
+//
+// Thread: main.
 
-/// The red, green, blue and alpha, 0 to 1, of the pixel at (x, y) points times the screen's scale
-/// from the top left. A caller who thinks of bytes finds them in the order of the platform's
-/// bitmaps, blue first: 10 20 30 FF is the red 30, the green 20 and the blue 10.
+/// Returns red, green, blue and alpha, from 0 to 1, of the pixel at (x, y) points times the
+/// screen's scale from the top left. Bytes in the platform's bitmaps are in the order blue, green,
+/// red, alpha: 10 20 30 FF has red 30, green 20 and blue 10.
 ///
-/// The column just right of the picture is the first of the row below.
+/// The column next to the right edge of the image is the first column of the row below.
 ///
-/// Errors: opaque black outside the picture, and for one whose pixels cannot be had again.
+/// Errors: opaque black outside of the image, and if its pixels cannot be decoded again.
 [[nodiscard]] ZANTO_EXPORT GLKVector4 pickPixelAtX(const platform::Image& image, std::uint64_t x,
                                                    std::uint64_t y);
 
-/// What the framebuffer shows that is bound now: the square from its bottom left corner whose sides
-/// are as many pixels as the screen is points wide. Opaque, its top row first.
+/// A screenshot of the framebuffer that is currently bound: the square from its bottom left corner
+/// whose sides are as many pixels as the screen is points wide. The image is opaque, with the top
+/// row first. The GL context must be current. What is outside of the framebuffer is black.
 ///
-/// Thread: the one on which the GL context is current.
-/// Errors: null, and a log line, without a context and for a screen without a width. What lies
-///         outside the framebuffer is black.
+/// Errors: logs an error and returns null without a context, and if the screen has no width.
 [[nodiscard]] ZANTO_EXPORT platform::ImagePtr screenShotFromGl();

@@ -4,8 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Uniform locations, filled by the program build and read by the drawer every frame. A slot names
-/// a use, so several may hold the same location; -1 is no such uniform.
+/// Uniform locations. Building the program fills the table, and the drawer reads it for every
+/// frame. A slot stands for a use, so several slots may hold the same location; -1 means that the
+/// uniform does not exist.
 using UniformTable = std::array<std::int32_t, 10>;
 
 enum UniformSlot : std::size_t {

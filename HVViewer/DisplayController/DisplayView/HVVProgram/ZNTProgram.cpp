@@ -85,7 +85,7 @@ bool ZNTProgram::compileShader(std::uint32_t& shader, std::uint32_t type,
     if (!string)
         logError("Cant find file");
     shader = glCreateShader(type);
-    // A missing source goes on as an empty one, so that linking reports the whole set-up.
+    // A missing source is compiled as an empty one, so that linking reports the whole set-up.
     const std::string text = string.value_or(std::string());
     const GLchar* source = text.c_str();
     glShaderSource(shader, 1, &source, nullptr);
@@ -147,7 +147,7 @@ std::optional<std::string> ZNTProgram::programLog() const {
     return logForOpenGLObject(programName_, glGetProgramiv, glGetProgramInfoLog);
 }
 
-// The program's functions on purpose: the shaders' own log was printed when they were compiled.
+// The program's functions are used on purpose: the log of a shader is printed when it is compiled.
 std::optional<std::string> ZNTProgram::vertexShaderLog() const {
     return logForOpenGLObject(vertShader_, glGetProgramiv, glGetProgramInfoLog);
 }
@@ -159,13 +159,13 @@ std::optional<std::string> ZNTProgram::fragmentShaderLog() const {
 std::optional<std::string> ZNTProgram::logForOpenGLObject(std::uint32_t object,
                                                           InfoFunction infoCallback,
                                                           LogFunction logFunc) {
-    GLint length = 0; // stays 0 when the functions do not fit the object
+    GLint length = 0; // stays 0 if the functions do not match the kind of object
     infoCallback(object, GL_INFO_LOG_LENGTH, &length);
     if (length < 1)
         return std::nullopt;
     std::string text(static_cast<std::size_t>(length), '\0');
     logFunc(object, length, nullptr, text.data());
-    // GL counts the terminating NUL, which a line of text has no use for.
+    // The length that GL reports includes the terminating NUL.
     text.resize(text.find_last_not_of('\0') + 1);
     return text;
 }
@@ -176,7 +176,7 @@ void ZNTProgram::run() const {
 
 void ZNTProgram::cleanUp() {
     attributes_.clear();
-    // Names of a context that is gone must not be deleted in the one that came after it.
+    // GL names of a lost context must not be deleted in the context that replaced it.
     if (platform::GLContext::setCurrentContext(context_)) {
         deleteShader(vertShader_);
         deleteShader(fragShader_);

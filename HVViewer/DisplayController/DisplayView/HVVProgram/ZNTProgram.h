@@ -14,12 +14,12 @@ namespace platform {
 class GLContext;
 }
 
-/// The shader program that draws one type of content, and the watermark over it.
+/// The shader program that draws one type of content and the watermark over it.
 ///
-/// Its sources are resources of the framework's bundle. Every operation that calls GL needs the
-/// owning view's context to be current.
+/// Its sources are resources of the framework's bundle. The GL context of the owning view must be
+/// current for every function that calls GL.
 ///
-/// Owner:  the display view; a new one is made for every set-up.
+/// Owner:  the display view, which makes a new program for each set-up.
 /// Thread: main.
 class ZNTProgram {
 public:
@@ -31,30 +31,31 @@ public:
     ZNTProgram(const ZNTProgram&) = delete;
     ZNTProgram& operator=(const ZNTProgram&) = delete;
 
-    /// Compiles and links, and fills the slots that the type uses; slots 3 to 7 are a video's only.
+    /// Compiles and links the program, and fills the slots that the type uses; slots 3 to 7 are
+    /// used for video only.
     ///
-    /// Errors: assertion failures for an undefined type (the earlier program stays) and for a
-    ///         program that does not link (nothing stays); the log says why.
+    /// Errors: throws `AssertionFailure` for an undefined type (the previous program is kept) and
+    ///         if linking fails (there is no program then); the log has the reason.
     void buildProgramWithUniforms(UniformTable& uniforms, std::uint32_t& bindedToTextureCoordinates,
                                   ContentType type);
     void run() const;
-    /// Deletes everything; the program can be built again.
+    /// Deletes the program and its shaders. The program can be built again.
     void cleanUp();
 
     [[nodiscard]] std::uint32_t programName() const { return programName_; }
     [[nodiscard]] std::uint32_t vertShader() const { return vertShader_; }
     [[nodiscard]] std::uint32_t fragShader() const { return fragShader_; }
     [[nodiscard]] ContentType currentContentType() const { return currentContentType_; }
-    /// Names in binding order: an attribute's location is its index.
+    /// Attribute names in binding order: the location of an attribute is its index.
     [[nodiscard]] const std::vector<std::string>& attributes() const { return attributes_; }
 
-    /// A name that is there already is left alone.
+    /// A no-op if the name is already in the list.
     void addAttributeToProgram(const std::string& name);
-    /// All bits set for an unknown name.
+    /// Returns a value with all bits set for an unknown name.
     [[nodiscard]] std::uint32_t programAttributeIndex(std::string_view name) const;
     [[nodiscard]] std::int32_t programUniformIndex(const std::string& name) const;
 
-    /// What GL noted about the object, by the functions given; none when it noted nothing.
+    /// Returns the GL info log of an object, read with the given functions; none if it is empty.
     [[nodiscard]] static std::optional<std::string>
     logForOpenGLObject(std::uint32_t object, InfoFunction infoCallback, LogFunction logFunc);
     [[nodiscard]] std::optional<std::string> programLog() const;
@@ -67,7 +68,7 @@ private:
     void checkAndAttachProgram();
     [[nodiscard]] bool linkProgram();
     void fillUniforms(UniformTable& uniforms) const;
-    /// True whenever there was a source, even one that does not compile: linking tells.
+    /// Returns true if there is a source, even if it does not compile: linking reports that error.
     [[nodiscard]] static bool compileShader(std::uint32_t& shader, std::uint32_t type,
                                             const std::optional<std::string>& string);
 

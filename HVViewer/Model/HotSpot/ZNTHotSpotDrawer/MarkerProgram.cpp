@@ -15,7 +15,7 @@ void logError(const std::string& text) {
     platform::log(platform::LogLevel::Error, text);
 }
 
-/// What the driver has to say of a shader or program, without the zero at the end.
+/// The info log of a shader or program, without the terminating NUL.
 std::string infoLog(GLuint name, decltype(glGetShaderiv)* getLength,
                     decltype(glGetShaderInfoLog)* getText) {
     GLint length = 0;
@@ -28,7 +28,7 @@ std::string infoLog(GLuint name, decltype(glGetShaderiv)* getLength,
     return text;
 }
 
-/// A shader that goes once the program has what it needs of it.
+/// A shader that is deleted once the program has been linked.
 struct Shader {
     Shader() = default;
     ~Shader() {

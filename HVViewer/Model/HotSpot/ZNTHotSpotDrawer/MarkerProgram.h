@@ -3,9 +3,10 @@
 #include <cstdint>
 #include <string>
 
-/// The shader program that draws markers: their pictures, or the colours that tell them apart.
+/// The shader program that draws the markers, either with their images or with their picking
+/// colours.
 ///
-/// Owner:  a hot spot drawer. Every call needs the GL context to be current; so does the end.
+/// Owner:  a hot spot drawer. The GL context must be current for every call and for the destructor.
 /// Thread: main.
 class MarkerProgram {
 public:
@@ -16,20 +17,19 @@ public:
         std::int32_t color = -1;
     };
 
-    /// Errors: false, and log lines that say why; nothing can be drawn then.
+    /// Errors: logs the reason and returns false; nothing can be drawn then.
     bool loadShaders();
-    /// Asks the driver whether the program can run in the GL state of this moment, for the hunt
-    /// after a faulty driver; what it has to say goes to the log.
+    /// Asks the driver whether the program can run in the current GL state, and logs its answer.
+    /// For debugging of drivers.
     [[nodiscard]] bool validateProgram() const;
-    /// Deletes the program.
     void tearDown();
-    /// The names belong to a context that is gone.
+    /// Forgets the GL names without deleting them, because their context no longer exists.
     void forget() { name_ = 0; }
 
-    /// 0 without a program.
+    /// 0 if there is no program.
     [[nodiscard]] std::uint32_t name() const { return name_; }
     [[nodiscard]] const Uniforms& uniforms() const { return uniforms_; }
-    /// The attribute that takes texture coordinates; positions are attribute 0.
+    /// The attribute index of the texture coordinates. Positions are attribute 0.
     [[nodiscard]] std::uint32_t textureCoordinates() const { return textureCoordinates_; }
 
 private:

@@ -32,16 +32,17 @@ constexpr GLuint kTextureUnit = 4;
 constexpr double kPickingInterval = 0.33F;
 constexpr const char* kPickingQueueLabel = "hotSpotDrawerQueuq.PickingProcess.zantoPlayer";
 
-/// Away from black, which is what lies between the markers.
+/// An offset that keeps all indices distinct from black, which is the colour between the markers.
 constexpr std::uint32_t kFirstRed = 50;
 
-/// The red that stands for an index. Above 205 it is over 1, which is drawn as 1.
+/// The red value that encodes an index. Above 205 it exceeds 1 and is drawn as 1.
 float redOf(std::uint32_t index) {
     return static_cast<float>(index + kFirstRed) / 255.0F;
 }
 
-/// Whether all corners lie beyond one plane of the view, by more than rounding can make up for.
-/// Most markers of a full sphere do, and the call for each would cost more than this.
+/// Frustum culling: whether all corners are outside of the same frustum plane, by more than a
+/// margin for rounding. Most markers on a full sphere are, and this test is cheaper than a draw
+/// call for each.
 bool isOutOfSight(const VisualObjectModel& quad, const GLKMatrix4& matrix) {
     constexpr float margin = 1e-4F;
     std::array<bool, 6> isBeyond{true, true, true, true, true, true};
@@ -58,7 +59,8 @@ bool isOutOfSight(const VisualObjectModel& quad, const GLKMatrix4& matrix) {
     return std::find(isBeyond.begin(), isBeyond.end(), true) != isBeyond.end();
 }
 
-/// Dithering could turn a red into the one beside it, which stands for another hot spot.
+/// Disables dithering, which could change a red value to an adjacent one that encodes another hot
+/// spot.
 class WithoutDithering {
 public:
     WithoutDithering() : wasOn_(glIsEnabled(GL_DITHER) == GL_TRUE) { glDisable(GL_DITHER); }
@@ -150,8 +152,8 @@ void ZNTHotSpotDrawer::tearDownGL() {
                         generation_ == GLDevice::main().generation();
     if (!isOurs)
         return markerProgramm_.forget();
-    // The buffer of texture coordinates stays: whoever draws with the vertex array's names last
-    // may still read it.
+    // The buffer of texture coordinates is kept, because the last user of the vertex array may
+    // still read it.
     glDeleteBuffers(1, &buffers_.positions);
     GLDevice::main().deleteVertexArrays(1, &buffers_.vertexArray);
     markerProgramm_.tearDown();
@@ -243,7 +245,7 @@ void ZNTHotSpotDrawer::performDrawMarkersWithProjection(const GLKMatrix4& scene)
     glDisable(GL_BLEND);
     if (!enableColor_)
         return;
-    // Observers of the end may give the drawer another list, or pick themselves.
+    // Observers of this notification may replace the list or start another picking pass.
     std::vector<DrawnSpot> drawn;
     for (const auto& spot : hotSpots_)
         drawn.push_back({spot->indexID(), spot});
@@ -278,11 +280,11 @@ std::optional<GLKVector4> ZNTHotSpotDrawer::snapshotDorPicking(platform::Point p
         return std::nullopt;
     enableColor_ = true;
     notifications().post(ZNTHotSpotDrawerDisableDrawing);
-    // A frame of an observer may have spent the picking colours: this one then shows pictures,
-    // whose colours stand for nothing.
+    // A frame that an observer draws uses up the picking colours. The frame below then shows
+    // images, whose colours encode nothing.
     drawnForPicking_.clear();
     const auto pixel = view->pixelAt(point);
-    // Without markers no pass has taken the picking colours off the content again.
+    // If there are no markers, no pass has switched the picking colours of the content off.
     if (enableColor_)
         endColorPass();
     if (!pixel)
@@ -294,7 +296,7 @@ std::optional<GLKVector4> ZNTHotSpotDrawer::snapshotDorPicking(platform::Point p
 }
 
 void ZNTHotSpotDrawer::pickAt(platform::Point point, bool tap) {
-    const auto self = shared(this); // observers may end the drawer
+    const auto self = shared(this); // observers may release the drawer
     const auto color = snapshotDorPicking(point);
     const auto drawn = std::exchange(drawnForPicking_, {});
     if (color)
@@ -308,7 +310,7 @@ void ZNTHotSpotDrawer::objectPickTestForPixelAtX(int x, int y) {
 void ZNTHotSpotDrawer::objecPickTestForPickingPoint() {
     if (hotSpots_.empty() || !pickingPoint_)
         return;
-    // On the calling thread, which has the GL context.
+    // Runs on the calling thread, where the GL context is current.
     platform::DispatchQueue::sync(kPickingQueueLabel, [this] {
         pickAt({pickingPoint_->xPosition(), pickingPoint_->yPosition()}, false);
     });
@@ -331,7 +333,7 @@ void ZNTHotSpotDrawer::detectSelectionFromTapColot(const GLKVector4& color,
 
 bool ZNTHotSpotDrawer::dwellsOn(std::uint32_t index) {
     if (!pickingPoint_)
-        return false; // taken away during the look
+        return false; // removed during the picking pass
     if (index != pickingHotSpotIndex_) {
         pickingOccurency_ = 0;
         pickingHotSpotIndex_ = index;

@@ -21,68 +21,71 @@ class GLView;
 class Timer;
 } // namespace platform
 
-/// Draws the hot spots of one display view over its scene, and finds the one under a point: each is
-/// drawn in a colour that stands for its index, and the colour of one pixel is read back.
+/// Draws the hot spots of one display view over its scene, and finds the hot spot at a point by
+/// colour picking: each hot spot is drawn in a colour that encodes its index, and the colour of one
+/// pixel is read back.
 ///
-/// Owner:  the content drawer; context and view are held weakly. Made with `platform::make`.
+/// Owner:  the content drawer. Context and view are held weakly. Create it with `platform::make`.
 /// Thread: main.
 class ZNTHotSpotDrawer : public platform::Object {
 public:
     using HotSpots = std::vector<std::shared_ptr<ZNTHotSpot>>;
 
-    /// Errors: assertion failures without a context or a view.
+    /// Errors: throws `AssertionFailure` without a context or a view.
     ZNTHotSpotDrawer(const std::shared_ptr<platform::GLContext>& context,
                      const std::shared_ptr<platform::GLView>& view,
                      std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint = nullptr);
     ~ZNTHotSpotDrawer() override;
     void init() override;
 
-    /// A hot spot whose texture fails is left out, and its index goes to the next one. After the
-    /// teardown nothing is added any more.
+    /// Adds a hot spot and assigns its index. A hot spot whose texture fails is left out, and its
+    /// index goes to the next one. After `tearDownGL` this is a no-op.
     void addHotSpot(const std::shared_ptr<ZNTHotSpot>& spot);
-    /// Replaces the list; automatic picking starts anew in a later turn.
+    /// Replaces the list. Automatic picking restarts in a later iteration of the main queue.
     void updateHotSpots(const HotSpots& spots);
     [[nodiscard]] const HotSpots& hotSpots() const { return hotSpots_; }
 
-    /// Draws the markers over what is there; nothing for an empty list.
+    /// Draws the markers over the current framebuffer content. A no-op if the list is empty.
     void performDrawMarkersWithProjection(const GLKMatrix4& scene);
-    /// Rebuilds the quad for a screen that has another shape by now.
+    /// Rebuilds the quad if the shape of the screen has changed.
     void screenShapeDidChange();
 
-    /// Reports the hot spot under a point of the view, if there is one, by the selection
-    /// notification. Indices above 205 cannot be told apart and are reported as 205 where that
-    /// exists. Observers may change or end anything meanwhile: what is reported is what was drawn,
-    /// and nothing where one of them has drawn the picking frame in place of the drawer.
+    /// Reports the hot spot at a point of the view, if there is one, by posting the selection
+    /// notification. Indices above 205 have the same colour and are reported as 205 if that index
+    /// exists. Observers may change or destroy anything meanwhile: the report describes what was
+    /// drawn. If an observer draws a frame during the picking pass, nothing is reported.
     void objectPickTestForPixelAtX(int x, int y);
-    /// Looks at the picking point, as the timer does every 0.33 s.
+    /// Checks the picking point once; the timer calls this every 0.33 s.
     void objecPickTestForPickingPoint();
-    /// Switches automatic picking; the timer starts or stops in a later turn.
+    /// Switches automatic picking. The timer starts or stops in a later iteration of the main
+    /// queue.
     void setEnableAutoPickingTest(bool enable);
     [[nodiscard]] bool enableAutoPickingTest() const { return enableAutoPickingTest_; }
     [[nodiscard]] std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint() const {
         return pickingPoint_;
     }
-    /// Null: automatic picking looks nowhere. It takes effect when the list or the switch is set.
+    /// Null disables automatic picking. A new point takes effect when the list or the switch is set
+    /// next.
     void setPickingPoint(const std::shared_ptr<ZNTHotSpotPickingPoint>& point) {
         pickingPoint_ = point;
     }
     [[nodiscard]] bool isPickingAutomatically() const { return pickingTimer_ != nullptr; }
-    /// What automatic picking saw last, and how many further times in a row.
+    /// The index that automatic picking found last, and how many more times in a row it found it.
     [[nodiscard]] std::uint32_t pickingHotSpotIndex() const { return pickingHotSpotIndex_; }
     [[nodiscard]] std::int64_t pickingOccurency() const { return pickingOccurency_; }
 
-    /// Whether the next markers are drawn in the colours that tell them apart.
+    /// Whether the next markers are drawn in their picking colours.
     [[nodiscard]] bool enableColor() const { return enableColor_; }
     [[nodiscard]] bool updateInProgress() const { return updateInProgress_; }
-    /// The quad of all markers.
+    /// The quad that all markers share.
     [[nodiscard]] std::shared_ptr<ZNTHotSpotPlaneVO> hotSpotModel() const { return hotSpotModel_; }
 
-    /// Deletes the GL objects that this drawer made, but for one buffer of 48 bytes, and ends
-    /// automatic picking for good.
+    /// Ends automatic picking permanently and deletes the GL objects that this drawer made, except
+    /// for one buffer of 48 bytes.
     void tearDownGL();
 
 private:
-    /// A hot spot in the colour of an index, whatever becomes of the list later.
+    /// A hot spot and the index that it was drawn with, independent of later changes to the list.
     struct DrawnSpot {
         std::uint32_t index;
         std::shared_ptr<ZNTHotSpot> spot;
@@ -103,9 +106,9 @@ private:
     void warnOfPointOutside() const;
 
     MarkerProgram markerProgramm_;
-    bool canDraw_ = false; // the program is there
+    bool canDraw_ = false; // whether the program could be built
     platform::MeshBuffers buffers_;
-    std::uint32_t generation_ = 0; // of the context that holds them
+    std::uint32_t generation_ = 0; // of the GL context that holds the buffers
     bool enableColor_ = false;
     std::uint32_t pickingHotSpotIndex_ = 0;
     std::int64_t pickingOccurency_ = 0;
@@ -113,7 +116,7 @@ private:
     bool updateInProgress_ = false;
     bool isTornDown_ = false;
     HotSpots hotSpots_;
-    std::vector<DrawnSpot> drawnForPicking_; // by the last pass in picking colours
+    std::vector<DrawnSpot> drawnForPicking_; // in the last picking pass
     std::weak_ptr<platform::GLContext> context_;
     std::weak_ptr<platform::GLView> glView_;
     std::shared_ptr<ZNTHotSpotPickingPoint> pickingPoint_;

@@ -1,11 +1,11 @@
 #pragma once
 
-/// Around a picking frame: the content is drawn in picking colours between the two.
+/// Posted before and after a picking frame. The content is drawn in picking colours in between.
 inline constexpr const char* ZNTHotSpotDrawerDisableDrawing = "ZNTHotSpotDrawerDisableDrawing";
 inline constexpr const char* ZNTHotSpotDrawerEnableDrawing = "ZNTHotSpotDrawerEnableDrawing";
 
-/// A hot spot was tapped or looked at. Its name (a string, perhaps empty), its index (an integer)
-/// and whether it was a tap (a boolean) come under the keys.
+/// A hot spot was tapped, or automatic picking found it. The keys hold its name (a string, possibly
+/// empty), its index (an integer) and whether it was a tap (a boolean).
 inline constexpr const char* ZNTHotSpotDrawerDetectHotSpotSelection =
     "ZNTHotSpotDrawerDetectHotSpotSelection";
 inline constexpr const char* ZNTHotSpotDrawerHotSpotNameKey = "ZNTHotSpotDrawerHotSpotNameKey";
