@@ -24,8 +24,7 @@ struct ClockReading {
 ///
 /// It converts range, depth and layout, but never the matrix: the renderer has its own.
 ///
-/// Thread: streaming thread, one at a time; except `flushes` and `reading`, which are any;
-///         thread-safe.
+/// Thread: streaming thread, except `flushes` and `reading`, which are any; thread-safe.
 class VideoSink {
 public:
     /// `onPicture` is called on a streaming thread when another frame is available or the stream
