@@ -50,12 +50,12 @@ WindowPlayer::~WindowPlayer() {
 
 void WindowPlayer::setController(ZNTDisplayViewController& controller) {
     controller_ = &controller;
-    host_.setEmulatesDevice(false); // nobody follows it
+    host_.setEmulatesDevice(false); // nothing uses the emulated device yet
 }
 
 void WindowPlayer::perform(WindowAction action) {
     act(action);
-    // A copy, because it may set another.
+    // Copied, because the listener may replace itself.
     if (const auto listener = performedListener_)
         listener(action);
 }
