@@ -1,20 +1,23 @@
-# Run after a test program is linked: writes the file that gives CTest a test for each of its suites.
+# Runs after a test program is linked: writes the file that declares a CTest test for each of its
+# suites.
 #
-# cmake -DPROGRAM=... -DNAME=... -DFILE=... -DPROPERTIES="NAME VALUE ..." [-DEACH=ON] -P AddSuites.cmake
+# cmake -DPROGRAM=... -DNAME=... -DFILE=... -DPROPERTIES="NAME VALUE ..." [-DEACH=ON] -P
+# AddSuites.cmake
 #
-# EACH gives every single test a process of its own.
+# EACH declares a CTest test, and so a process, for each single test instead.
 execute_process(
     COMMAND ${PROGRAM} --gtest_list_tests
     OUTPUT_VARIABLE listed
     COMMAND_ERROR_IS_FATAL ANY
     TIMEOUT 60)
 string(REPLACE ";" "\\;" listed "${listed}")
-string(REPLACE "[" "(" listed "${listed}") # a bracket in a parameter's text would join lines
+# an unmatched bracket in a parameter's text would join list items
+string(REPLACE "[" "(" listed "${listed}")
 string(REPLACE "]" ")" listed "${listed}")
 string(REPLACE "\n" ";" lines "${listed}")
 
 set(script "")
-# One test of CTest's, for what FILTER picks.
+# Declares one CTest test that runs the tests matching FILTER.
 function(add name filter)
     string(APPEND script "add_test([==[${name}]==] [==[${PROGRAM}]==] [==[--gtest_filter=${filter}]==])\n")
     string(APPEND script "set_tests_properties([==[${name}]==] PROPERTIES SKIP_REGULAR_EXPRESSION "
