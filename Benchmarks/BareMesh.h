@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <vector>
 
-/// Draws runs of the sphere's strip once, with no clearing, no watermark and nothing of the
-/// library's drawing around them: what the mesh alone costs.
+/// Draws runs of the sphere's triangle strip once, without clearing, watermark or any other drawing
+/// of the library: the baseline cost of the mesh alone.
 class BareMesh {
 public:
     BareMesh();
@@ -16,7 +16,7 @@ public:
     BareMesh(const BareMesh&) = delete;
     BareMesh& operator=(const BareMesh&) = delete;
 
-    /// Into the bound framebuffer.
+    /// Draws into the bound framebuffer.
     void draw(std::uint32_t texture, const GLKMatrix4& modelViewProjection,
               const std::vector<VertexRun>& runs) const;
 

@@ -17,8 +17,8 @@ struct BufferRelease {
 };
 using BufferPtr = std::unique_ptr<GstBuffer, BufferRelease>;
 
-/// Takes pictures from the pipeline's thread to the one that draws; a later one replaces one that
-/// was not taken.
+/// Hands frames from the streaming thread to the drawing thread; a new frame replaces one that was
+/// not taken.
 class Handover {
 public:
     void put(GstBuffer* buffer) {
@@ -35,7 +35,7 @@ public:
         }
         changed_.notify_one();
     }
-    /// Null at the end.
+    /// Blocks until there is a frame; null at the end of the stream.
     BufferPtr take() {
         std::unique_lock lock(mutex_);
         changed_.wait(lock, [this] { return newest_ || hasEnded_; });
@@ -87,7 +87,7 @@ platform::GStreamerPtr<GstElement> makePlayer(const std::string& path, Handover&
     return owned;
 }
 
-/// Without padding between the rows, which pictures of such sizes do not have.
+/// Expects rows without padding, which frames of these sizes do not have.
 void upload(const BareVideoQuad& quad, GstBuffer* buffer, platform::SizePx size) {
     GstVideoInfo info;
     gst_video_info_set_format(&info, GST_VIDEO_FORMAT_NV12, static_cast<guint>(size.width),
@@ -129,7 +129,7 @@ void BarePlayback::draw(const BareVideoQuad& quad) const {
     glBindFramebuffer(GL_FRAMEBUFFER, target_.framebuffer());
     glViewport(0, 0, view.width, view.height);
     glDisable(GL_SCISSOR_TEST);
-    // About what a level view shows: 100 degrees across, 70 upward.
+    // Roughly what a level view shows: 100 degrees horizontally, 70 vertically.
     quad.draw({0.36F, 0.3F, 0.64F, 0.7F});
     glFinish();
 }

@@ -5,17 +5,17 @@
 
 #include <string>
 
-/// The cheapest way to play a video: the media library's own player, paced, that decodes into a
-/// sink which throws pictures away, and each of them drawn as a bare quad.
+/// The cheapest way to play a video: GStreamer's own player, paced, decodes into a sink that
+/// discards frames, and each frame is drawn as a bare quad.
 ///
-/// The GL context is current.
+/// The GL context must be current.
 class BarePlayback {
 public:
     explicit BarePlayback(const platform::OffscreenTarget& target) : target_(target) {}
 
-    /// Plays a file of pictures of that size to its end; how many were drawn.
+    /// Plays a file with frames of that size to its end; returns the number of frames drawn.
     ///
-    /// Errors: an exception for what cannot be played.
+    /// Errors: throws an exception if the file cannot be played.
     int play(const std::string& path, platform::SizePx size);
 
 private:

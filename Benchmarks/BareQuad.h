@@ -5,9 +5,9 @@
 #include <array>
 #include <cstdint>
 
-/// The cheapest way to fill a framebuffer from a texture: one quad, one sample a pixel, no clear.
+/// The cheapest way to fill a framebuffer from a texture: one quad, one sample per pixel, no clear.
 ///
-/// The GL context is current.
+/// The GL context must be current.
 class BareQuad {
 public:
     BareQuad();
@@ -15,7 +15,8 @@ public:
     BareQuad(const BareQuad&) = delete;
     BareQuad& operator=(const BareQuad&) = delete;
 
-    /// Fills what is bound with a rectangle of the texture: left, top, right, bottom from 0 to 1.
+    /// Fills the bound framebuffer with a rectangle of the texture: left, top, right, bottom, from
+    /// 0 to 1.
     void draw(std::uint32_t texture, const std::array<float, 4>& part) const;
 
 private:

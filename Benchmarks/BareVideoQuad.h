@@ -6,21 +6,22 @@
 #include <array>
 #include <cstdint>
 
-/// The cheapest way to show a frame of a video: two uploads into storage that is there, one quad,
-/// two samples a pixel and the conversion, no clear.
+/// The cheapest way to show a video frame: two uploads into existing storage, one quad, two samples
+/// per pixel with colour conversion, no clear.
 ///
-/// The GL context is current.
+/// The GL context must be current.
 class BareVideoQuad {
 public:
-    /// For frames of one size.
+    /// All frames must have this size.
     explicit BareVideoQuad(platform::SizePx frameSize);
     ~BareVideoQuad();
     BareVideoQuad(const BareVideoQuad&) = delete;
     BareVideoQuad& operator=(const BareVideoQuad&) = delete;
 
-    /// Takes a frame without padding between its rows.
+    /// The frame's rows must have no padding.
     void upload(const platform::PixelBuffer& frame) const;
-    /// Fills what is bound with a rectangle of the frame: left, top, right, bottom from 0 to 1.
+    /// Fills the bound framebuffer with a rectangle of the frame: left, top, right, bottom, from 0
+    /// to 1.
     void draw(const std::array<float, 4>& part) const;
 
 private:

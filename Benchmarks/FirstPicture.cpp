@@ -41,7 +41,7 @@ std::unique_ptr<HeadlessHost> makeHost() {
     return std::move(host).value();
 }
 
-/// Draws until the picture's first frame is finished.
+/// Draws until the first frame with the image is finished.
 double showMilliseconds(const std::string& path) {
     const auto host = makeHost();
     const auto target = std::move(platform::OffscreenTarget::create(kSize)).value();
@@ -50,14 +50,14 @@ double showMilliseconds(const std::string& path) {
     player->prepareImageWithUrl(platform::URL::fileURLWithPath(path));
     host->embedded().setRootViewController(player);
     host->embedded().appear();
-    // The upload runs in this turn; the watermark joins in a later one.
+    // This iteration uploads the image; the watermark follows in a later one.
     host->embedded().runDueWork();
     host->embedded().draw(target->framebuffer(), {0, 0, kSize.width, kSize.height});
     glFinish();
     return millisecondsSince(start);
 }
 
-/// The floor: the file, decoded whole into memory that nobody has touched, and one texture.
+/// The baseline: the file, decoded whole into fresh memory, and one texture upload.
 double bareMilliseconds(const std::string& path) {
     const auto host = makeHost();
     const auto start = std::chrono::steady_clock::now();
@@ -86,7 +86,7 @@ double bareMilliseconds(const std::string& path) {
     return milliseconds;
 }
 
-/// A line of the kernel's status of this process, in bytes.
+/// A line of /proc/self/status, in bytes.
 double statusBytes(const std::string& name) {
     std::ifstream status("/proc/self/status");
     for (std::string key; status >> key;) {

@@ -37,7 +37,8 @@ struct View {
     bool watermarkInSight;
 };
 
-// The watermark is a band about 18 degrees below the horizon.
+// The watermark is a band about 18 degrees below the horizon. The last column says whether it is
+// visible.
 constexpr std::array<View, 8> kViews{{{"ahead, 30 up", 0, 30, false},
                                       {"east, 35 up", 90, 35, false},
                                       {"behind, 45 up", 180, 45, false},
@@ -47,7 +48,7 @@ constexpr std::array<View, 8> kViews{{{"ahead, 30 up", 0, 30, false},
                                       {"north-east, 25 down", 45, -25, true},
                                       {"west, 40 down", -90, -40, true}}};
 
-/// A player on a virtual clock, and a framebuffer that it is drawn into.
+/// A player on a virtual clock, and the framebuffer that it is drawn into.
 class Scene {
 public:
     explicit Scene(platform::SizePx size)
@@ -60,7 +61,7 @@ public:
     }
 
     void aim(const View& view, int frame) {
-        // The camera turns by a quarter of a degree a frame, as under a slow finger.
+        // The camera rotates by a quarter of a degree per frame, as under a slow finger.
         const float yaw =
             (view.yawDegrees + 0.25F * static_cast<float>(frame - kMiddleFrame)) * kDegree;
         ZNTInterractor& camera = *player_->displayView()->interractor();
@@ -74,12 +75,12 @@ public:
         bindTarget();
         quad_.draw(texture(), part);
     }
-    /// The content's runs alone.
+    /// Draws only the content's runs.
     void drawMesh(const std::vector<VertexRun>& runs) {
         bindTarget();
         mesh_.draw(texture(), player_->displayView()->camera().modelViewProjection, runs);
     }
-    /// The part of the picture that the view shows: left, top, right, bottom.
+    /// The part of the image that the view shows: left, top, right, bottom.
     [[nodiscard]] std::array<float, 4> visiblePart() const {
         const QuadMask visible = visibleQuads(player_->displayView()->camera().modelViewProjection);
         int bottom = QuadMask::kRings;
@@ -95,7 +96,8 @@ public:
                     across.set(segment);
             }
         }
-        // Columns that go round the back are taken from the middle: as many, without a seam.
+        // Columns may wrap around at the back, so the same number is taken from the middle, without
+        // a seam.
         int columns = 0;
         for (int segment = 0; segment < RingMask::kSegments; ++segment)
             columns += across.test(segment) ? 1 : 0;
@@ -143,7 +145,7 @@ nlohmann::ordered_json measureView(Scene& scene, const View& view) {
     scene.aim(view, 0);
     scene.drawFrame();
     const std::array<float, 4> part = scene.visiblePart();
-    // In turns, so that whatever else the machine does falls on all of them.
+    // The variants alternate, so that other load on the machine affects all of them.
     for (int i = -3; i < kFrames; ++i) {
         scene.aim(view, i);
         platform::GLDevice::main().setQuirks({});
@@ -154,7 +156,7 @@ nlohmann::ordered_json measureView(Scene& scene, const View& view) {
         platform::GLDevice::main().setQuirks({.drawsWholeMeshes = true});
         const double whole = millisecondsOf([&] { scene.drawFrame(); });
         if (i < 0)
-            continue; // the first ones warm up
+            continue; // warm-up
         frames.push_back(frame);
         quads.push_back(quad);
         meshes.push_back(mesh);

@@ -4,9 +4,8 @@
 
 #include <nlohmann/json.hpp>
 
-/// A steady frame of the sphere with the camera turning, for eight views of an 8192 × 4096
-/// panorama, each beside a bare full-screen quad that samples the same part of the picture.
+/// Measures a steady frame of the sphere with a rotating camera, for eight views of an 8192 × 4096
+/// panorama, each beside a bare full-screen quad that samples the same part of the image.
 ///
-/// Milliseconds of processor time on the wall, each frame finished; medians. `ratio` is frame :
-/// quad.
+/// Wall-clock milliseconds, each frame finished; medians. `ratio` is frame : quad.
 [[nodiscard]] nlohmann::ordered_json measureFrames(platform::SizePx size);

@@ -11,10 +11,10 @@
 #include <mutex>
 #include <vector>
 
-/// A loop as a host application has it, in real time: turns of the library, drawing when it says
-/// so, and sleep until its deadline or its wake-up.
+/// The loop of a host application in real time: iterations of the library, drawing when it asks for
+/// it, and sleeping until its deadline or its wake-up.
 ///
-/// Thread: one.
+/// Thread: main.
 class HostLoop {
 public:
     explicit HostLoop(platform::SizePx size);
@@ -25,20 +25,21 @@ public:
     [[nodiscard]] EmbeddedHost& embedded() { return host_->embedded(); }
     [[nodiscard]] const platform::OffscreenTarget& target() const { return *target_; }
 
-    /// Takes turns until the condition holds, looked at after each of them; false when it has not
-    /// within `longest`.
+    /// Iterates until the condition holds; it is checked after each iteration. Returns false if it
+    /// does not hold within `longest`.
     bool runUntil(const std::function<bool()>& condition, platform::Instant longest);
     void runFor(platform::Instant duration) {
         runUntil([] { return false; }, duration);
     }
 
-    /// Forgets what has been counted so far.
+    /// Resets all counters.
     void startCounting();
     [[nodiscard]] int turns() const { return turns_; }
     [[nodiscard]] int draws() const { return draws_; }
-    /// When the drawings began whose planes had been uploaded since the one before: frames.
+    /// The start times of those draws that showed a new frame, that is, planes uploaded since the
+    /// draw before.
     [[nodiscard]] const std::vector<platform::Instant>& newFrames() const { return newFrames_; }
-    /// The longest `runDueWork()`, without the drawing.
+    /// The longest `runDueWork()`, without drawing.
     [[nodiscard]] LongestCall& longestTurn() { return longestTurn_; }
 
 private:

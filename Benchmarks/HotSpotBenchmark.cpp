@@ -28,7 +28,7 @@ constexpr platform::SizePx kSize{1920, 1080};
 constexpr int kSpots = 200;
 constexpr int kRounds = 31;
 
-/// Evenly over the sphere, along a spiral from pole to pole.
+/// Spread evenly over the sphere, along a spiral from pole to pole.
 std::vector<std::shared_ptr<ZNTHotSpot>> spreadSpots() {
     const auto icon = std::make_shared<platform::Image>(makePanorama(128));
     const double turn = 3.14159265358979 * (3 - std::sqrt(5.0));
@@ -43,7 +43,7 @@ std::vector<std::shared_ptr<ZNTHotSpot>> spreadSpots() {
     return spots;
 }
 
-/// The markers' quads with the least program: matrix and draw, one after the other.
+/// Draws the markers' quads with a minimal program: one matrix and one draw call each.
 class BareQuads {
 public:
     BareQuads()
@@ -152,7 +152,7 @@ nlohmann::ordered_json measureHotSpots() {
         const double marker = millisecondsOf([&] { scene.drawMarkers(); });
         const double quad = millisecondsOf([&] { scene.drawBareQuads(); });
         if (i < 0)
-            continue; // the first ones warm up
+            continue; // warm-up
         frames.push_back(frame);
         taps.push_back(tap);
         looks.push_back(look);

@@ -2,6 +2,6 @@
 
 #include <nlohmann/json.hpp>
 
-/// What a pick costs beside a frame, and what 200 hot spots cost beside as many bare quads, at
-/// 1920 x 1080.
+/// Measures the cost of a pick beside that of a frame, and the cost of 200 hot spots beside that of
+/// 200 bare quads, at 1920 × 1080.
 [[nodiscard]] nlohmann::ordered_json measureHotSpots();

@@ -1,8 +1,8 @@
-// What a window that shows a still picture costs while nothing happens: CPU seconds of the whole
-// process and frames presented, under a virtual X server; plain, and side by side with a device at
-// rest that steers both halves. Prints one JSON object.
+// Measures the cost of a window that shows a still image while nothing happens: CPU seconds of the
+// whole process and frames presented, under a virtual X server; first plain, then in side-by-side
+// mode with a device at rest that controls both halves. Prints one JSON object.
 //
-// zanto-benchmark-idle-window [SECONDS]   (10)
+// zanto-benchmark-idle-window [SECONDS]   (default: 10)
 
 #include "Apps/Player/Contents/BuiltInPanorama.h"
 #include "HVViewer/DisplayController/ZNTDisplayViewController.h"
@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// What the process has used and done so far.
+/// The process's counters so far.
 struct Reading {
     Instant at{0};
     std::clock_t cpu = 0;
@@ -31,7 +31,7 @@ Reading readingOf(SDLHost& host) {
     return {host.embedded().now(), std::clock(), host.framesPresented()};
 }
 
-/// Takes turns for a while; how many.
+/// Runs the host's loop for a while; returns the number of iterations.
 int takeTurns(SDLHost& host, Instant duration) {
     const Instant end = host.embedded().now() + duration;
     int turns = 0;
@@ -43,7 +43,7 @@ int takeTurns(SDLHost& host, Instant duration) {
     return turns;
 }
 
-/// Goes on until the picture is there and nothing has been drawn for a second.
+/// Runs until the image is shown and nothing has been drawn for a second.
 void waitUntilDrawn(SDLHost& host) {
     int before = 0;
     do {
@@ -53,7 +53,7 @@ void waitUntilDrawn(SDLHost& host) {
              platform::MainQueue::main().outstandingWork() > 0);
 }
 
-/// Lets the window be for that long, once it has come to rest.
+/// Leaves the window idle for that time, once it has come to rest.
 void measure(SDLHost& host, const char* what, Instant duration) {
     waitUntilDrawn(host);
     const Reading before = readingOf(host);

@@ -18,7 +18,7 @@ double LongestCall::millisecondsInQueue() const {
     std::array<char, 128> text{};
     if (pread(statistics_, text.data(), text.size() - 1, 0) <= 0)
         return 0;
-    // Nanoseconds on a processor, then those in the queue for one.
+    // The first number is the time on a processor in nanoseconds, the second that in the run queue.
     char* second = nullptr;
     static_cast<void>(std::strtoull(text.data(), &second, 10));
     return static_cast<double>(std::strtoull(second, nullptr, 10)) / 1e6;

@@ -2,14 +2,14 @@
 
 #include <functional>
 
-/// How long something took, in milliseconds.
+/// The duration of a call in milliseconds.
 struct CallTime {
     double wall = 0;
-    /// Without what the thread waited for a processor that others had.
+    /// Without the time that the thread waited in the run queue for a processor.
     double own = 0;
 };
 
-/// Times calls on the thread that made it, and keeps the longest time of each kind.
+/// Times calls on the thread that created it, and keeps the longest time of each kind.
 class LongestCall {
 public:
     LongestCall();
@@ -24,6 +24,6 @@ public:
 private:
     [[nodiscard]] double millisecondsInQueue() const;
 
-    int statistics_; // the kernel's, of the thread
+    int statistics_; // file descriptor of the thread's scheduler statistics
     CallTime longest_;
 };

@@ -8,7 +8,7 @@ platform::PixelStorage makePanorama(int widthPx) {
     for (int y = 0; y < pixels.heightPx; ++y) {
         std::uint8_t* out = pixels.row(y);
         for (int x = 0; x < widthPx; ++x, out += 4) {
-            // A small step of a linear congruence: enough to keep a coder from finding flat areas.
+            // Noise from a linear congruential generator, so that an encoder finds no flat areas.
             noise = noise * 1664525U + 1013904223U;
             const auto grain = static_cast<int>(noise >> 28U);
             out[0] = static_cast<std::uint8_t>(x * 200 / widthPx + grain);

@@ -2,5 +2,5 @@
 
 #include "Platform/Imaging/Image.h"
 
-/// A panorama of gradients and noise, the same every time.
+/// Makes a panorama of gradients and noise, the same every time.
 [[nodiscard]] platform::PixelStorage makePanorama(int widthPx);

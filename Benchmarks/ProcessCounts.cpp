@@ -36,7 +36,7 @@ int openFileCount() {
 int openSocketCount() {
     const std::filesystem::directory_iterator files("/proc/self/fd");
     return static_cast<int>(std::count_if(begin(files), end(files), [](const auto& file) {
-        std::error_code gone; // the folder itself is open meanwhile
+        std::error_code gone; // the descriptor of the folder itself is closed meanwhile
         return std::filesystem::read_symlink(file, gone).string().starts_with("socket:");
     }));
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-/// What the process holds at this moment, as the kernel counts it.
+/// The resources that the process holds now, as the kernel counts them.
 [[nodiscard]] double residentKib();
 [[nodiscard]] int threadCount();
 [[nodiscard]] int openFileCount();
-/// Of those files.
+/// Those of the open files that are sockets.
 [[nodiscard]] int openSocketCount();

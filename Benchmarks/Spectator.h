@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-/// A player that knows how its video is getting on.
+/// A player that records the state of its video.
 class Spectator final : public ZNTDisplayViewController {
 public:
     void videoIsLoading() override { isLoading = true; }

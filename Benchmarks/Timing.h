@@ -6,8 +6,7 @@
 #include <chrono>
 #include <vector>
 
-/// How long some drawing takes until the graphics card, or who stands in for it, is through with
-/// it.
+/// The time of drawing until the GPU, or the software renderer, has finished.
 double millisecondsOf(const auto& work) {
     const auto start = std::chrono::steady_clock::now();
     work();

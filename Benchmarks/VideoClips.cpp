@@ -15,7 +15,7 @@ std::string benchmarkClip(int widthPx, int heightPx, int seconds, int megabits) 
     const fs::path path = fs::temp_directory_path() / (name + ".mp4");
     if (fs::exists(path))
         return path;
-    // Under another name until it is whole.
+    // Written under another name until it is complete.
     const fs::path part = fs::temp_directory_path() / (name + ".part.mp4");
     const std::string rate = std::to_string(megabits) + "M";
     const std::vector<std::string> command{"ffmpeg",

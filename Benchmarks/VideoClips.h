@@ -2,11 +2,10 @@
 
 #include <string>
 
-/// Makes a video for measurements with `ffmpeg`: moving shapes and noise, H.264, 30 frames a
-/// second.
+/// Makes a video for measurements with `ffmpeg`: moving shapes and noise, H.264, 30 frames per
+/// second, `megabits` per second.
 ///
-/// `megabits` a second. It is kept in the folder for
-/// temporary files and taken from there by the next run.
+/// The file is kept in the folder for temporary files and reused by later runs.
 ///
-/// Errors: an exception where `ffmpeg` is missing or refuses.
+/// Errors: throws an exception if `ffmpeg` is missing or fails.
 [[nodiscard]] std::string benchmarkClip(int widthPx, int heightPx, int seconds, int megabits);

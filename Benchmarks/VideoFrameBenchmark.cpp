@@ -32,13 +32,13 @@ struct View {
     float pitchDegrees;
 };
 
-// The watermark is in sight of the last two.
+// The watermark is visible in the last two.
 constexpr std::array<View, 4> kViews{{{"ahead, 30 up", 0, 30},
                                       {"west, 60 up", -90, 60},
                                       {"ahead, level", 0, 0},
                                       {"west, 40 down", -90, -40}}};
 
-/// Frames as a decoder gives them: other memory each time, which comes round again.
+/// Frames as from a decoder: different memory for each, reused in a cycle.
 class Frames {
 public:
     Frames() {
@@ -63,14 +63,14 @@ private:
     std::size_t count_ = 0;
 };
 
-/// A player on a virtual clock that shows frames, and a framebuffer that it is drawn into.
+/// A player on a virtual clock that shows frames, and the framebuffer that it is drawn into.
 class Scene {
 public:
     Scene() : host_(makeHost()), player_(platform::make<ZNTDisplayViewController>()) {
         host_->embedded().setRootViewController(player_);
         host_->embedded().appear();
         give();
-        host_->settle(); // with the watermark
+        host_->settle(); // including the watermark
         target_ = std::move(platform::OffscreenTarget::create(kView)).value();
     }
 
@@ -83,7 +83,7 @@ public:
     void give() {
         auto frame = frames_.next();
         player_->displayView()->displayCVPixelBuffer(frame);
-        shown_ = std::move(frame); // as the controller keeps the last one
+        shown_ = std::move(frame); // the controller keeps the last frame in the same way
     }
     void draw() {
         host_->embedded().draw(target_->framebuffer(), {0, 0, kView.width, kView.height});
@@ -93,7 +93,7 @@ public:
         glBindFramebuffer(GL_FRAMEBUFFER, target_->framebuffer());
         glViewport(0, 0, kView.width, kView.height);
         glDisable(GL_SCISSOR_TEST);
-        // About what a level view shows: 100 degrees across, 70 upward.
+        // Roughly what a level view shows: 100 degrees horizontally, 70 vertically.
         quad_.draw({0.36F, 0.3F, 0.64F, 0.7F});
     }
 
@@ -118,7 +118,7 @@ nlohmann::ordered_json measureView(Scene& scene, const View& view) {
     std::vector<double> draws;
     std::vector<double> bares;
     std::vector<double> quads;
-    // In turns, so that whatever else the machine does falls on all of them.
+    // The variants alternate, so that other load on the machine affects all of them.
     for (int i = -3; i < kFrames; ++i) {
         scene.aim(view, i);
         const double frame = millisecondsOf([&] {
@@ -132,7 +132,7 @@ nlohmann::ordered_json measureView(Scene& scene, const View& view) {
         });
         const double quad = millisecondsOf([&] { scene.drawQuad(); });
         if (i < 0)
-            continue; // the first ones warm up
+            continue; // warm-up
         frames.push_back(frame);
         draws.push_back(draw);
         bares.push_back(bare);

@@ -21,7 +21,7 @@ class Scene {
 public:
     Scene() { warmUp(); }
 
-    /// Times the call, and the turns until the condition holds.
+    /// Times the call, and the loop iterations until the condition holds.
     void measure(const std::string& operation, const std::function<void()>& call,
                  const std::function<bool()>& until) {
         LongestCall longest;
@@ -31,7 +31,7 @@ public:
             throw std::runtime_error(operation + ": what was waited for does not happen");
         add(operation, longest.value());
     }
-    /// Times the call, and the turns for a while.
+    /// Times the call, and the loop iterations for a while.
     void measure(const std::string& operation, const std::function<void()>& call,
                  platform::Instant duration = 1s) {
         LongestCall longest;
@@ -51,7 +51,7 @@ public:
         player_.reset();
     }
     [[nodiscard]] Spectator& player() { return *player_; }
-    /// A frame has been drawn since the last measurement began.
+    /// Whether a frame has been drawn since the last measurement began.
     [[nodiscard]] bool hasShown() const { return !loop_.newFrames().empty(); }
     [[nodiscard]] const ordered_json& operations() const { return operations_; }
 

@@ -2,10 +2,10 @@
 
 #include <nlohmann/json.hpp>
 
-/// The longest time that the main thread is kept by one call while a video of 3840 × 1920 is
-/// opened, played, moved about in, starved by its server, replaced and closed: by the call itself,
-/// and by a turn of the library after it, without the drawing.
+/// Measures the longest time that one call blocks the main thread while a 3840 × 1920 video is
+/// opened, played, sought, starved by its server, replaced and closed: the call itself, and a loop
+/// iteration of the library after it, without drawing.
 ///
-/// Milliseconds; `own` without what the thread waited for a processor that others had. The first
-/// frame's shaders and the watermark have been prepared.
+/// Milliseconds; `own` excludes the time that the thread waited in the run queue for a processor.
+/// The shaders and the watermark have been prepared before.
 [[nodiscard]] nlohmann::ordered_json measureVideoLatency();

@@ -22,7 +22,7 @@ constexpr platform::SizePx kVideo{3840, 1920};
 constexpr platform::SizePx kView{1280, 720};
 constexpr int kFramesPerSecond = 30;
 
-/// What some work takes.
+/// The cost of some work.
 struct Cost {
     std::clock_t cpu = std::clock();
     std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
@@ -35,7 +35,7 @@ struct Cost {
     }
 };
 
-/// Of all whole seconds from the first frame on.
+/// The minimum over all whole seconds from the first frame on.
 int fewestInASecond(const std::vector<Instant>& frames) {
     if (frames.empty())
         return 0;
@@ -60,7 +60,7 @@ ordered_json measurePlayer(HostLoop& loop, Spectator& player, const std::string&
     loop.startCounting();
     const Cost cost;
     playToEnd(loop, player, path, seconds);
-    // The end leads back to the start, whose frame comes later and is not counted.
+    // At its end, the video returns to its start; that frame arrives later and is not counted.
     const auto shown =
         std::min(static_cast<int>(loop.newFrames().size()), seconds * kFramesPerSecond);
     return {{"frames", seconds * kFramesPerSecond},
@@ -91,7 +91,7 @@ ordered_json measureVideoPlayback(int seconds) {
     const auto player = platform::make<Spectator>();
     loop.embedded().setRootViewController(player);
     loop.embedded().appear();
-    // What a process does once: libraries, shaders, the watermark.
+    // Warms up what a process does once: libraries, shaders, the watermark.
     playToEnd(loop, *player, benchmarkClip(640, 320, 2, 1), 2);
     loop.runFor(500ms);
     const ordered_json played = measurePlayer(loop, *player, clip, seconds);

@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// What the process holds at some moment.
+/// The resources that the process holds at one time.
 struct Holdings {
     double minute = 0;
     double residentKib = 0;
@@ -33,7 +33,7 @@ Holdings holdingsAt(double minute) {
             std::accumulate(objects.begin(), objects.end(), 0)};
 }
 
-/// Of the straight line with the least squares; null for fewer than two points.
+/// The slope of the least-squares line; null for fewer than two points.
 ordered_json slopeOf(const std::vector<Holdings>& points) {
     if (points.size() < 2)
         return nullptr;

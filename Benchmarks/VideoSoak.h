@@ -2,8 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
-/// Plays a small video again and again for so many minutes, and watches what the process holds:
-/// resident memory, threads, files and GL objects, a line every ten seconds on standard error.
+/// Plays a small video repeatedly for that many minutes, and prints the resources of the process to
+/// standard error every ten seconds: resident memory, threads, files and GL objects.
 ///
-/// `slope_kib_a_minute` is the memory's growth after the first minute; null when it ends before.
+/// `slope_kib_a_minute` is the memory's growth after the first minute; null for a shorter run.
 [[nodiscard]] nlohmann::ordered_json measureVideoSoak(int minutes);

@@ -41,7 +41,7 @@ void writeJpeg(const std::string& path, int widthPx) {
     tjDestroy(encoder);
 }
 
-/// What a program prints, read as JSON. Peaks of memory need a process of their own.
+/// The output of a command, parsed as JSON. A measurement of peak memory needs its own process.
 ordered_json outputOf(const std::string& command) {
     // The commands are this program's own path and options. NOLINTNEXTLINE(cert-env33-c)
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> pipe(popen(command.c_str(), "r"), pclose);
@@ -92,7 +92,7 @@ ordered_json measureAll(const std::string& self, const std::string& idleWindow) 
     return report;
 }
 
-/// The number after the option.
+/// The number after the option, or `otherwise` if there is none.
 int numberAt(int argc, char** argv, int otherwise) {
     if (argc <= 2)
         return otherwise;
@@ -104,7 +104,7 @@ int numberAt(int argc, char** argv, int otherwise) {
     return number;
 }
 
-/// What the program's arguments ask for.
+/// Measures what the arguments ask for.
 ordered_json measure(int argc, char** argv) {
     const std::string first = argc > 1 ? argv[1] : "";
     if (first == "--memory" && argc > 2)
@@ -126,9 +126,9 @@ ordered_json measure(int argc, char** argv) {
 
 } // namespace
 
-/// `zanto-benchmark [IDLE-WINDOW-PROGRAM]` prints everything that is measured as one JSON object,
-/// `zanto-benchmark --frames`, `--video-frames` and `--hot-spots` one part alone. Only when asked
-/// for: `--video-playback [SECONDS]`, `--video-latency`, `--video-soak [MINUTES]`.
+/// `zanto-benchmark [IDLE-WINDOW-PROGRAM]` prints all measurements as one JSON object,
+/// `zanto-benchmark --frames`, `--video-frames` and `--hot-spots` only a part of them. Only on
+/// request: `--video-playback [SECONDS]`, `--video-latency`, `--video-soak [MINUTES]`.
 int main(int argc, char** argv) {
     try {
         const ordered_json report = measure(argc, argv);

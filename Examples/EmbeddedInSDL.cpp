@@ -1,5 +1,5 @@
 // Embeds the player in a program with its own window, GL context and loop: docs/embedding.md.
-// embedded-in-sdl [PICTURE] [--picture FILE.png]   writes what is shown once complete, and leaves
+// embedded-in-sdl [PICTURE] [--picture FILE.png]   writes what is shown once complete, and exits
 #include <HVViewer/ZantoPlayerFramework.h>
 #include <Hosts/Embedded/EmbeddedHost.h>
 #include <Platform/Foundation/MainQueue.h>
@@ -30,7 +30,7 @@ bool writePicture(EmbeddedHost& host, const std::string& path) {
     return static_cast<bool>(std::ofstream(path, std::ios::binary) << bytes);
 }
 
-/// What SDL can wait for: whole milliseconds, -1 for ever.
+/// The timeout for SDL in whole milliseconds; -1 waits indefinitely.
 int timeoutOf(const EmbeddedHost& host, const EmbeddedHostStatus& status) {
     if (status.drawNow || !status.nextDeadline)
         return status.drawNow ? 0 : -1;
@@ -71,7 +71,7 @@ int main(int argc, char** argv) {
     auto player = platform::make<ZNTDisplayViewController>();
     player->prepareImageWithUrl(platform::URL::fileURLWithPath(input));
     if (!player->srcImage())
-        return 2; // the library has said why
+        return 2; // the library has logged the reason
     host.value()->setRootViewController(player);
     host.value()->appear();
 
@@ -92,7 +92,7 @@ int main(int argc, char** argv) {
     }
     const bool written = output.empty() || writePicture(*host.value(), output);
     host.value()->setRootViewController(nullptr);
-    player.reset(); // first the controllers, then the host, then the context
+    player.reset(); // destroy the controllers first, then the host, then the context
     host.value().reset();
     SDL_GL_DeleteContext(context);
     SDL_Quit();

@@ -1,8 +1,8 @@
-// Shows a picture in a window that the library's SDL host makes; docs/embedding.md explains it.
+// Shows an image in a window that the library's SDL host makes; docs/embedding.md explains it.
 //
 // sdl-window [PICTURE] [--picture FILE.png]
 //
-// --picture writes what the window shows once it is complete, and leaves. Without it the window
+// --picture writes what the window shows once it is complete, and exits. Without it the window
 // stays until it is closed or q is pressed.
 
 #include <HVViewer/ZantoPlayerFramework.h>
@@ -27,7 +27,7 @@ bool writePicture(EmbeddedHost& host, const std::string& path) {
     return static_cast<bool>(std::ofstream(path, std::ios::binary) << bytes);
 }
 
-/// Takes turns until a frame with everything in it has been presented. Whether it was.
+/// Iterates until a frame with all content has been presented; returns false if the window closed.
 bool waitUntilComplete(SDLHost& host) {
     while (host.framesPresented() == 0 || platform::MainQueue::main().outstandingWork() > 0) {
         if (!host.turn(platform::fromSeconds(0.1)))
@@ -57,7 +57,7 @@ int main(int argc, char** argv) {
     auto player = platform::make<ZNTDisplayViewController>();
     player->prepareImageWithUrl(platform::URL::fileURLWithPath(input));
     if (!player->srcImage())
-        return 2; // the library has said why
+        return 2; // the library has logged the reason
     host.embedded().setRootViewController(player);
     host.embedded().appear();
     host.setKeyListener([&host](const KeyPress& press) {

@@ -1,6 +1,6 @@
-// Two players in one program, each with a window, a GL context and a host of its own: a picture and
-// a video side by side, which share nothing. docs/embedding.md. two-windows [PICTURE VIDEO]
-// [--pictures ONE.png OTHER.png]   writes what is shown, and leaves
+// Two players in one program, each with its own window, GL context and host: an image and a video
+// side by side, which share nothing. docs/embedding.md explains it.
+// two-windows PICTURE VIDEO [--pictures ONE.png OTHER.png]   writes what is shown, and exits
 #include <HVViewer/ZantoPlayerFramework.h>
 #include <Hosts/Embedded/EmbeddedHost.h>
 #include <Platform/Foundation/MainQueue.h>
@@ -19,7 +19,7 @@
 
 namespace {
 
-/// A window, its context, its host and its player. They go in the opposite order.
+/// A window, its context, its host and its player; the destructor destroys them in reverse order.
 class PlayerWindow {
 public:
     PlayerWindow(const char* title, int width, int height, std::uint32_t wakeUpEvent)
@@ -30,7 +30,7 @@ public:
         if (!context_)
             return;
         EmbeddedHostOptions options;
-        // With two contexts, the library has to say which one it is about to use.
+        // With two contexts, the library must be able to select the one that it is about to use.
         options.gl.makeCurrent = [this] { SDL_GL_MakeCurrent(window_, context_); };
         options.gl.procAddress = SDL_GL_GetProcAddress;
         options.size = {double(width), double(height)};
@@ -58,7 +58,8 @@ public:
     [[nodiscard]] bool isComplete() const { return isDrawn_ && workLeft_ == 0; }
 
     void show(const std::string& path, bool isVideo) {
-        // Made inside its host, the player belongs to it; from then on it is called from anywhere.
+        // A player that is made inside of its host belongs to it; afterwards it may be called from
+        // anywhere.
         host_->perform([this] { player_ = platform::make<ZNTDisplayViewController>(); });
         const auto url = platform::URL::fileURLWithPath(path);
         if (isVideo)
@@ -69,7 +70,7 @@ public:
         host_->appear();
     }
 
-    /// Runs what is due and draws; gives when to come again.
+    /// Runs due work and draws; returns the time until the next call.
     std::optional<platform::Instant> turn(bool isExposed) {
         const EmbeddedHostStatus status = host_->runDueWork();
         if (status.drawNow || isExposed) {
@@ -105,7 +106,7 @@ private:
     int workLeft_ = 1;
 };
 
-/// What SDL can wait for: whole milliseconds, -1 for ever.
+/// The timeout for SDL in whole milliseconds; -1 waits indefinitely.
 int timeoutOf(std::optional<platform::Instant> one, std::optional<platform::Instant> other) {
     if (!one && !other)
         return -1;
@@ -119,7 +120,7 @@ int fail(const std::string& reason) {
     return 3;
 }
 
-/// Until a window is closed or, if pictures are wanted, until both windows show theirs.
+/// Runs until a window is closed or, if `endsWhenComplete`, until both windows show their content.
 void run(PlayerWindow& picture, PlayerWindow& video, bool endsWhenComplete) {
     for (SDL_Event event{}; event.type != SDL_QUIT;) {
         const bool isWindow = event.type == SDL_WINDOWEVENT;

@@ -17,7 +17,7 @@ namespace {
 
 using Actions = std::vector<Action>;
 
-/// More are not written again: a line of forty bytes may be seventy thousand touches.
+/// Longer scripts are not written again: a line of forty bytes may yield seventy thousand touches.
 constexpr std::size_t kMostWritten = 5'000;
 
 platform::Result<Actions> read(const std::string& text) {
@@ -30,7 +30,7 @@ std::int64_t* touchIdOf(Action& action) {
     return touch ? &touch->event.id : nullptr;
 }
 
-/// The fingers of a gesture have ids that no line can say; here they get others.
+/// A gesture's fingers have ids that no line can contain; they get other ids here.
 void renameOwnTouches(Actions& actions) {
     constexpr std::int64_t leastSaid = -(std::int64_t{1} << 53);
     std::set<std::int64_t> said;
@@ -72,7 +72,8 @@ void checkTimes(const Actions& actions) {
             "times are numbers from 0 on");
 }
 
-/// Every down has its end or none, never two; nothing moves that is not down.
+/// Touches are consistent: no down without an up before the next down, and no event of a finger
+/// that is not down.
 void checkTouches(Actions& actions) {
     std::set<std::int64_t> down;
     for (Action& action : actions) {

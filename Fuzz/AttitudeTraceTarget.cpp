@@ -21,7 +21,7 @@ constexpr double kRounding = 1e-12;
 
 bool isUnit(const Attitude& q) {
     const double length = std::sqrt(q.x * q.x + q.y * q.y + q.z * q.z + q.w * q.w);
-    return std::abs(length - 1) < kRounding; // false of what is no number, too
+    return std::abs(length - 1) < kRounding; // also false for NaN
 }
 
 bool isNear(const Attitude& a, const Attitude& b) {

@@ -4,10 +4,11 @@
 
 namespace fuzz {
 
-/// While one lives, every new array begins full of one byte: what nobody has written then differs
-/// from one byte to another. Programs that link this have array forms of `new` of their own.
+/// While an instance exists, every new array is filled with one byte, so that two runs with
+/// different bytes reveal uninitialised memory. Programs that link this file get replaced array
+/// forms of `new`.
 ///
-/// Thread: main, one at a time.
+/// Thread: main. Only one instance may exist at a time.
 class FilledMemory {
 public:
     explicit FilledMemory(std::uint8_t byte);

@@ -39,7 +39,7 @@ bool isPNG(Bytes file) {
            std::equal(std::begin(signature), std::end(signature), file.begin());
 }
 
-/// Of all chunks up to the first that does not fit into the file.
+/// Repairs the checksums of all chunks up to the first that does not fit into the file.
 void repairChecksums(Bytes file) {
     constexpr std::size_t frameBytes = 12; // length, name and checksum
     for (std::size_t at = 8; file.size() - at >= frameBytes;) {
@@ -53,8 +53,8 @@ void repairChecksums(Bytes file) {
 
 } // namespace
 
-/// Changes an input as libFuzzer would, and puts the checksums of a PNG right: otherwise nothing
-/// behind the first changed chunk would ever be read. One in sixteen stays wrong.
+/// Mutates an input as libFuzzer does, and repairs the checksums of a PNG, because libpng stops
+/// reading at a wrong checksum. One in sixteen stays wrong.
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
                                                std::size_t maxSize, unsigned seed) {
     const Bytes file{data, LLVMFuzzerMutate(data, size, maxSize)};

@@ -21,8 +21,8 @@ using Decoded = platform::Result<DecodedPicture>;
 constexpr DecodeLimits kRoomy{.maxSidePx = 0, .maxBytes = std::size_t{1} << 22};
 constexpr DecodeLimits kTight{.maxSidePx = 16, .maxBytes = std::size_t{1} << 14};
 
-/// libFuzzer takes these for code that was reached. The format libraries are not instrumented; what
-/// they complain of tells how far an input has come in them.
+/// libFuzzer treats these counters as coverage. The format libraries are not instrumented, so their
+/// error messages tell how far an input has got in them.
 [[gnu::section("__libfuzzer_extra_counters"), gnu::used]] std::array<std::uint8_t, 4096> complaints;
 
 void countComplaint(std::string_view text) {
@@ -72,7 +72,7 @@ void checkPixels(const DecodedPicture& picture, const DecodeLimits& limits) {
             "no picture grows");
 }
 
-/// Any byte of the pixels may be read, and every one has been written.
+/// Checks that every byte of the pixels is readable and initialised.
 void checkOnceMore(const DecodedPicture& picture, Bytes file, const DecodeLimits& limits) {
     const Decoded again = decodedOver(0xAA, file, limits);
     require(again.ok(), "what was decoded once is decoded again");

@@ -5,7 +5,7 @@
 namespace fuzz {
 namespace {
 
-/// Control characters are one byte, or two of UTF-8 that begin with 0xC2.
+/// Control characters are one byte, or two bytes in UTF-8 that begin with 0xC2.
 bool isPrintable(std::string_view text) {
     unsigned char before = 0;
     return std::all_of(text.begin(), text.end(), [&before](unsigned char byte) {

@@ -8,7 +8,7 @@
 
 namespace fuzz {
 
-/// An input has shown something that should never be. A fuzzer ends at it, a test reports it.
+/// An input has violated a property. A fuzzer stops at it; a test reports it.
 class PropertyBroken : public std::logic_error {
 public:
     using std::logic_error::logic_error;
@@ -17,8 +17,8 @@ public:
 /// Throws `PropertyBroken` unless `holds`; `property` is a sentence that should be true.
 void require(bool holds, std::string_view property);
 
-/// What every refusal is: a sentence of one line that begins with `subject`, and nothing that a
-/// terminal would act on.
+/// Requires that an error is readable: a one-line sentence that begins with `subject` and contains
+/// no control characters.
 void requireReadable(const platform::Error& error, std::string_view subject);
 
 } // namespace fuzz

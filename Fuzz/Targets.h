@@ -3,23 +3,24 @@
 #include <cstdint>
 #include <span>
 
-/// What takes input from outside, each with what must be true of it whatever the input.
+/// The functions that parse external input, each with the properties that must hold for every
+/// input.
 ///
 /// Thread: main.
-/// Errors: `PropertyBroken`; whatever else goes wrong is for a sanitizer to see.
+/// Errors: `PropertyBroken`; the sanitizers detect all other errors.
 namespace fuzz {
 
 using Bytes = std::span<const std::uint8_t>;
 
-/// A script of actions.
+/// An action script.
 void checkActionScript(Bytes input);
 /// A recording of a device's attitude.
 void checkAttitudeTrace(Bytes input);
 /// A file of hot spots.
 void checkHotSpots(Bytes input);
-/// A picture file of any format, known or not.
+/// An image file of any format, known or unknown.
 void checkPicture(Bytes input);
-/// An address, and a path.
+/// A URL and a path.
 void checkURL(Bytes input);
 
 } // namespace fuzz

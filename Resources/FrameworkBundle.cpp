@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-// Generated from the files beside this one.
+// Generated from the files in this folder.
 extern const std::string_view kVertexPhotoShader;
 extern const std::string_view kFragmentPhotoShader;
 extern const std::string_view kFragmentVideoShader;

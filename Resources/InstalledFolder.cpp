@@ -7,7 +7,7 @@
 
 namespace {
 
-// Any object of this file tells in which library or program it ended up.
+// The address of this object identifies the library or program that contains it.
 const char kHere = 0;
 
 } // namespace
@@ -17,8 +17,8 @@ std::string installedResourceFolder() {
     if (dladdr(&kHere, &info) == 0 || info.dli_fname == nullptr)
         return {};
     std::error_code error;
-    // Absolute, because a program may change its folder later; links are followed, because the
-    // resources stand beside the file itself.
+    // The path is canonical: absolute, because the program may change its current folder later, and
+    // with links followed, because the resources lie relative to the file itself.
     const auto file = std::filesystem::canonical(info.dli_fname, error);
     if (error)
         return {};

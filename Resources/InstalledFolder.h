@@ -2,6 +2,6 @@
 
 #include <string>
 
-/// Where the installed resources stand: as far from the file that holds this code as it was when
-/// both were installed, so that the tree can be moved. Empty when that file is not known.
+/// The folder of the installed resources, found relative to the file that contains this code, so
+/// that the installed tree can be moved. Empty if that file is unknown.
 [[nodiscard]] std::string installedResourceFolder();

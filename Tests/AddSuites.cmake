@@ -1,4 +1,5 @@
-# Run after a test program is linked: writes the file that gives CTest a test for each of its suites.
+# Runs after a test program is linked: writes the file that declares a CTest test for each of its
+# suites.
 #
 # cmake -DPROGRAM=... -DNAME=... -DFILE=... -DPROPERTIES="NAME VALUE ..." -P AddSuites.cmake
 execute_process(
@@ -7,7 +8,8 @@ execute_process(
     COMMAND_ERROR_IS_FATAL ANY
     TIMEOUT 60)
 string(REPLACE ";" "\\;" listed "${listed}")
-string(REPLACE "[" "(" listed "${listed}") # a bracket in a parameter's text would join lines
+# an unmatched bracket in a parameter's text would join list items
+string(REPLACE "[" "(" listed "${listed}")
 string(REPLACE "]" ")" listed "${listed}")
 string(REPLACE "\n" ";" lines "${listed}")
 

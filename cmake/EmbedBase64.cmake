@@ -1,5 +1,6 @@
-# Writes OUTPUT, a C++ source that defines `const std::string_view SYMBOL`: the file INPUT as base64
-# text. Run as a script, so that a changed file is embedded anew by the next build.
+# Writes OUTPUT, a C++ source that defines `const std::string_view SYMBOL` as the base64 text of the
+# file INPUT. Runs as a script at build time, so that a changed file is embedded again by the next
+# build.
 execute_process(COMMAND base64 -w 4000 "${INPUT}" OUTPUT_VARIABLE text RESULT_VARIABLE result)
 if(NOT result EQUAL 0)
     message(FATAL_ERROR "base64 could not read ${INPUT}")

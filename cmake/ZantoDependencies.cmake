@@ -1,4 +1,4 @@
-# Everything that is called and not written here, from the distribution.
+# The libraries that we use, as packaged by the distribution.
 find_package(PkgConfig REQUIRED)
 find_package(glm REQUIRED)
 pkg_check_modules(CAIRO REQUIRED IMPORTED_TARGET cairo)

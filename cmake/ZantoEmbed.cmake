@@ -1,4 +1,4 @@
-# zanto_embed(TARGET FILE SYMBOL): builds FILE into TARGET as the base64 text SYMBOL.
+# zanto_embed(TARGET FILE SYMBOL): embeds FILE into TARGET as the base64 text SYMBOL.
 function(zanto_embed target file symbol)
     set(input ${PROJECT_SOURCE_DIR}/${file})
     set(output ${CMAKE_CURRENT_BINARY_DIR}/embedded/${symbol}.cpp)

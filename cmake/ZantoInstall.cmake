@@ -1,6 +1,6 @@
-# What is installed, in three components: runtime (libraries and the resources that an application
-# may edit), development (headers, CMake package, pkg-config files) and player (the program). Nothing
-# installed knows where it stands: the tree can be moved.
+# Installs three components: runtime (libraries, and the resources that an application may edit),
+# development (headers, CMake package, pkg-config files) and player (the program). No installed file
+# contains an absolute path, so the tree can be moved.
 include(CMakePackageConfigHelpers)
 
 set(ZANTO_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/ZantoPlayerFramework)
@@ -61,7 +61,7 @@ if(ZANTO_BUILD_APPS)
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps
         COMPONENT player)
 endif()
-# A package of the distribution has its own way with these two.
+# Debian packages install these two differently.
 if(NOT ZANTO_DEBIAN_PACKAGES)
     install(
         FILES LICENSE README.md

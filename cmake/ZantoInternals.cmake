@@ -1,9 +1,10 @@
-# zanto_internals(TARGET OBJECT_LIBRARY...): makes TARGETInternals, the objects of TARGET and of the
-# object libraries that it is made of as a static library, for programs that look behind what TARGET
-# offers: tests, above all. Of our libraries that TARGET links it takes the same. A program links the
-# one or the other, never both: there would be two of everything that there is once.
+# zanto_internals(TARGET OBJECT_LIBRARY...): makes TARGETInternals, a static library with the
+# objects of TARGET and of its object libraries, for programs that use unexported parts of TARGET,
+# above all tests. It links the Internals of our libraries that TARGET links. A program links either
+# TARGET or TARGETInternals, never both, because each object with static storage would then exist
+# twice.
 #
-# Called when TARGET links all that it links; built only when somebody needs it.
+# Call it after the last target_link_libraries of TARGET. It is built only if a target needs it.
 function(zanto_internals target)
     get_target_property(libraries ${target} LINK_LIBRARIES)
     list(TRANSFORM libraries REPLACE "^(Zanto(PlayerFramework|Host[A-Za-z]+))$" "\\1Internals")

@@ -1,11 +1,12 @@
-# Debian packages, one a component, made by scripts/package: CPack has the installed files, the
-# distribution's tools find out on what they depend.
+# Debian packages, one per component, made by scripts/package: CPack collects the installed files,
+# and the distribution's tools determine the dependencies.
 option(ZANTO_DEBIAN_PACKAGES "Lay out the installation as Debian packages want it" OFF)
 if(NOT ZANTO_DEBIAN_PACKAGES)
     return()
 endif()
 
-# What is loaded while it runs, and so is seen by no tool: demuxers and decoders, the driver.
+# Components that are loaded at run time, which those tools cannot detect: demuxers, decoders, the
+# graphics driver.
 set(ZANTO_LOADED_MEDIA "gstreamer1.0-plugins-base, gstreamer1.0-plugins-good, \
 gstreamer1.0-plugins-bad, gstreamer1.0-libav")
 set(ZANTO_LOADED_GRAPHICS "libegl-mesa0 | libegl-vendor, libgl1-mesa-dri | libegl-vendor")
@@ -49,7 +50,7 @@ set(CPACK_DEBIAN_PLAYER_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PLAYER_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PLAYER_PACKAGE_DEPENDS
     "libzantoplayerframework1 ${same_version}, ca-certificates, ${ZANTO_LOADED_GRAPHICS}")
-# The controls' letters; without it they are coarse.
+# The font of the controls; without it, text is coarse.
 set(CPACK_DEBIAN_PLAYER_PACKAGE_RECOMMENDS fonts-dejavu-core)
 set(CPACK_COMPONENT_PLAYER_DESCRIPTION
     "player of spherical pictures and videos
@@ -65,7 +66,7 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${COMPONENT}_PACKAGE_NAME}
         COMPONENT ${component})
 endforeach()
-# Manual pages are packed, without the hour, so that the same source gives the same package.
+# Compresses the manual page without a time stamp, so that equal sources yield equal packages.
 set(manual ${PROJECT_BINARY_DIR}/zanto-player.1.gz)
 add_custom_command(
     OUTPUT ${manual}

@@ -1,9 +1,9 @@
-# One pkg-config file a library. They find the tree from where they stand in it.
+# One pkg-config file per library. The files locate the tree relative to themselves.
 set(ZANTO_PKG_CONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-# zanto_pkg_config(NAME DESCRIPTION REQUIRES REQUIRES_PRIVATE): lists for pkg-config, in its words.
-# What is private is said of a static library only: whoever links a shared one needs none of it, nor
-# the files that pkg-config would look for.
+# zanto_pkg_config(NAME DESCRIPTION REQUIRES REQUIRES_PRIVATE): the lists are in pkg-config syntax.
+# Private requirements are written for static libraries only: a program that links a shared library
+# needs neither those libraries nor their pkg-config files.
 function(zanto_pkg_config name description requires requires_private)
     set(libs_private)
     if(BUILD_SHARED_LIBS)

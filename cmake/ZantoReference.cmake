@@ -1,4 +1,5 @@
-# zanto-docs: the reference of the public headers, which are those that are installed, by Doxygen.
+# zanto-docs: generates the reference of the public headers, which are the installed ones, with
+# Doxygen.
 find_program(DOXYGEN doxygen)
 if(NOT DOXYGEN)
     return()

@@ -1,5 +1,5 @@
-# Either everything that is built here is instrumented or nothing. The two kinds exclude each other:
-# address (with undefined behaviour) and thread.
+# Instruments everything that is built here, or nothing. The two choices exclude each other: address
+# (together with undefined behaviour) and thread.
 if(ZANTO_SANITIZE STREQUAL "address")
     set(sanitizers address,undefined)
 elseif(ZANTO_SANITIZE STREQUAL "thread")
@@ -10,12 +10,13 @@ endif()
 if(ZANTO_SANITIZE)
     add_compile_options(-fsanitize=${sanitizers} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${sanitizers})
-    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU) # instrumented, the standard library's own code looks odd
+    # instrumentation causes false warnings in the standard library
+    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
         add_compile_options(-Wno-array-bounds -Wno-maybe-uninitialized -Wno-stringop-overflow)
     endif()
 endif()
 
-# A fuzzer goes by which code an input has reached, and by what it is compared with on the way.
+# A fuzzer is guided by code coverage and by the comparisons that an input passes.
 if(ZANTO_BUILD_FUZZERS)
     add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -1,4 +1,4 @@
-# zanto_warnings(TARGET): the warnings that all code here is clean under.
+# zanto_warnings(TARGET): enables the warnings that all code here must be free of.
 option(ZANTO_WERROR "Treat warnings as errors" OFF)
 
 function(zanto_warnings target)
@@ -13,12 +13,12 @@ function(zanto_warnings target)
                 -Wnon-virtual-dtor
                 -Woverloaded-virtual
                 -Wold-style-cast
-                # Optimised to the last, GCC 12 warns of strings and variants that are sound.
+                # With full optimisation, GCC 12 reports false positives for strings and variants.
                 $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-maybe-uninitialized>
                 $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>
                 $<$<BOOL:${ZANTO_WERROR}>:-Werror>)
-    # A shared library that lacks something says so here, not to its users; under the sanitizers their
-    # own symbols are found later.
+    # A shared library with undefined symbols fails at its own link, not at its users'. Sanitizer
+    # builds are exempt, because the sanitizers' symbols are resolved later.
     if(NOT ZANTO_SANITIZE)
         target_link_options(${target} PRIVATE LINKER:--no-undefined)
     endif()

@@ -20,7 +20,7 @@ int main(int argc, char** argv) {
     try {
         return static_cast<int>(std::visit(RunCommand{}, parseCommandLine(argc, argv)));
     } catch (const platform::AssertionFailure&) {
-        return static_cast<int>(ExitCode::NoGraphics); // the library has logged it
+        return static_cast<int>(ExitCode::NoGraphics); // the library has logged the failure
     } catch (const std::exception& failure) {
         tell(failure.what());
         return static_cast<int>(ExitCode::NoGraphics);

@@ -8,13 +8,13 @@
 namespace platform {
 namespace {
 
-/// With nothing under way there is nothing to look after; orders wake the thread up.
+/// How long the thread sleeps while no transfer is running; an order wakes it up.
 constexpr Instant kIdleWait = std::chrono::hours(1);
-/// libcurl sometimes forgets the time limit of a connection that a redirect makes, until it is
-/// called for another reason.
+/// How long the thread sleeps while transfers are running. libcurl sometimes does not enforce the
+/// timeout of a connection that a redirect opens until it is called for another reason.
 constexpr Instant kBusyWait = std::chrono::milliseconds(250);
 
-/// The caller's end of a transfer.
+/// The handle that the caller of `start` owns; destroying it cancels the transfer.
 class Handle final : public Transfer {
 public:
     Handle(CURLTransferService& service, std::shared_ptr<EasyTransfer> transfer)
@@ -28,7 +28,8 @@ private:
     std::shared_ptr<EasyTransfer> transfer_;
 };
 
-/// Before any thread uses the library, and never undone: what it loads takes care of its own end.
+/// Initialises libcurl before any thread uses it. It is never cleaned up explicitly: the libraries
+/// that libcurl loads clean up themselves at exit.
 CURLM* makeMulti() {
     static const CURLcode once = curl_global_init(CURL_GLOBAL_DEFAULT);
     CURLM* const multi = once == CURLE_OK ? curl_multi_init() : nullptr;

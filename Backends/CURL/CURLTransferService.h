@@ -11,13 +11,13 @@
 
 namespace platform {
 
-/// All transfers of a session, on one thread that the first of them starts.
+/// Runs all transfers of a session on one worker thread, which the first transfer starts.
 ///
-/// Thread: main; what is marked so the service's own.
+/// Thread: main, except the functions that are marked below, which are worker.
 class CURLTransferService final : public TransferService {
 public:
     CURLTransferService();
-    /// Waits for its thread, which waits for nothing.
+    /// Joins the worker thread, which never blocks on the network.
     ~CURLTransferService() override;
     CURLTransferService(const CURLTransferService&) = delete;
     CURLTransferService& operator=(const CURLTransferService&) = delete;
@@ -31,7 +31,7 @@ private:
 
     void give(Wish wish, std::shared_ptr<EasyTransfer> transfer);
 
-    // The service's own thread.
+    // Worker thread only.
     void run();
     [[nodiscard]] bool takeOrders();
     void begin(const std::shared_ptr<EasyTransfer>& transfer);
@@ -42,11 +42,11 @@ private:
     void waitForSomething();
 
     CURLM* const multi_;
-    std::mutex mutex_; // guards the next two
+    std::mutex mutex_; // guards the next two members
     std::vector<Order> orders_;
     bool ends_ = false;
     std::thread thread_;
-    std::vector<std::shared_ptr<EasyTransfer>> running_; // of the service's own thread
+    std::vector<std::shared_ptr<EasyTransfer>> running_; // worker thread only
 };
 
 } // namespace platform

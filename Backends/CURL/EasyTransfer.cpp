@@ -11,8 +11,8 @@ long inMilliseconds(Instant span) {
     return static_cast<long>(std::chrono::ceil<std::chrono::milliseconds>(span).count());
 }
 
-/// Of all the answers that a transfer gets, redirects and provisional ones too, of which a server
-/// may send any number.
+/// Limit for the headers of all responses to one transfer together. Redirects and provisional (1xx)
+/// responses count too, because a server may send any number of them.
 constexpr std::size_t kMaxHeadBytes = std::size_t{256} << 10U;
 
 Error headTooLarge() {
@@ -45,9 +45,9 @@ void EasyTransfer::setOptions() {
     curl_easy_setopt(easy, CURLOPT_CONNECTTIMEOUT_MS, inMilliseconds(request_.limits.connectTime));
     if (!request_.limits.certificateFile.empty())
         curl_easy_setopt(easy, CURLOPT_CAINFO, request_.limits.certificateFile.c_str());
-    // Signals are the application's.
+    // Signal handlers belong to the application.
     curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
-    // A look-up of a name may take half a minute, and stopping must not wait for it.
+    // A DNS lookup can take half a minute, and stopping a transfer must not wait for it.
     curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
 }
 
@@ -111,7 +111,8 @@ int EasyTransfer::status() const {
     return static_cast<int>(status);
 }
 
-/// What follows all the same would be taken for the answer to the next request.
+/// If a server sends a body after such a response all the same, the next request on the connection
+/// would read it as its own response. So the connection is not reused.
 bool EasyTransfer::answersWithoutBody() const {
     return status() == 204 || status() == 304 || bytesExpected() == 0U;
 }
@@ -158,17 +159,18 @@ FailedTransfer EasyTransfer::failed() const {
 }
 
 void EasyTransfer::end(CURLcode code) {
-    // A line that is too long for libcurl never gets here, and it calls that a lack of memory.
+    // libcurl rejects a header line that is too long before it calls us, and reports it as
+    // CURLE_OUT_OF_MEMORY.
     if (code == CURLE_OUT_OF_MEMORY && !refusal_ && lastHeard_ && body_.empty())
         refusal_ = headTooLarge();
-    // A server that leaves in the middle of a header has not sent an empty file.
+    // A server that closes the connection in the middle of the headers has not sent an empty file.
     if (code == CURLE_OK && isInHead_ && body_.empty() && !request_.url.isFileURL())
         code = CURLE_PARTIAL_FILE;
     if (refusal_)
         return request_.ended(*std::move(refusal_));
     if (code != CURLE_OK)
         return request_.ended(transferError(code, failed()));
-    if (body_.empty()) // which nobody has been told of
+    if (body_.empty()) // no body arrived, so progress was never reported
         request_.progressed({0, bytesExpected(), status()});
     request_.ended(std::move(body_));
 }

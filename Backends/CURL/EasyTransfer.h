@@ -15,9 +15,9 @@
 
 namespace platform {
 
-/// One transfer as libcurl has it.
+/// One transfer, wrapping a libcurl easy handle.
 ///
-/// Thread: made on any, then the service's own.
+/// Thread: the caller's for construction, then worker.
 class EasyTransfer {
 public:
     explicit EasyTransfer(TransferRequest request);
@@ -25,13 +25,13 @@ public:
     [[nodiscard]] CURL* easy() const { return easy_.get(); }
     [[nodiscard]] static EasyTransfer* of(CURL* easy);
 
-    /// Whether it may be handed to libcurl; if not, it can only be ended.
+    /// Returns whether the transfer can be added to libcurl; if not, only `end` may be called.
     [[nodiscard]] bool prepare();
-    /// Until it has stalled for too long; none or less: it has.
+    /// Time left until the transfer counts as stalled; zero or negative once it has stalled.
     [[nodiscard]] Instant timeLeft() const;
-    /// Notes that it has, as the reason of its end.
+    /// Records that the transfer has stalled; `end` then reports this error.
     void giveUp() { refusal_ = stalledError(failed()); }
-    /// Tells how it ended.
+    /// Reports the result to the requester.
     void end(CURLcode code);
 
 private:
@@ -53,11 +53,11 @@ private:
 
     TransferRequest request_;
     std::unique_ptr<CURL, Cleanup> easy_;
-    SystemClock clock_;                // of the network, which no virtual time stops
-    std::optional<Instant> lastHeard_; // none until a connection stands
-    std::optional<Error> refusal_;     // why we gave up, before libcurl did
+    SystemClock clock_;                // real time: virtual time does not affect the network
+    std::optional<Instant> lastHeard_; // nullopt until the connection is established
+    std::optional<Error> refusal_;     // why we cancelled the transfer ourselves
     std::size_t headBytes_ = 0;
-    bool isInHead_ = false; // a line of it has come, and the empty one has not
+    bool isInHead_ = false; // within the headers: their empty last line has not arrived
     std::array<char, CURL_ERROR_SIZE> words_{};
     Data body_;
 };

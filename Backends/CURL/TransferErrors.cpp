@@ -15,7 +15,7 @@ std::string inSeconds(Instant span) {
     return (tenths % 10 == 0 ? whole : whole + "." + std::to_string(tenths % 10)) + " s";
 }
 
-/// A part of the address that redirects have led to.
+/// Returns one part of the effective URL, after redirects.
 std::string partOf(CURL* easy, CURLUPart which) {
     const char* address = nullptr;
     curl_easy_getinfo(easy, CURLINFO_EFFECTIVE_URL, &address);
@@ -30,7 +30,7 @@ std::string partOf(CURL* easy, CURLUPart which) {
     return part;
 }
 
-/// With its port where the address names one.
+/// The quoted host name, with the port if the URL has one.
 std::string hostOf(const FailedTransfer& transfer) {
     const std::string port = partOf(transfer.easy, CURLUPART_PORT);
     return "\"" + partOf(transfer.easy, CURLUPART_HOST) + (port.empty() ? "" : ":" + port) + "\"";
@@ -52,10 +52,11 @@ Error cutShort(const FailedTransfer& transfer) {
                                        std::to_string(transfer.bytesReceived) + " bytes"};
 }
 
-/// Only a redirect leads to another scheme; and what is not HTTP at all is taken for an old kind of
-/// it, which is not supported either.
+/// Only a redirect can lead to an unsupported scheme, because the first URL is checked beforehand.
+/// libcurl also reports this code when a server's response is not HTTP: it takes the response for
+/// HTTP/0.9, which is not supported.
 Error unsupported(const FailedTransfer& transfer) {
-    // Then the address is still that of the redirect.
+    // In this case the effective URL is still the one that redirected.
     if (transfer.words.find("redirect") != std::string_view::npos)
         return {ErrorCode::Unsupported,
                 "it is redirected to a scheme that is neither http nor https"};
@@ -75,7 +76,8 @@ Error transferError(CURLcode code, const FailedTransfer& transfer) {
     case CURLE_COULDNT_CONNECT:
         return connectionError(transfer);
     case CURLE_OPERATION_TIMEDOUT:
-        // Nothing else has a limit that libcurl keeps.
+        // Connecting is the only step for which libcurl enforces a timeout; stalls are detected by
+        // `CURLTransferService`.
         return {ErrorCode::Unreadable, hostOf(transfer) + " timed out: no connection within " +
                                            inSeconds(transfer.limits.connectTime)};
     case CURLE_PEER_FAILED_VERIFICATION:

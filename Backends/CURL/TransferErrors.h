@@ -12,21 +12,22 @@
 
 namespace platform {
 
-/// What is known of a transfer that has failed.
+/// What is known about a failed transfer.
 struct FailedTransfer {
     CURL* easy;
     const TransferLimits& limits;
     std::size_t bytesReceived;
-    std::string_view words; // of libcurl, for a cause that its code does not tell
+    std::string_view words; // libcurl's error message, which says more than the error code
 };
 
-/// Why it failed, in words.
+/// Describes why a transfer failed.
 [[nodiscard]] Error transferError(CURLcode code, const FailedTransfer& transfer);
 
-/// For one that said nothing for too long.
+/// The error of a transfer that received nothing for longer than the stall time.
 [[nodiscard]] Error stalledError(const FailedTransfer& transfer);
 
-/// Only what can be opened and read to its end: opening a pipe would wait for a writer.
+/// Returns an error unless `path` is a regular file. Opening a pipe, for example, would block until
+/// there is a writer.
 [[nodiscard]] std::optional<Error> refusalOfFile(const std::string& path);
 
 } // namespace platform

@@ -14,7 +14,8 @@ namespace {
 
 constexpr double kMaxSidePx = 32767;
 
-/// In the order of `BlendMode`; the one that cairo has not is never asked for.
+/// Indexed by `BlendMode`. Cairo has no operator for PlusDarker: its entry is an unused placeholder,
+/// and `addDarkness` implements the mode.
 constexpr std::array<cairo_operator_t, 27> kOperators{
     CAIRO_OPERATOR_OVER,        CAIRO_OPERATOR_MULTIPLY,
     CAIRO_OPERATOR_SCREEN,      CAIRO_OPERATOR_OVERLAY,
@@ -36,11 +37,12 @@ cairo_operator_t operatorOf(BlendMode mode) {
     return index < kOperators.size() ? kOperators[index] : CAIRO_OPERATOR_OVER;
 }
 
-/// Clipped rather than filled, because some modes also change what a shape leaves out.
+/// Clips to the rectangle instead of filling it, because some operators also change pixels outside
+/// of the filled shape.
 void paint(cairo_t* context, cairo_surface_t* picture, const Rect& rect, cairo_operator_t how) {
     const CairoPattern pattern(cairo_pattern_create_for_surface(picture));
     cairo_pattern_set_filter(pattern.get(), CAIRO_FILTER_BEST);
-    // Or the transparency around the picture would be mixed into its edges.
+    // Without padding, the transparency around the image would blend into its edges.
     cairo_pattern_set_extend(pattern.get(), CAIRO_EXTEND_PAD);
     cairo_save(context);
     cairo_rectangle(context, rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
@@ -54,8 +56,8 @@ void paint(cairo_t* context, cairo_surface_t* picture, const Rect& rect, cairo_o
     cairo_restore(context);
 }
 
-/// White less what each of the two takes from it: the sum of their alphas, 1 at most, less the
-/// darkness of both.
+/// The PlusDarker operator on premultiplied pixels: alpha is min(1, the sum of both alphas), and
+/// each channel is that alpha minus the sum of both darknesses (alpha minus channel), at least 0.
 std::uint32_t darkerSum(std::uint32_t source, std::uint32_t there) {
     const int sourceAlpha = static_cast<int>(source >> 24U);
     const int alphaThere = static_cast<int>(there >> 24U);

@@ -5,8 +5,8 @@
 
 namespace platform {
 
-/// A bitmap context drawn by cairo. It computes with 8 bits a channel, premultiplied, so that faint
-/// colours are coarse.
+/// A bitmap context that draws with cairo. It computes with 8 bits per channel, premultiplied, so
+/// colours with a low alpha are quantised coarsely.
 class CairoBitmapContext final : public BitmapContext {
 public:
     CairoBitmapContext(SizePx size, double scale);
@@ -15,7 +15,7 @@ public:
     void drawImage(const Image& image, const Rect& inRect, BlendMode mode) override;
     [[nodiscard]] ImagePtr image() const override;
 
-    /// The first thing that went wrong; nothing is drawn any more then.
+    /// The first error. Nothing is drawn after an error.
     [[nodiscard]] cairo_status_t status() const;
 
 private:
@@ -24,7 +24,7 @@ private:
     double scale_;
     CairoSurface surface_;
     CairoContext context_;
-    cairo_status_t failure_ = CAIRO_STATUS_SUCCESS; // of what it was to draw with
+    cairo_status_t failure_ = CAIRO_STATUS_SUCCESS; // of an image that was to be drawn
 };
 
 } // namespace platform

@@ -5,7 +5,7 @@
 namespace platform {
 namespace {
 
-/// Of two numbers from 0 to 255 that stand for 0 to 1.
+/// Multiplies two fixed-point numbers, where 255 stands for 1.
 std::uint32_t product(std::uint32_t one, std::uint32_t other) {
     return (one * other + 127) / 255;
 }
@@ -36,7 +36,7 @@ CairoSurface makeSurface(SizePx size) {
 
 CairoSurface surfaceOf(const Image& image) {
     const auto pixels = image.pixels();
-    // No surface has a negative side.
+    // An image without pixels yields a failed surface, because a negative side is invalid.
     CairoSurface surface =
         makeSurface(pixels.empty() ? SizePx{-1, -1} : SizePx{image.widthPx(), image.heightPx()});
     if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS)

@@ -17,20 +17,22 @@ struct CairoCloser {
     void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
 };
 
-/// Pixels as cairo has them: 32-bit words of premultiplied ARGB. A failed one has a status that
-/// says so, as everything of cairo's has; drawing with it does nothing but hand that on.
+/// Pixels in cairo's format: 32-bit words of premultiplied ARGB. As with all cairo objects, a
+/// failed surface reports its error as a status, and drawing with it only propagates that status.
 using CairoSurface = std::unique_ptr<cairo_surface_t, CairoCloser>;
 using CairoContext = std::unique_ptr<cairo_t, CairoCloser>;
 using CairoPattern = std::unique_ptr<cairo_pattern_t, CairoCloser>;
 
-/// Transparent.
+/// Creates a transparent surface.
 [[nodiscard]] CairoSurface makeSurface(SizePx size);
-/// A copy of a picture; a failed surface for one that has no pixels any more.
+/// Copies an image into a surface. Returns a failed surface if the image's pixels have been
+/// released.
 [[nodiscard]] CairoSurface surfaceOf(const Image& image);
-/// A copy of what has been drawn.
+/// Copies the surface's pixels as straight (not premultiplied) RGBA.
 [[nodiscard]] PixelStorage straightPixels(cairo_surface_t* surface);
 
-/// The words of a row, to be read and written between flush and mark.
+/// The pixels of one row. Read and write them only between `cairo_surface_flush` and
+/// `cairo_surface_mark_dirty`.
 [[nodiscard]] std::span<std::uint32_t> rowOf(cairo_surface_t* surface, int y);
 
 } // namespace platform

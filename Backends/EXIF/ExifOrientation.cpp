@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::array<std::uint8_t, 6> kHeader{'E', 'x', 'i', 'f', 0, 0};
 
-/// What a JPEG segment can hold; the directory with the orientation comes first.
+/// The largest payload of a JPEG segment. The directory with the orientation comes first, so
+/// cutting a longer block is harmless.
 constexpr std::size_t kMostBytes = 65'533;
 
 struct DataReleaser {
@@ -20,7 +21,7 @@ struct DataReleaser {
 };
 using DataPtr = std::unique_ptr<ExifData, DataReleaser>;
 
-/// The library takes blocks with the header only.
+/// libexif only accepts blocks that begin with the header.
 std::vector<std::uint8_t> withHeader(std::span<const std::uint8_t> exif) {
     std::vector<std::uint8_t> block;
     if (exif.size() < kHeader.size() || !std::equal(kHeader.begin(), kHeader.end(), exif.begin()))
@@ -34,7 +35,7 @@ DataPtr load(const std::vector<std::uint8_t>& block) {
     DataPtr data(exif_data_new());
     if (!data)
         return nullptr;
-    // Corrections to the standard would cost time and could only invent values.
+    // libexif's corrections towards the standard would cost time and could only invent values.
     exif_data_unset_option(data.get(), EXIF_DATA_OPTION_FOLLOW_SPECIFICATION);
     exif_data_load_data(data.get(), block.data(), static_cast<unsigned>(block.size()));
     return data;

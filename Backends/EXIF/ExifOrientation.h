@@ -5,12 +5,12 @@
 
 namespace platform {
 
-/// The orientation that an EXIF block gives, 1 to 8; 1 where there is none or the block is damaged.
+/// Returns the orientation in an EXIF block, 1 to 8; 1 if there is none or the block is damaged.
 ///
-/// `exif` is the block as JPEG, PNG or WebP hold it, with or without the leading "Exif" and two
-/// zeros. Only the picture's own directory counts, not the thumbnail's.
+/// `exif` is the block as stored in JPEG, PNG or WebP, with or without the leading "Exif" and two
+/// zero bytes. Only the directory of the main image counts, not the thumbnail's.
 ///
-/// Thread: any, reentrant.
+/// Thread: any; thread-safe.
 [[nodiscard]] int exifOrientation(std::span<const std::uint8_t> exif);
 
 } // namespace platform

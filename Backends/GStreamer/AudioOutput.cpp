@@ -17,7 +17,7 @@ bool isThere(const fs::path& path) {
     return fs::exists(path, ignored);
 }
 
-/// Of PulseAudio or PipeWire.
+/// Whether PulseAudio or PipeWire is running.
 bool hasSoundServer() {
     if (std::getenv("PULSE_SERVER"))
         return true;
@@ -26,7 +26,7 @@ bool hasSoundServer() {
     return isThere(folder / "pulse/native") || isThere(folder / "pipewire-0");
 }
 
-/// Of ALSA, for playing: its name ends with a p.
+/// Whether this is an ALSA playback device: its name ends with a p.
 bool isForPlaying(const fs::directory_entry& device) {
     const std::string name = device.path().filename().string();
     return name.starts_with("pcm") && name.ends_with('p');
@@ -39,8 +39,8 @@ bool hasSoundDevice() {
 }
 
 GstElement* makeSink() {
-    // Looked for first: without any, the automatic sink tries every library for sound there is, and
-    // each of them complains on standard error.
+    // Checks first: without any sound output, `autoaudiosink` tries every sound library, and each
+    // of them prints errors to standard error.
     if (hasSoundServer() || hasSoundDevice())
         if (GstElement* const sink = gst_element_factory_make("autoaudiosink", nullptr))
             return sink;
@@ -51,8 +51,9 @@ GstElement* makeSink() {
 
 } // namespace
 
-/// With a volume of its own: for a sink without one the library adds an element that it never
-/// frees, 4 KiB for every video with sound.
+/// The output contains a volume element of its own. Workaround for GStreamer 1.22: for an audio sink
+/// without a volume property, `playbin3` adds a volume element that it never frees, which leaks
+/// 4 KiB for each video with sound. Remove it once the minimum version is free of the leak.
 GstElement* makeAudioOutput() {
     GstElement* const sink = makeSink();
     GstElement* const volume = gst_element_factory_make("volume", nullptr);

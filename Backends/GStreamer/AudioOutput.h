@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// A sink for sound: the machine's, or where it has none, one that only keeps time. It has a
-/// volume, which the pipeline controls. A floating reference.
+/// Makes an audio sink: the system's, or, if there is none, a silent one that only synchronises to
+/// the clock. It has a volume, which the pipeline controls. Returns a floating reference.
 [[nodiscard]] GstElement* makeAudioOutput();
 
 } // namespace platform

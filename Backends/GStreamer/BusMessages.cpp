@@ -9,7 +9,9 @@
 namespace platform {
 namespace {
 
-/// A reader of playlists that misses segments names the status of the last one.
+/// Whether the playlist demuxer reports missing segments although none is missing. The error
+/// carries the HTTP status of the last segment, so a 2xx status gives the fault away; see
+/// `BusListener::overtookItself`.
 bool missesNothing(GstMessage* message, const GError& error) {
     const GstStructure* details = nullptr;
     gst_message_parse_error_details(message, &details);
@@ -30,7 +32,7 @@ void passError(GstMessage* message, BusListener& listener) {
         listener.failed(*owned);
 }
 
-/// Such as "video/x-h264"; empty where they say nothing.
+/// The media type, such as "video/x-h264"; empty if the caps are empty.
 std::string_view kindOf(const GstCaps* caps) {
     if (gst_caps_get_size(caps) == 0)
         return {};
@@ -77,8 +79,8 @@ void passAnswer(const GstStructure* headers, BusListener& listener) {
     listener.answered(static_cast<int>(status), handsOutParts);
 }
 
-/// Texts and web pages are recognised too, and a decoder looked for; and a film may lack one for
-/// its sound alone.
+/// Whether the missing decoder is one for video. GStreamer also recognises texts and web pages and
+/// looks for decoders for them, and a film may lack a decoder for its sound only.
 bool isOfPictures(const GstStructure* missing) {
     const GValue* const detail = gst_structure_get_value(missing, "detail");
     if (!detail || !GST_VALUE_HOLDS_CAPS(detail))

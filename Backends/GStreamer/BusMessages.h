@@ -6,14 +6,14 @@
 
 namespace platform {
 
-/// What the bus of a pipeline says, as far as it matters here.
+/// Receives those messages of a pipeline's bus that matter to `Playbin`.
 ///
-/// Thread: whichever posts, several at once; no call may wait.
+/// Thread: streaming thread; several call concurrently. No call may block.
 class BusListener {
 public:
     virtual ~BusListener() = default;
 
-    /// Any message at all.
+    /// Called for every message: the pipeline is active.
     virtual void sawLife() = 0;
     virtual void didPreroll() = 0;
     virtual void isPlaying() = 0;
@@ -21,19 +21,21 @@ public:
     virtual void buffered(int percent) = 0;
     virtual void durationChanged() = 0;
     virtual void failed(const GError& error) = 0;
-    /// All segments of a playlist have come and the reader says that they have not: GStreamer 1.22
-    /// does so where the last comes before the first has a way out.
+    /// Workaround for GStreamer 1.22. Symptom: opening a short playlist fails with "not found"
+    /// although all of its segments were downloaded. Cause: a race in the playlist demuxer, in
+    /// which the last segment arrives before the first one has an output pad. The pipeline is
+    /// opened again when this happens. Remove once the minimum version is free of the fault.
     virtual void overtookItself(const GError& error) = 0;
-    /// There is sound or video; a still picture counts as video too.
+    /// The media has sound or video; a still image counts as video too.
     virtual void foundStreams(bool hasSound, bool hasVideo, bool isStill) = 0;
-    /// For anything but sound.
+    /// A decoder is missing, for a stream other than sound.
     virtual void missesDecoder(const std::string& description) = 0;
     virtual void answered(int httpStatus, bool handsOutParts) = 0;
 };
 
-/// Passes the messages of `pipeline` to `listener`, and keeps none of them.
+/// Forwards the messages of `pipeline` to `listener`; none stays in the bus's queue.
 ///
-/// Owner: the listener outlives the pipeline, or `stopListening` comes first.
+/// Owner:  the listener must outlive the pipeline, or `stopListening` must be called first.
 void listenToBus(GstElement* pipeline, BusListener& listener);
 void stopListening(GstElement* pipeline);
 

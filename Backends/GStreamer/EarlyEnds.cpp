@@ -13,12 +13,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A stream that brings nothing at all holds nobody up for longer.
+/// The longest time that a stream without any data delays the others.
 constexpr auto kLongest = 1s;
-/// A flush is not told to whoever waits.
+/// How often a waiting thread checks for a flush, which does not notify the condition variable.
 constexpr auto kOften = 5ms;
 
-/// The streams that come into one decoder.
+/// The input streams of one decoder.
 class Streams {
 public:
     struct Stream {
@@ -43,7 +43,7 @@ public:
         changed_.notify_all();
     }
 
-    /// Until all of them flow, the pad is flushed, or it has taken long enough.
+    /// Blocks until all streams have data, the pad is flushed, or `kLongest` has passed.
     void wait(GstPad* pad) {
         std::unique_lock lock(mutex_);
         const auto end = std::chrono::steady_clock::now() + kLongest;
@@ -53,7 +53,7 @@ public:
     }
 
 private:
-    /// The first buffer has got through once the second one comes.
+    /// The first buffer has passed through the decoder once the second one arrives.
     static constexpr int kFlowing = 2;
 
     [[nodiscard]] bool allFlow() const {
@@ -67,7 +67,7 @@ private:
     std::list<Stream> streams_;
 };
 
-/// What a pad's probe knows; it goes with the pad.
+/// The data of a pad's probe, freed together with the pad.
 struct Watched {
     std::shared_ptr<Streams> streams;
     Streams::Stream& stream;

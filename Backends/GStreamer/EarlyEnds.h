@@ -4,13 +4,17 @@
 
 namespace platform {
 
-/// Keeps the end of a stream back until the streams beside it have begun to flow.
+/// Delays the end of a stream until the streams beside it have data.
 ///
-/// `decodebin3` of GStreamer 1.22 lets streams go on their way when each has brought its first
-/// buffer. One that is over by then, as a short sound beside a picture may be, it forgets, but not
-/// all of it: the next seek or the closing falls over what is left.
+/// Workaround for GStreamer 1.22. Symptom: a crash (use after free) at the next seek or at closing,
+/// for example for a film whose sound is much shorter than its video. Cause: `decodebin3` waits for
+/// a first buffer on each of its inputs. If one input ends before the others have brought theirs,
+/// it drops that input but keeps references to what it made for it. The workaround blocks the
+/// streaming thread of the ending stream at its EOS event, for one second at most, until each of
+/// the other streams has brought two buffers or has ended. Remove once the minimum version is free
+/// of the fault.
 ///
-/// Owner:  the pipeline. Before it is set going.
+/// Owner:  the pipeline. Call this before the pipeline is started.
 void holdEarlyEnds(GstElement* pipeline);
 
 } // namespace platform

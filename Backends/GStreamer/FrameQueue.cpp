@@ -24,8 +24,8 @@ void FrameQueue::restart(Instant from) {
 GStreamerPtr<GstSample> FrameQueue::nextSample() {
     if (!sink_)
         return nullptr;
-    // While the pipeline stands, the first picture after opening or a seek is in a place of its
-    // own, which the other call would empty.
+    // While the pipeline is paused, the sink keeps the first frame after opening or a seek as its
+    // preroll sample. Pulling an ordinary sample would discard it.
     if (GstSample* const sample = gst_app_sink_try_pull_preroll(sink_.get(), 0))
         return GStreamerPtr<GstSample>(sample);
     return GStreamerPtr<GstSample>(gst_app_sink_try_pull_sample(sink_.get(), 0));
@@ -48,8 +48,8 @@ void FrameQueue::takeAll() {
 void FrameQueue::append(VideoSample sample) {
     const Instant time = sample.frame.time;
     if (!restartsFrom_ && time <= lastTaken_)
-        return; // the one on which the pipeline stood, once more
-    // Without a length the last distance stands in for it.
+        return; // the preroll frame again
+    // If a frame has no duration, the distance to the frame before is used.
     const Instant distance = restartsFrom_ ? Instant::zero() : time - lastTaken_;
     sample.frame.time -= origin_;
     if (restartsFrom_) {

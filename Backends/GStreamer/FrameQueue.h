@@ -10,52 +10,51 @@
 
 namespace platform {
 
-/// The pictures between the sink, which holds back the decoder while it is full, and whoever shows
-/// them.
+/// The frames between the sink and the player. A full sink blocks the decoder.
 ///
-/// Thread: main. No call waits.
+/// Thread: main. No call blocks.
 class FrameQueue {
 public:
-    /// Where pictures come from; without one there are none.
+    /// Sets the sink to take frames from; without a sink there are none.
     void attach(std::shared_ptr<GstAppSink> sink) { sink_ = std::move(sink); }
 
-    /// The first picture that was taken is the start of the media, whatever the sink counts from.
+    /// Makes the first frame taken the start of the media, whatever time stamp the sink gives it.
     void startAtFirst();
     [[nodiscard]] Instant origin() const { return origin_; }
 
-    /// One frame for all times, for media that has none of its own.
+    /// Uses one frame for all times, for media that has no video.
     void standIn(PixelBufferPtr pixels);
 
-    /// What is held comes from elsewhere in the media now; it is replaced by the next picture,
-    /// whose time has come at `from` already, even if it is counted from a little later.
+    /// Called after a seek: the frames held are out of date. The next frame replaces them and counts
+    /// as due at `from`, even if its time stamp is slightly later.
     void restart(Instant from);
 
-    /// Takes one more picture from the sink; false when it has none at the moment.
+    /// Takes one more frame from the sink; returns false if the sink has none at the moment.
     bool take();
     void takeAll();
 
-    /// The newest whose time has come; older ones are let go of.
+    /// Returns the newest frame that is due at `time`, and drops older ones.
     [[nodiscard]] std::optional<MediaFrame> newestAt(Instant time);
-    /// Whether the newest picture at that time can no longer be a later one.
+    /// Whether no frame that arrives later can be the newest one at `time`.
     [[nodiscard]] bool isSettledAt(Instant time) const;
-    /// Whether there has been a picture since the restart.
+    /// Whether a frame has arrived since the last restart.
     [[nodiscard]] bool hasBegun() const { return standIn_ || !restartsFrom_; }
 
-    /// Whether the sink will hold no further picture.
+    /// Whether the sink has reached the end of its stream.
     [[nodiscard]] bool isOver() const;
-    /// When the last picture's time is over, of those taken so far.
+    /// The end of the last frame taken so far.
     [[nodiscard]] Instant end() const { return end_; }
-    /// Of the latest picture in the media that was ever taken: its time, and when that is over.
+    /// The start and end of the frame with the latest time of all frames ever taken.
     struct Furthest {
         Instant time{0};
         Instant end{0};
     };
     [[nodiscard]] const Furthest& furthest() const { return furthest_; }
-    /// How long a picture is shown: of those taken so far, the longest.
+    /// The longest duration of the frames taken so far; 40 ms if unknown.
     [[nodiscard]] Instant pictureLength() const;
     [[nodiscard]] SizePx shownSize() const { return shownSize_; }
 
-    /// Lets go of the sink and of all pictures.
+    /// Drops the sink and all frames.
     void close();
 
 private:
@@ -63,12 +62,12 @@ private:
     void append(VideoSample sample);
 
     std::shared_ptr<GstAppSink> sink_;
-    std::deque<MediaFrame> frames_; // by time
+    std::deque<MediaFrame> frames_; // sorted by time
     std::optional<MediaFrame> standIn_;
     std::optional<Instant> restartsFrom_ = Instant::zero();
     Instant origin_{0};
     std::optional<Instant> firstTaken_;
-    Instant lastTaken_{0}; // as the sink had it
+    Instant lastTaken_{0}; // the sink's time stamp
     Instant end_{0};
     Furthest furthest_;
     Instant longest_{0};

@@ -6,7 +6,7 @@ namespace platform {
 
 void startGStreamer() {
     static std::once_flag once;
-    // Without arguments: the application's command line is not the library's.
+    // No arguments are passed, because GStreamer must not parse the application's command line.
     std::call_once(once, [] { gst_init_check(nullptr, nullptr, nullptr); });
 }
 

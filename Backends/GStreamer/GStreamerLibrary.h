@@ -7,11 +7,11 @@
 
 namespace platform {
 
-/// Makes the library ready, once a process. It takes tens of milliseconds, the first time ever on a
-/// machine seconds: not on the main thread.
+/// Initialises GStreamer once per process. This takes tens of milliseconds, and seconds the first
+/// time ever on a machine, so do not call it on the main thread.
 void startGStreamer();
 
-/// What one reference of the library's objects is given back with.
+/// Releases one reference of a GStreamer or GLib object.
 struct GStreamerRelease {
     void operator()(gpointer object) const { g_object_unref(object); }
     void operator()(GstCaps* caps) const { gst_caps_unref(caps); }

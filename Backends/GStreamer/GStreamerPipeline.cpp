@@ -8,7 +8,8 @@
 namespace platform {
 namespace {
 
-/// What the player's item owns. A reaction under way may outlive it, closed.
+/// The handle that the player item owns. An event handler that is running may outlive it; the
+/// playback is closed then.
 class GStreamerPipeline final : public MediaPipeline {
 public:
     explicit GStreamerPipeline(std::shared_ptr<Playback> playback)

@@ -85,7 +85,7 @@ void HostPlayback::startIfOwed() {
         tell(&MediaPipelineListener::mediaDidStart);
 }
 
-/// Nobody has to ask for pictures for the end to come.
+/// Detects the end even if no frames are requested.
 void HostPlayback::lookForEndAt(Instant itemTime) {
     auto& queue = MainQueue::main();
     const std::weak_ptr<Playback> weak = weak_from_this();
@@ -101,7 +101,7 @@ void HostPlayback::lookForEnd() {
     if (!decodeTo(position)) {
         if (!wanted_)
             waitFor(position, false);
-        // Once more as soon as that has been decoded, and not before.
+        // Check again as soon as that frame has been decoded, and not before.
         return lookForEndAt(position);
     }
     if (isPastEnd())

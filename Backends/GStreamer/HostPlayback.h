@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// Paced by the main queue's clock: pictures are decoded as they are asked for, and that clock
-/// stands still meanwhile if it can.
+/// Playback that is paced by the main queue's clock: frames are decoded on request, and a virtual
+/// clock stands still meanwhile.
 class HostPlayback final : public Playback {
 public:
     using Playback::Playback;
@@ -32,11 +32,11 @@ private:
 
     struct Wanted {
         Instant time{0};
-        bool isAsked = false; ///< by somebody who is told
+        bool isAsked = false; ///< the listener must be notified
     };
     std::optional<Wanted> wanted_;
     Work decodeWork_;
-    int run_ = 0; // counts how often time began or ceased to run
+    int run_ = 0; // incremented whenever the timeline starts or stops
 };
 
 } // namespace platform

@@ -31,7 +31,8 @@ void connect(gpointer object, const char* signal, GCallback callback, const Sear
         [](gpointer data, GClosure*) { delete static_cast<Search*>(data); }, flags);
 }
 
-/// It is added before the source listens to it, so that the source hears of what is found second.
+/// `typefind` is added to the bin before `urisourcebin` connects to its signal, so our handler runs
+/// first and can stop the emission.
 void onElementAdded(GstBin* /*pipeline*/, GstBin* bin, GstElement* element, gpointer data) {
     if (!isMadeBy(element, "typefind") || !isMadeBy(bin, "urisourcebin"))
         return;
@@ -49,7 +50,7 @@ std::shared_ptr<KindSearch> KindSearch::in(GstElement* pipeline) {
 }
 
 void KindSearch::end() {
-    // What is found may itself have to wait for the pipeline.
+    // Limits the wait, because the handler may itself be waiting for the pipeline.
     constexpr std::chrono::seconds kLongest{1};
     std::unique_lock lock(mutex_);
     hasEnded_ = true;

@@ -8,23 +8,28 @@
 
 namespace platform {
 
-/// How a pipeline's source finds out of what kind its bytes are, so that it can be stopped.
+/// Makes a pipeline safe to stop while its source detects the media type.
 ///
-/// `urisourcebin` of GStreamer 1.22 locks its own state once it has found out. Whoever stops it
-/// just then holds that lock and waits for the search to come to an end, for ever.
+/// Workaround for GStreamer 1.22. Symptom: stopping a pipeline while it opens blocks forever.
+/// Cause: a deadlock by lock inversion. When `typefind`, on its streaming thread, emits
+/// `have-type`, the handler of `urisourcebin` locks that element's state. The worker that stops the
+/// pipeline holds the same lock and joins that streaming thread. The workaround connects before
+/// `urisourcebin`: `end`, called on the worker before the stop, waits until running handlers have
+/// returned, for one second at most, and from then on `have-type` no longer reaches `urisourcebin`.
+/// Remove once the minimum version is free of the deadlock.
 ///
-/// Owner:  the pipeline, and whoever stops it.
-/// Thread: any.
+/// Owner:  shared by the pipeline and the object that stops it.
+/// Thread: any; thread-safe.
 class KindSearch {
 public:
-    /// Before the pipeline is set going.
+    /// Installs the workaround. Call this before the pipeline is started.
     [[nodiscard]] static std::shared_ptr<KindSearch> in(GstElement* pipeline);
 
-    /// Before the pipeline is stopped: from now on nothing is made of what is found.
+    /// Call this before the pipeline is stopped: later type detections are ignored.
     void end();
 
-    // What the pipeline tells.
-    /// Whether something may be made of it; then `madeUse` follows.
+    // Called by the pipeline's signal handlers.
+    /// Returns whether the detected type may be used; if so, `madeUse` must follow.
     [[nodiscard]] bool found();
     void madeUse();
 

@@ -9,7 +9,7 @@ Instant MachinePlayback::positionAt(Instant host) {
     const Instant position = timeline().at(host);
     if (!isReady() || !duration() || position <= *duration())
         return position;
-    // Either the end is near, or nobody knew when it comes.
+    // Either the end is near, or the duration known so far is too short.
     playbin().askDuration();
     return *duration();
 }
@@ -27,7 +27,7 @@ void MachinePlayback::readClock() {
 }
 
 std::optional<MediaFrame> MachinePlayback::frameAt(Instant itemTime) {
-    // While it seeks the sink may hold pictures of either place.
+    // During a seek, the sink may hold frames from before and after it.
     if (!isSeeking())
         frames().takeAll();
     reachPictures();

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// Paced by the machine's clock, or its sound device's: pictures turn up in the sink when their
-/// time has come.
+/// Playback that is paced by the machine's clock or that of its sound device: frames arrive in the
+/// sink when they are due.
 class MachinePlayback final : public Playback {
 public:
     using Playback::Playback;
@@ -27,10 +27,10 @@ private:
     void runOrHold();
     void readClock();
 
-    bool isShort_ = false;      // of data
-    bool isToldToPlay_ = false; // the pipeline
-    int order_ = 0;             // counts what it was told
-    bool obeys_ = false;        // it plays
+    bool isShort_ = false;      // data is short; the pipeline is buffering
+    bool isToldToPlay_ = false; // the last order to the pipeline
+    int order_ = 0;             // number of that order
+    bool obeys_ = false;        // the pipeline plays
     std::chrono::steady_clock::time_point runsSince_;
 };
 

@@ -4,22 +4,22 @@
 
 namespace platform {
 
-/// Where playback is at which moment of the host's clock: at a place, or moving on from it.
+/// Maps host time to media time: either stopped at a position, or running on from it.
 ///
-/// Thread: one.
+/// Thread: any; not thread-safe, one thread at a time.
 class MediaTimeline {
 public:
-    /// Never backwards while it runs.
+    /// Never decreases while the timeline runs, except after `moveTo`.
     [[nodiscard]] Instant at(Instant host) const;
     [[nodiscard]] bool isRunning() const { return isRunning_; }
 
-    /// Another place; it runs on from there if it runs.
+    /// Jumps to a position; a running timeline continues from there.
     void moveTo(Instant position, Instant host);
     void run(Instant host);
     void hold(Instant host);
 
-    /// What another clock says that `host` means. Being ahead of it by a little is let be, for that
-    /// clock may be read unsteadily.
+    /// Corrects the timeline by a reading of another clock: at `host` the media was at `position`.
+    /// If the timeline is less than 5 ms ahead, nothing changes, because readings may jitter.
     void correct(Instant host, Instant position);
 
 private:
@@ -28,7 +28,7 @@ private:
     bool isRunning_ = false;
     Instant position_{0};
     Instant host_{0};
-    Instant least_{0}; // what has been shown already
+    Instant least_{0}; // lower bound while running: a position that was already returned
 };
 
 } // namespace platform

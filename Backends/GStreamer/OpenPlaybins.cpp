@@ -5,7 +5,7 @@
 namespace platform {
 
 OpenPlaybins& OpenPlaybins::shared() {
-    // Never destroyed: threads that outlast the process's end still use it.
+    // Never destroyed: threads that outlive static destruction still use it.
     static auto* const open = new OpenPlaybins;
     struct CloseAtExit {
         ~CloseAtExit() { open->closeAll(); }
@@ -25,7 +25,7 @@ void OpenPlaybins::remove(const Playbin* playbin) {
 }
 
 void OpenPlaybins::closeAll() {
-    // Outside the lock: closing removes.
+    // Closes outside of the lock, because `close` calls `remove`.
     decltype(playbins_) open;
     {
         const std::scoped_lock lock(mutex_);

@@ -8,10 +8,10 @@ namespace platform {
 
 class Playbin;
 
-/// Those that nobody has closed yet. A process that ends closes them: their threads must not find
-/// the main queue gone.
+/// All playbins that are not closed yet. At process exit they are closed, because their threads
+/// must not use the main queue after its destruction.
 ///
-/// Thread: any.
+/// Thread: any; thread-safe.
 class OpenPlaybins {
 public:
     [[nodiscard]] static OpenPlaybins& shared();

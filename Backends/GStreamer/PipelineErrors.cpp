@@ -24,7 +24,7 @@ std::optional<Error> contentsRefusal(const std::string& path) {
     file.read(bytes.data(), bytes.size());
     if (file.gcount() == 0)
         return Error{ErrorCode::Corrupt, "the file is empty"};
-    // They name their segments by addresses that only a web server can serve.
+    // Playlists name their segments by relative URLs, which only work with a web server.
     if (isPlaylist({bytes.data(), static_cast<std::size_t>(file.gcount())}))
         return Error{ErrorCode::Unsupported,
                      "a playlist of segments is played from a web server only"};
@@ -108,7 +108,7 @@ std::optional<Error> fileRefusal(const std::string& path) {
     case fs::file_type::none:
         return Error{ErrorCode::Unreadable, "the file cannot be opened: " + failure.message()};
     default:
-        // A pipe or a device might never say a word.
+        // Reading a pipe or a device might block forever.
         return Error{ErrorCode::Unsupported, "it is not an ordinary file"};
     }
 }
@@ -126,8 +126,9 @@ Error pipelineError(const GError& error, const FailureContext& context) {
         return statusError(context.httpStatus);
     if (error.domain == GST_STREAM_ERROR && error.code != GST_STREAM_ERROR_FAILED)
         return streamError(error.code);
-    // A cut connection is made again from there, which not every server allows. Seeks that fail so
-    // are not even begun.
+    // After a lost connection, the source requests the rest of the file, which not every server
+    // allows. This cannot be a seek of ours: `Playbin` refuses those beforehand if the server does
+    // not support them.
     const bool isSeek = g_error_matches(&error, GST_RESOURCE_ERROR, GST_RESOURCE_ERROR_SEEK) != 0;
     if (context.isRemote && context.isOpen && isSeek)
         return {ErrorCode::Unreadable, "the connection was cut"};

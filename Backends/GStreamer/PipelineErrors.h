@@ -11,29 +11,29 @@
 
 namespace platform {
 
-/// What is known about a failed pipeline beside the error that it posted.
+/// Context of a failed pipeline beside the error message itself.
 struct FailureContext {
-    /// Of the last answer; 0: none came.
+    /// The status of the last HTTP response; 0 if there was none.
     int httpStatus = 0;
     bool isRemote = false;
-    /// Its first picture has been seen.
+    /// Whether the pipeline has prerolled.
     bool isOpen = false;
 };
 
-/// Whether a file that begins so is a playlist of segments.
+/// Whether a file that begins with these bytes is a playlist of segments (HLS or DASH).
 [[nodiscard]] bool isPlaylist(std::string_view beginning);
 
-/// Why a file cannot be media, before anybody tries to play it; none where it may be.
+/// Why a file cannot be played, checked before the pipeline opens it; nullopt if it may be media.
 [[nodiscard]] std::optional<Error> fileRefusal(const std::string& path);
 
 [[nodiscard]] Error unknownKindError();
 [[nodiscard]] Error missingDecoderError(const std::string& description);
 
-/// The library's error in words.
+/// Translates a GStreamer error.
 [[nodiscard]] Error pipelineError(const GError& error, const FailureContext& context);
 
-/// Asks the server itself why it cannot be reached, which the library does not say. It waits for
-/// the network; none when the server can be reached.
+/// Connects to the server to find out why it cannot be reached, because GStreamer does not say.
+/// Blocks on the network for up to 5 s; returns nullopt if the server can be reached.
 [[nodiscard]] std::optional<Error> connectionError(const URL& url);
 
 } // namespace platform

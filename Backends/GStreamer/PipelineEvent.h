@@ -13,60 +13,60 @@
 
 namespace platform {
 
-/// What the threads of a pipeline tell the main one.
+/// Events that the threads of a pipeline send to the main thread.
 namespace pipeline_event {
 
-/// The pipeline has its first picture, after opening or a seek, or knows that there is none.
-/// `flushes`: how often seeks had emptied it by then.
+/// The pipeline has its first frame after opening or a seek, or knows that there is none. `flushes`
+/// is the number of flushes by seeks so far.
 struct Prerolled {
     int flushes = 0;
 };
-/// What was asked for after the first preroll.
+/// The answer to `Playbin::describe`, which is called after the first preroll.
 struct Described {
     std::optional<Instant> duration;
     bool hasSound = false;
     bool hasVideo = false;
     bool isStill = false;
-    /// Times count from somewhere before the first picture.
+    /// Time stamps start before the first frame.
     bool startsLate = false;
-    /// In words; empty when none is missing.
+    /// The description of a missing decoder; empty if none is missing.
     std::string missingDecoder;
-    /// Where its pictures come from.
+    /// The sink to pull frames from.
     std::shared_ptr<GstAppSink> sink;
 };
-/// It came to nothing, which another attempt need not: see `BusListener::overtookItself`.
+/// Opening failed by a race, and another attempt may succeed: see `BusListener::overtookItself`.
 struct Overtaken {
     Error error;
 };
-/// There is sound alone, and sound was left out.
+/// The media has only sound, and sound was left out.
 struct SoundLeftOut {};
-/// Time runs, as was asked for with that number.
+/// The pipeline plays, following the order with this number.
 struct Playing {
     int order = 0;
 };
-/// The sink holds another picture, or will never hold one more.
+/// The sink holds another frame, or has reached the end of the stream.
 struct PictureArrived {};
-/// All streams are over.
+/// All streams have ended.
 struct StreamsEnded {};
 /// Whether there is enough data to play on.
 struct Buffered {
     bool enough = false;
 };
-/// The duration as it is known now, none where the media does not say.
+/// The duration as known now; nullopt if the media does not declare one.
 struct DurationKnown {
     std::optional<Instant> duration;
 };
-/// A seek begins; what came of earlier flushes is no answer to it.
+/// A seek begins. Prerolls with at most this number of flushes belong to earlier seeks.
 struct SeekBegun {
     int flushes = 0;
-    /// Where it goes to, and the duration as it is known at that moment.
+    /// The target, and the duration as known at that moment.
     Instant target{0};
     std::optional<Instant> duration;
 };
 struct SeekRefused {
     std::string reason;
 };
-/// No sign of life for too long, while waiting for what had that number.
+/// No activity for too long during the wait with this number.
 struct Silent {
     int wait = 0;
 };
@@ -83,7 +83,8 @@ using PipelineEvent =
                  pipeline_event::Buffered, pipeline_event::DurationKnown, pipeline_event::SeekBegun,
                  pipeline_event::SeekRefused, pipeline_event::Silent, pipeline_event::Failed>;
 
-/// Takes an event to the main thread, in a turn of its own. Thread: any.
+/// Posts an event to the main thread, which handles it in a later iteration of the main queue.
+/// Thread: any; thread-safe.
 using PipelineEventSink = std::function<void(PipelineEvent)>;
 
 } // namespace platform

@@ -4,17 +4,17 @@
 
 namespace platform {
 
-/// How long a pipeline waits for what may never come.
+/// Timeouts of a pipeline.
 struct PipelineLimits {
-    /// While it opens, seeks or waits for data: without any sign of life.
+    /// The longest time without any activity while opening, seeking or buffering.
     std::chrono::milliseconds silence{30'000};
-    /// Until a silent server is asked again, and how often that happens.
+    /// The timeout of an HTTP request, and how often a request is repeated.
     std::chrono::seconds request{15};
     int retries = 1;
 };
 
-/// Those of every pipeline opened from now on, and for silence of every wait that begins from now
-/// on. Thread: main.
+/// The limits of all pipelines opened from now on; `silence` applies to all waits that begin from
+/// now on. Thread: main.
 [[nodiscard]] PipelineLimits& pipelineLimits();
 
 } // namespace platform

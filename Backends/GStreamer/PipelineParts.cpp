@@ -27,7 +27,7 @@ void startElement(const GValue* element, gpointer /*unused*/) {
 bool isAtWork(GstElement* pipeline) {
     bool found = false;
     const GStreamerPtr<GstIterator> parts(gst_bin_iterate_recurse(GST_BIN(pipeline)));
-    // A pipeline that changes under the look is at work.
+    // A pipeline whose elements change during the iteration is active.
     const GstIteratorResult end = gst_iterator_foreach(parts.get(), noteRunningTasks, &found);
     return found || end == GST_ITERATOR_RESYNC;
 }

@@ -4,15 +4,19 @@
 
 namespace platform {
 
-/// Whether any thread of the pipeline still does something. It happens that none does and that the
-/// error has been lost on its way out of the pipeline's parts.
+/// Whether any streaming thread of the pipeline is running. It can happen that none is, and that
+/// GStreamer has lost the error message on its way out of nested elements.
 [[nodiscard]] bool isAtWork(GstElement* pipeline);
 
-/// Whether an element of that kind is anywhere in it.
+/// Whether the pipeline contains an element made by this factory.
 [[nodiscard]] bool hasPart(GstElement* pipeline, const char* factory);
 
-/// Has the pipeline's decoder take data from now on. The source starts before it; what arrives too
-/// early ends the stream for good, without a word.
+/// Sets the pipeline's `decodebin3` to PAUSED, so that it accepts data.
+///
+/// Workaround for GStreamer 1.22. Symptom: now and then, a video never opens and no error is
+/// posted. Cause: a race. `playbin3` may start its source before its decoder; data that arrives at
+/// an inactive pad makes the source stop without a message. Call this when the source is set up.
+/// Remove once the minimum version starts the decoder first.
 void startDecoder(GstElement* pipeline);
 
 } // namespace platform

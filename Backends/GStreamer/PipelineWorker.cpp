@@ -14,11 +14,11 @@ namespace {
 
 using SteadyClock = std::chrono::steady_clock;
 
-/// Counts the workers that are ending, so that the process can wait for them.
+/// Counts the workers that are finishing, so that process exit can wait for them.
 class Endings {
 public:
     static Endings& shared() {
-        // Never destroyed: a thread that outlasts the wait still tells it.
+        // Never destroyed: a thread that outlasts the wait still calls `end`.
         static auto* const endings = new Endings;
         struct WaitAtExit {
             ~WaitAtExit() { endings->wait(std::chrono::seconds(3)); }
@@ -56,7 +56,7 @@ struct PipelineWorker::State {
     std::multimap<SteadyClock::time_point, Block> blocks;
     bool finishing = false;
 
-    /// The next block, once its time has come; none after the last one.
+    /// Blocks until the next block is due and returns it; nullopt after the last block.
     std::optional<Block> next() {
         std::unique_lock lock(mutex);
         for (;;) {
@@ -103,7 +103,8 @@ void PipelineWorker::asyncAfter(std::chrono::nanoseconds delay, Block block) {
 }
 
 void PipelineWorker::finish(Block last) {
-    // Destroyed outside the lock: a block may own the last reference to what uses the worker.
+    // Destroyed after the lock is released: a block may own the last reference to the object that
+    // owns the worker.
     decltype(state_->blocks) dropped;
     const std::scoped_lock lock(state_->mutex);
     if (state_->finishing)

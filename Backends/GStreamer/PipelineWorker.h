@@ -6,12 +6,12 @@
 
 namespace platform {
 
-/// The thread on which one pipeline is told what to do, because being told may take it long.
+/// The worker thread that operates one pipeline, because calls to a pipeline may block for long.
 ///
-/// Nobody waits for it: its owner goes at once, and the thread ends when it has done its last
-/// block. The process waits for such threads at its end, but not for ever.
+/// The destructor does not join the thread: the thread ends by itself after its last block. At
+/// process exit such threads are waited for, for 3 s at most.
 ///
-/// Thread: any, also its own.
+/// Thread: any; thread-safe. The worker itself may call it too.
 class PipelineWorker {
 public:
     using Block = std::function<void()>;
@@ -19,14 +19,14 @@ public:
     PipelineWorker();
     PipelineWorker(const PipelineWorker&) = delete;
     PipelineWorker& operator=(const PipelineWorker&) = delete;
-    /// As `finish` without a block.
+    /// The same as `finish(nullptr)`.
     ~PipelineWorker();
 
-    /// Runs the block after those before it.
+    /// Queues the block behind earlier ones.
     void async(Block block);
-    /// Runs the block once the delay has passed, by the machine's clock.
+    /// Runs the block after the delay, by the machine's steady clock.
     void asyncAfter(std::chrono::nanoseconds delay, Block block);
-    /// Drops what has not begun, runs this block, and ends.
+    /// Drops all blocks that have not begun, runs this block, and ends the thread.
     void finish(Block last);
 
 private:

@@ -14,7 +14,8 @@ namespace platform {
 
 namespace {
 
-/// What sound alone shows; small, because it is stretched.
+/// Stands in for the video of media that has only sound. Small, because it is stretched to the
+/// view.
 PixelBufferPtr blackFrame() {
     constexpr SizePx kSize{16, 8};
     constexpr std::size_t kSamples = 128;
@@ -91,14 +92,14 @@ void Playback::handle(const PipelineEvent& event) {
 }
 
 Instant Playback::end() const {
-    // Containers count in coarser ticks; one of them is no difference.
+    // Containers count in coarser ticks, so a difference of one tick does not matter.
     constexpr Instant kTick = std::chrono::milliseconds(1);
     const Instant end = frames_.end();
     if (!media_->duration)
         return end;
     if (std::chrono::abs(*media_->duration - end) <= kTick)
         return *media_->duration;
-    // Sound may last longer, also where it is left out.
+    // Sound may last longer than the video, even if it is not played.
     return media_->hasSound ? std::max(*media_->duration, end) : end;
 }
 
@@ -141,7 +142,7 @@ void Playback::on(const pipeline_event::Overtaken& event) {
     reopen();
 }
 
-/// Without any stream that is taken the library's player fails.
+/// Reopens with sound: without any selected stream, playbin3 fails.
 void Playback::on(const pipeline_event::SoundLeftOut& /*event*/) {
     withSound_ = true;
     reopen();
@@ -167,7 +168,7 @@ void Playback::reach(Instant time) {
 }
 
 void Playback::reachPictures() {
-    // When the last one is over is a guess, when it begins is none.
+    // The end of the last frame is a guess, but its start is exact.
     if (media_ && media_->duration && frames_.furthest().time > *media_->duration)
         reach(frames_.furthest().end);
 }
@@ -220,15 +221,16 @@ void Playback::finishOpening() {
     lookForPictures();
 }
 
-/// Paced by the machine the time before the first picture would have to pass, so it is left out by
-/// a seek.
+/// In machine-paced playback the time before the first frame would have to elapse, so a seek skips
+/// it.
 void Playback::startAtFirst() {
     frames_.startAtFirst();
     if (pacing() == MediaPacing::Machine && !pending_ && frames_.origin() > Instant::zero())
         pending_ = Instant::zero();
 }
 
-/// A full sink has no more to report, and what it reported before was not asked for yet.
+/// Checks the sink in a later iteration. A full sink sends no further reports, and its earlier
+/// reports arrived when no frame was wanted.
 void Playback::lookForPictures() {
     later([this] { settle(); });
 }
@@ -266,8 +268,8 @@ void Playback::seek(Instant to) {
     update();
 }
 
-/// The duration that is known may be too short, so a target beyond it is tried as it is: in a file
-/// only, for what a server sends beyond its end is for some readers no end.
+/// The known duration may be too short, so a target beyond it is tried unchanged. Only for files,
+/// because some demuxers do not treat what a server sends past its end as the end.
 void Playback::beginNextSeek() {
     seek_ = Seek{std::max(*std::exchange(pending_, std::nullopt), Instant::zero())};
     beginWait();
@@ -279,7 +281,7 @@ void Playback::beginNextSeek() {
     playbin_->seek({seek_->target, std::nullopt, frames_.origin()});
 }
 
-/// There is nothing to be decoded: sound is left out.
+/// Nothing needs to be decoded, because sound is left out.
 void Playback::landSilentSeek() {
     seek_->target = std::min(seek_->target, media_->duration.value_or(seek_->target));
     seek_->hasLanded = true;
@@ -307,7 +309,7 @@ void Playback::on(const pipeline_event::SeekRefused& event) {
         return seekHeld();
     if (seek_->target > Instant::zero() || seek_->isReopened)
         return refuseSeek(event.reason);
-    // The start is where media begin that cannot be moved about in.
+    // Media that cannot seek can still restart at the beginning by being reopened.
     seek_->isReopened = true;
     reopen();
 }
@@ -318,7 +320,7 @@ void Playback::refuseSeek(const std::string& reason) {
     finishSeek();
 }
 
-/// Beyond the end there is no picture, but where the end is has been found out by then.
+/// Beyond the end there is no frame, but the seek has revealed where the end is.
 void Playback::landSeek() {
     const bool isBeyondEnd = !frames_.hasBegun() && frames_.isOver();
     if (isBeyondEnd && !seek_->isHeld)
@@ -342,8 +344,8 @@ void Playback::finishSeek() {
     tellOfSeek();
 }
 
-/// After the start that it may have allowed, so that both are told in one order however soon the
-/// picture comes.
+/// Notifies in a later iteration, after a start that the seek may have allowed, so that the
+/// listener receives both in the same order however soon the frame arrives.
 void Playback::tellOfSeek() {
     later([this, work = std::exchange(seekWork_, nullptr)] {
         if (!seek_)

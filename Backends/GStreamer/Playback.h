@@ -14,11 +14,11 @@
 
 namespace platform {
 
-/// What a pipeline is about: opening, seeking, playing, ending, failing. How time passes is up to
-/// its two kinds.
+/// Implements a media pipeline's opening, seeking, playing, ending and failing. The two subclasses
+/// decide how time passes.
 ///
-/// Owner:  the pipeline; a call to the listener may end it, so each is the last thing that a
-///         reaction does, or is followed by a look at `isClosed()`.
+/// Owner:  the pipeline. A call to the listener may close the pipeline, so such a call is the last
+///         statement of an event handler, or a check of `isClosed()` follows it.
 /// Thread: main.
 class Playback : public std::enable_shared_from_this<Playback> {
 public:
@@ -42,21 +42,22 @@ protected:
     using Work = std::shared_ptr<MainQueue::Work>;
 
     [[nodiscard]] virtual MediaPacing pacing() const = 0;
-    /// Something has changed that playing hangs on: time runs or stands by it.
+    /// Called when anything that playing depends on has changed: starts or stops the timeline.
     virtual void update() = 0;
-    /// The sink may hold more pictures, while nothing is being opened or sought.
+    /// The sink may hold more frames. Not called while opening or seeking.
     virtual void picturesArrived() {}
-    /// The pipeline does as it was told by that order.
+    /// The pipeline has executed the play or pause order with this number.
     virtual void plays(int /*order*/) {}
     virtual void streamsEnded() {}
     virtual void buffered(bool /*isEnough*/) {}
-    /// Whether the first picture is there, or will never be.
+    /// Returns whether the first frame has arrived, or will never arrive.
     [[nodiscard]] virtual bool isFirstPictureSettled() = 0;
-    /// The library's player is another one, which stands at the start.
+    /// The playbin has been replaced by a new one, which is at the start.
     virtual void reopened() {}
-    /// Nothing more comes; nobody waits for it.
+    /// Playback closes and no more frames will come: discard everything that is being waited for.
     virtual void stopWaiting() {}
-    /// What keeps virtual time from passing over something under way; null where it passes anyway.
+    /// Keeps virtual time from advancing while an operation is in progress; null if virtual time is
+    /// not used.
     [[nodiscard]] virtual Work beginWork() const { return nullptr; }
 
     [[nodiscard]] bool isClosed() const { return !playbin_; }
@@ -65,20 +66,20 @@ protected:
     [[nodiscard]] bool isSeeking() const { return isReady() && (seek_ || pending_); }
     [[nodiscard]] bool wantsToPlay() const { return wantsToPlay_; }
     [[nodiscard]] bool hasEnded() const { return hasEnded_; }
-    /// As far as it is known: it grows with media whose header does not say it.
+    /// The duration as far as it is known: it grows for media whose header does not declare it.
     [[nodiscard]] std::optional<Instant> duration() const { return media_->duration; }
     [[nodiscard]] bool isSoundAlone() const { return media_->hasSound && !media_->hasVideo; }
-    /// The media has been seen to last until then.
+    /// Extends the duration to `time`, because the media has been seen to last that long.
     void reach(Instant time);
     void reachPictures();
-    /// When the last picture's time is over, of those decoded so far, or the sound after it.
+    /// The end of the last frame decoded so far, or of the sound if that lasts longer.
     [[nodiscard]] Instant end() const;
     [[nodiscard]] Playbin& playbin() { return *playbin_; }
     [[nodiscard]] FrameQueue& frames() { return frames_; }
     [[nodiscard]] MediaTimeline& timeline() { return timeline_; }
 
     void setEnded() { hasEnded_ = true; }
-    /// That time runs is owed to the listener once after a call of `play()` and after a stall.
+    /// `mediaDidStart` must be sent once after each call of `play()` and after each stall.
     void oweStart() { owesStart_ = true; }
     [[nodiscard]] bool owesStart() const { return owesStart_; }
     [[nodiscard]] bool takeOwedStart() { return std::exchange(owesStart_, false); }
@@ -86,16 +87,17 @@ protected:
     void endWait();
 
     void tell(void (MediaPipelineListener::*what)());
-    /// In a turn of its own, unless the pipeline has ended by then.
+    /// Runs the block in a later iteration of the main queue, unless the pipeline has been closed
+    /// by then.
     void later(std::function<void()> block);
 
 private:
     enum class Phase { Opening, Ready, Failed };
     struct Seek {
         Instant target{0};
-        std::optional<int> flushesBefore = {}; ///< none until it has begun
+        std::optional<int> flushesBefore = {}; ///< nullopt until it has begun
         bool hasLanded = false;
-        bool isHeld = false; ///< within the duration
+        bool isHeld = false; ///< limited to the duration
         bool isReopened = false;
     };
 
@@ -134,10 +136,10 @@ private:
     const URL url_;
     const std::weak_ptr<MediaPipelineListener> listener_;
     std::shared_ptr<Playbin> playbin_; // null once closed
-    int run_ = 0;                      // counts the players that were opened; events name theirs
+    int run_ = 0;                      // number of the current playbin; events carry theirs
     int newStarts_ = 0;
-    bool isDescribed_ = false; // the present one
-    bool withSound_ = false;   // also where the host paces it
+    bool isDescribed_ = false; // whether the current playbin is
+    bool withSound_ = false;   // play sound, even if the host paces playback
     std::optional<double> volume_;
     FrameQueue frames_;
     MediaTimeline timeline_;
@@ -148,8 +150,8 @@ private:
     bool hasEnded_ = false;
     bool owesDuration_ = false;
     int wait_ = 0;
-    std::optional<Seek> seek_;       // in flight
-    std::optional<Instant> pending_; // after it
+    std::optional<Seek> seek_;       // the seek in progress
+    std::optional<Instant> pending_; // the target of the next seek
     Work openWork_;
     Work seekWork_;
 };

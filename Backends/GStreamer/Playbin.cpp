@@ -21,14 +21,15 @@ gint64 toClockTime(Instant instant) {
     return static_cast<gint64>(instant.count());
 }
 
-/// Not every source has every setting.
+/// Sets a property if the source element has it; not every source has every property.
 template <class Value>
 void setIfThere(GstElement* element, const char* name, Value value) {
     if (g_object_class_find_property(G_OBJECT_GET_CLASS(element), name))
         g_object_set(element, name, value, nullptr);
 }
 
-/// What a source has brought. The library keeps a playlist whole, however long it grows.
+/// Counts the data of a source. GStreamer keeps a whole playlist in memory, however long it gets,
+/// so an endless playlist must be detected here.
 struct Feed {
     Playbin* playbin;
     std::string beginning = {};
@@ -70,7 +71,7 @@ PipelineLimits& pipelineLimits() {
 std::shared_ptr<Playbin> Playbin::open(const URL& url, Kind kind, PipelineEventSink events) {
     auto playbin = std::make_shared<Playbin>(url, kind, std::move(events));
     OpenPlaybins::shared().add(playbin);
-    // The raw pointer holds until the last block, which owns the object.
+    // The raw pointer stays valid until the last block, because that block owns the object.
     playbin->worker_.async([self = playbin.get()] { self->start(); });
     return playbin;
 }
@@ -102,7 +103,7 @@ void Playbin::start() {
     if (!build())
         return explain({ErrorCode::Unavailable, "parts of the media library are not installed"},
                        false);
-    // Paced by the host, pictures are asked for one by one, so nothing needs to run in time.
+    // Host-paced frames are pulled one by one, so the pipeline need not run in real time.
     const GstState state = pacing_ == MediaPacing::Machine ? GST_STATE_PAUSED : GST_STATE_PLAYING;
     if (gst_element_set_state(pipeline_.get(), state) == GST_STATE_CHANGE_FAILURE)
         explain({ErrorCode::Unreadable, "it cannot be opened"}, isRemote());
@@ -168,9 +169,10 @@ void Playbin::queryMedia() {
     found.hasSound = hasSound_;
     found.hasVideo = hasVideo_;
     found.sink = videoSink_->newSinkReference();
-    // A film of single pictures has a length, a picture has none.
+    // A film of still images has a duration, a single image has none.
     found.isStill = isStill_ && !found.duration;
-    // Its clock runs ahead of its pictures. Of playlists the reader sees to that.
+    // In a transport stream, timestamps start before the first frame. For playlists, the playlist
+    // demuxer corrects that.
     found.startsLate = !isRemote() && hasPart(pipeline_.get(), "tsdemux");
     {
         const std::scoped_lock lock(mutex_);
@@ -239,7 +241,7 @@ void Playbin::seekNow(const SeekTarget& target) {
     post(pipeline_event::SeekRefused{std::move(obstacle)});
 }
 
-/// Asked first, because a seek that fails on its way to the server ends playback altogether.
+/// Checks first, because a seek that fails on its way to the server ends playback altogether.
 std::string Playbin::seekObstacle() {
     if (isAnswered_ && !handsOutParts_)
         return "the server does not hand out parts of the file";
@@ -273,7 +275,8 @@ void Playbin::checkLife(int wait, std::chrono::milliseconds silence) {
         lastLifeAt_ = now;
         isIdle_ = false;
     } else if (!isRemote() && !isAtWork(pipeline_.get())) {
-        // The error itself may be on its way, so only when that has been so for a while.
+        // The bus may be about to deliver an error message, so give up only when this has lasted
+        // for a while.
         if (isIdle_)
             return giveUp(wait);
         isIdle_ = true;
@@ -295,7 +298,7 @@ std::optional<ClockReading> Playbin::reading() const {
     return videoSink_->reading();
 }
 
-/// The first failure is the cause; what follows are its consequences.
+/// Reports only the first failure: it is the cause, and later ones are its consequences.
 void Playbin::explain(const Error& error, bool mayBeUnreachable) {
     if (hasFailed_.exchange(true))
         return;
@@ -303,9 +306,14 @@ void Playbin::explain(const Error& error, bool mayBeUnreachable) {
     post(pipeline_event::Failed{cause.value_or(error)});
 }
 
-/// A source that is stopped when its server has just answered, or its reader of playlists when it
-/// has just begun, fails: with the process, or by never ending. So the pipeline is let come to
-/// something first, unless that takes long.
+/// Stops the pipeline.
+///
+/// Workaround for GStreamer 1.22. Symptoms: stopping an HTTP source while its server's response
+/// arrives crashes the process; stopping a playlist demuxer before its thread has started blocks
+/// forever, because the stop waits for that thread. This function therefore first waits on the
+/// worker until opening or the last seek has succeeded or failed, for 500 ms at most, and until the
+/// playlist demuxers are quiet. Remove the wait once the minimum GStreamer version is free of both
+/// faults.
 void Playbin::stop() {
     constexpr std::chrono::milliseconds kLongest{500};
     if (std::unique_lock lock(mutex_); pipeline_)
@@ -328,7 +336,7 @@ void Playbin::setSettled(bool isSettled) {
         settled_.notify_all();
 }
 
-/// Of sound alone no sink of ours tells; each seek of it ends with a preroll.
+/// If there is only sound, no sink of ours counts flushes; but then each seek ends with a preroll.
 int Playbin::flushes() const {
     return hasVideo_ ? videoSink_->flushes() : prerolls_.load();
 }
@@ -364,14 +372,15 @@ void Playbin::overtookItself(const GError& error) {
 void Playbin::failed(const GError& error) {
     setSettled(true);
     const Error inWords = inWordsOf(error);
-    // Told before the pictures end, which they do next.
+    // Reported before the end of the video stream, which is the next thing to happen.
     if (!isRemote() || httpStatus_ != 0)
         return explain(inWords, false);
-    // Why a server cannot be reached is a question to the network, which may take its time.
+    // Finding out why a server cannot be reached needs the network and may take long, so the worker
+    // does it.
     worker_.async([this, inWords] { explain(inWords, true); });
 }
 
-/// A decoder that is known to be missing says more than the error that comes of it.
+/// If a decoder is known to be missing, that says more than the error that results from it.
 Error Playbin::inWordsOf(const GError& error) {
     const std::scoped_lock lock(mutex_);
     return missingDecoder_.empty() ? pipelineError(error, {httpStatus_, isRemote(), isOpen_})
@@ -402,7 +411,7 @@ void Playbin::answered(int httpStatus, bool handsOutParts) {
 
 void Playbin::pictureArrived() {
     sawLife();
-    // Paced by the machine, whoever shows pictures looks for them when the display is ready.
+    // In machine-paced playback, the display pulls frames at its own rate and needs no report.
     if (pacing_ == MediaPacing::Host && !isPictureReported_.exchange(true))
         post(pipeline_event::PictureArrived{});
 }

@@ -20,48 +20,52 @@
 
 namespace platform {
 
-/// The library's player of one address: told what to do from the main thread, doing it on another.
+/// Wraps one GStreamer `playbin3` element for one URL. The main thread gives orders; a worker
+/// thread executes them.
 ///
-/// Owner:  whoever opened it, who closes it; it lives on until it has stopped.
-/// Thread: main. Events come as the sink brings them, none once `close` has returned, but for those
-///         that are on their way.
+/// Owner:  the object that opened it, which must call `close`. It keeps itself alive until the
+///         pipeline has stopped.
+/// Thread: main. Events reach the main thread through the event sink. None is sent after `close`
+///         has returned, but events that were sent before may still arrive.
 class Playbin final : public std::enable_shared_from_this<Playbin>, private BusListener {
 public:
     struct Kind {
         MediaPacing pacing = MediaPacing::Machine;
-        /// Paced by the host sound is left out, unless this is set; it is never heard then.
+        /// Without this flag, host-paced playback leaves sound out. With it, host-paced sound is
+        /// decoded but not heard.
         bool withSound = false;
     };
     [[nodiscard]] static std::shared_ptr<Playbin> open(const URL& url, Kind kind,
                                                        PipelineEventSink events);
 
-    /// Answered by `Described`.
+    /// Requests a `Described` event.
     void describe();
-    /// Whether time runs; answered by `Playing` with the order's number if so.
+    /// Plays or pauses. If it plays, `Playing` with this order number follows.
     void setPlaying(bool playing, int order);
-    /// Answered by `DurationKnown`.
+    /// Requests a `DurationKnown` event.
     void askDuration();
-    /// Where a seek goes to.
+    /// The target of a seek.
     struct SeekTarget {
         Instant time{0};
-        /// Held within the duration, and at its end that much before it: there is no picture at
-        /// the very end. None: as it is, even beyond the duration that is known so far.
+        /// If set, the seek is limited to the duration; at the end it goes this much before it,
+        /// because there is no frame at the very end. If not set, the target is used as it is, even
+        /// beyond the duration known so far.
         std::optional<Instant> pictureLength;
-        /// What the library counts as that when the media begins.
+        /// The stream time at which the media begins.
         Instant origin{0};
     };
-    /// Answered by `SeekBegun`, and then by `Prerolled` or `SeekRefused`.
+    /// Sends `SeekBegun`, and then `Prerolled` or `SeekRefused`.
     void seek(const SeekTarget& target);
     void setVolume(double volume);
 
-    /// From now on silence for too long is answered by `Silent`; a new wait replaces an earlier
-    /// one.
+    /// From now on, sends `Silent` if the pipeline shows no activity for too long. A new wait
+    /// replaces an earlier one.
     void beginWait(int wait);
     void endWait();
 
-    /// Only after `Described`.
+    /// Valid only after `Described`.
     [[nodiscard]] std::optional<ClockReading> reading() const;
-    /// Before pictures are taken: the next one is reported again.
+    /// Call this before frames are taken from the sink: the next frame is then reported again.
     void takesPictures() { isPictureReported_ = false; }
 
     void close();
@@ -72,7 +76,7 @@ public:
     Playbin& operator=(const Playbin&) = delete;
 
 private:
-    // On the worker.
+    // Worker.
     void start();
     [[nodiscard]] bool build();
     void setUpSource(GstElement* source);
@@ -85,7 +89,7 @@ private:
     void explain(const Error& error, bool mayBeUnreachable);
     void stop();
 
-    // On threads of the pipeline.
+    // Streaming threads of the pipeline.
     void sawLife() override { ++life_; }
     void didPreroll() override;
     void isPlaying() override;
@@ -117,7 +121,7 @@ private:
 
     std::atomic<bool> isClosed_{false};
     std::atomic<bool> hasFailed_{false};
-    std::atomic<bool> isOpen_{false}; // its first picture has been seen
+    std::atomic<bool> isOpen_{false}; // has prerolled for the first time
     std::atomic<bool> isPictureReported_{false};
     std::atomic<bool> isDurationAsked_{false};
     std::atomic<bool> hasSound_{false};
@@ -125,23 +129,23 @@ private:
     std::atomic<bool> isStill_{false};
     std::atomic<bool> isAnswered_{false};
     std::atomic<bool> handsOutParts_{false};
-    std::atomic<bool> isShort_{false}; // of data
+    std::atomic<bool> isShort_{false}; // data is short; the pipeline is buffering
     std::atomic<int> httpStatus_{0};
     std::atomic<int> prerolls_{0};
     std::atomic<int> order_{0};
     std::atomic<int> wait_{0};
     std::atomic<unsigned> life_{0};
-    std::mutex mutex_; // guards what follows
+    std::mutex mutex_; // guards the next two members
     std::string missingDecoder_;
-    bool isSettled_ = false; // opening, or the last seek, has come to something
+    bool isSettled_ = false; // opening or the last seek has succeeded or failed
     std::condition_variable settled_;
 
-    // On the worker only.
+    // Worker only.
     bool isIdle_ = false;
     unsigned lastLife_ = 0;
     std::chrono::steady_clock::time_point lastLifeAt_;
 
-    PipelineWorker worker_; // last: its blocks use the rest
+    PipelineWorker worker_; // declared last, because its blocks use the other members
 };
 
 } // namespace platform

@@ -8,14 +8,16 @@ namespace {
 
 using Readers = std::shared_ptr<PlaylistReaders>;
 
-/// Pieces of a segment follow each other, and a short one its head, sooner than that.
+/// A pause longer than this means that a download is complete: the pieces of a segment follow each
+/// other faster, and so does a short segment after its header.
 constexpr std::chrono::milliseconds kQuiet{40};
-/// How far ahead they fetch: this setting is theirs alone.
+/// The property that says how far ahead to download; only playlist demuxers have it.
 constexpr const char* kAhead = "max-buffering-time";
-/// Less than the length of a picture, and they would not go on before the next seek.
+/// With less than the duration of one frame, the demuxers would not resume before the next seek.
 constexpr guint64 kHardlyAhead = GST_SECOND;
 
-/// What a part of a reader has may not keep the reader alive.
+/// The probes on a demuxer's children hold weak references, so that they do not keep the demuxer
+/// alive.
 using ReadersOfPart = std::weak_ptr<PlaylistReaders>;
 
 GstPadProbeReturn onPiece(GstPad* /*pad*/, GstPadProbeInfo* /*info*/, gpointer data) {
@@ -24,7 +26,7 @@ GstPadProbeReturn onPiece(GstPad* /*pad*/, GstPadProbeInfo* /*info*/, gpointer d
     return GST_PAD_PROBE_OK;
 }
 
-/// What is fetched goes through an element of the reader's own.
+/// Downloads pass through an element inside of the demuxer.
 void watchPieces(GstElement* element, const Readers& readers) {
     const GStreamerPtr<GstPad> pad(gst_element_get_static_pad(element, "sink"));
     if (pad)
@@ -66,7 +68,7 @@ std::shared_ptr<PlaylistReaders> PlaylistReaders::in(GstElement* pipeline) {
 }
 
 void PlaylistReaders::quieten() {
-    // What comes more slowly than that is hardly complete in the very instant that follows.
+    // Limits the wait: a download that is slower than this will hardly complete right afterwards.
     constexpr int kMostLooks = 12;
     if (!hold())
         return;

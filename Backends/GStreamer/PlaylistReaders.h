@@ -11,26 +11,29 @@ namespace platform {
 
 [[nodiscard]] bool isPlaylistReader(gpointer object);
 
-/// The readers of playlists (HLS, DASH) in one pipeline, and the segments that they fetch.
+/// Makes the playlist demuxers (`hlsdemux2`, `dashdemux2`) of one pipeline safe to seek and to
+/// stop.
 ///
-/// Those of GStreamer 1.22 end the process when they are made to seek in the instant in which
-/// something that they asked for has come, and leak what they ask for when they are stopped. So
-/// they are quietened before.
+/// Workaround for GStreamer 1.22. Symptoms: a crash (use after free) if a seek arrives while a
+/// fragment download completes, and a leak of running downloads at a stop. Cause: a race between
+/// the thread that seeks or stops and the demuxers' download thread. The workaround lowers the
+/// demuxers' read-ahead and waits, on the worker, until no download is running; `goOn` restores the
+/// read-ahead. Remove once the minimum version is free of both faults.
 ///
-/// Owner:  the pipeline, and whoever asks.
-/// Thread: any.
+/// Owner:  shared by the pipeline and the object that seeks and stops it.
+/// Thread: any; thread-safe.
 class PlaylistReaders {
 public:
-    /// Before the pipeline is set going.
+    /// Starts to observe a pipeline. Call this before the pipeline is started.
     [[nodiscard]] static std::shared_ptr<PlaylistReaders> in(GstElement* pipeline);
 
-    /// Where there is enough for a second, they ask for no segment after the one that is on its
-    /// way; returns once nothing comes any more. That takes 40 ms, half a second at most; no time
-    /// where there is no reader.
+    /// Stops the demuxers from requesting another segment if one second is buffered, and blocks
+    /// until no data arrives any more. Takes 40 ms, half a second at most; returns at once if there
+    /// is no demuxer.
     void quieten();
     void goOn();
 
-    // What the pipeline tells.
+    // Called by the pipeline's signal handlers and probes.
     void add(GstElement* reader);
     void remove(GstElement* reader);
     void pieceCame();

@@ -11,7 +11,7 @@ namespace {
 
 using Table = std::array<std::uint8_t, 256>;
 
-/// `steps` of the 255 remain, with `middle` where it was but for `shift`.
+/// A table that scales samples around `middle`, so that 255 steps become `steps`, and adds `shift`.
 Table squeezed(double steps, double middle, double shift) {
     Table table{};
     for (std::size_t i = 0; i < table.size(); ++i)
@@ -35,7 +35,8 @@ void apply(const Table& table, GstVideoFrame& frame, int plane) {
 } // namespace
 
 bool isFullRange(const GstCaps* caps) {
-    // Full range without a matrix is not believed by the library, so its words are read here.
+    // `gst_video_info_from_caps` ignores full range if no matrix is given, so the string is parsed
+    // here.
     const gchar* const text =
         gst_structure_get_string(gst_caps_get_structure(caps, 0), "colorimetry");
     GstVideoColorimetry colours{};

@@ -4,13 +4,14 @@
 
 namespace platform {
 
-/// Whether the samples use all of their bits, rather than 16 to 235 and 240 of 8.
+/// Whether samples use the full range 0 to 255, rather than 16 to 235 (luma) and 16 to 240
+/// (chroma).
 [[nodiscard]] bool isFullRange(const GstCaps* caps);
 
-/// Squeezes NV12 samples of full range into video range. The library's converter does so only on
-/// its way to another matrix.
+/// Converts NV12 samples from full range to video range. GStreamer's converter does so only when it
+/// also converts to another matrix.
 ///
-/// Owner: takes the reference and gives one back; a buffer that others hold too is copied.
+/// Owner:  consumes the reference and returns one; a shared buffer is copied.
 [[nodiscard]] GstBuffer* inVideoRange(GstBuffer* buffer, const GstVideoInfo& info);
 
 } // namespace platform

@@ -38,7 +38,8 @@ SizePx shownSize(const GstVideoInfo& info) {
     return {static_cast<int>(width), info.height};
 }
 
-/// Times of the media are those of its own stream, whatever the container counts from.
+/// Converts a time stamp to stream time, which does not depend on where the container's time stamps
+/// start.
 std::optional<Instant> streamTime(const GstSegment* segment, GstClockTime time) {
     if (!GST_CLOCK_TIME_IS_VALID(time))
         return std::nullopt;

@@ -7,18 +7,19 @@
 
 namespace platform {
 
-/// One picture as the sink gives it.
+/// One frame from the sink.
 struct VideoSample {
     MediaFrame frame;
-    /// When the next one is due, if the stream says so.
+    /// When the next frame is due, if the stream says so.
     std::optional<Instant> end;
-    /// With square pixels, as the picture is to be shown.
+    /// The display size, with square pixels.
     SizePx shownSize;
 };
 
-/// Takes the sample's picture without copying it. None where it holds none, or no time.
+/// Wraps the sample's frame without copying it. Returns nullopt if the sample has no frame or no
+/// time stamp.
 ///
-/// Thread: any; so is the end of the picture's memory.
+/// Thread: any; thread-safe. The frame's memory may be released on any thread too.
 [[nodiscard]] std::optional<VideoSample> videoSample(GStreamerPtr<GstSample> sample);
 
 } // namespace platform

@@ -37,9 +37,9 @@ void VideoSink::build() {
     converter_ = makeElement("videoconvert");
     auto sink = makeElement("appsink");
     const gboolean paced = pacing_ == MediaPacing::Machine ? TRUE : FALSE;
-    // Paced by the machine, a picture that nobody took gives way to the next one, and a decoder
-    // that is too slow is told to leave some out, else it falls behind the sound for ever. Paced by
-    // the host, a full sink holds the decoder back.
+    // In machine-paced playback, a frame that was not taken is replaced by the next one, and QoS
+    // events make a slow decoder skip frames; otherwise video would fall further and further behind
+    // the sound. In host-paced playback, a full sink blocks the decoder.
     const GStreamerPtr<GstCaps> caps(
         gst_caps_new_simple("video/x-raw", "format", G_TYPE_STRING, "NV12", nullptr));
     g_object_set(sink.get(), "caps", caps.get(), "sync", paced, "drop", paced, "qos", paced,
@@ -97,7 +97,8 @@ GstPadProbeReturn VideoSink::onFlush(GstPad* /*pad*/, GstPadProbeInfo* info, gpo
     return GST_PAD_PROBE_OK;
 }
 
-/// Says that rows may be padded, else a decoder that pads them copies every picture first.
+/// Declares support for padded rows; otherwise a decoder that pads its rows copies each frame
+/// first.
 GstPadProbeReturn VideoSink::onAllocation(GstPad* /*pad*/, GstPadProbeInfo* info,
                                           gpointer /*self*/) {
     GstQuery* const query = gst_pad_probe_info_get_query(info);
@@ -119,8 +120,8 @@ void VideoSink::onEnd(GstAppSink* /*sink*/, gpointer self) {
     static_cast<VideoSink*>(self)->onPicture_();
 }
 
-/// A paced sink reports a picture when its time has come, so this is the clock itself, whatever
-/// device keeps it, read where no lock of the pipeline can be in the way.
+/// Reads the pipeline's clock. A synchronised sink delivers a frame when it is due, so the clock is
+/// read here, on the streaming thread, where no lock of the pipeline can block the caller.
 void VideoSink::readClock() {
     GstElement* const element = GST_ELEMENT(sink_.get());
     const GStreamerPtr<GstClock> clock(gst_element_get_clock(element));

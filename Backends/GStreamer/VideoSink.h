@@ -13,33 +13,35 @@
 
 namespace platform {
 
-/// Which moment of the machine's clock belongs to which of the media's.
+/// A pair of simultaneous times: of the machine's steady clock and of the media.
 struct ClockReading {
     std::chrono::steady_clock::time_point at;
     Instant position{0};
 };
 
-/// The end of a pipeline's video: brings pictures into 8-bit 4:2:0 in video range and keeps a few.
+/// The video sink of a pipeline: converts frames to 8-bit 4:2:0 in video range (NV12) and keeps a
+/// few of them.
 ///
-/// Range, depth and layout are converted, the matrix never is: what shows the picture has its own.
+/// It converts range, depth and layout, but never the matrix: the renderer has its own.
 ///
-/// Thread: the pipeline's, one after the other; `flushes` and `reading` any.
+/// Thread: streaming thread, except `flushes` and `reading`, which are any; thread-safe.
 class VideoSink {
 public:
-    /// `onPicture`: another picture is there, or will never be; from a thread of the pipeline.
+    /// `onPicture` is called on a streaming thread when another frame is available or the stream
+    /// has ended.
     VideoSink(MediaPacing pacing, std::function<void()> onPicture);
-    /// No picture is reported any longer. The pipeline has been stopped before.
+    /// Stops reports of frames. The pipeline must have been stopped before.
     ~VideoSink();
     VideoSink(const VideoSink&) = delete;
     VideoSink& operator=(const VideoSink&) = delete;
 
-    /// For the pipeline; it takes the reference.
+    /// The element for the pipeline, which takes the floating reference.
     [[nodiscard]] GstElement* element() const { return bin_; }
     [[nodiscard]] GStreamerPtr<GstAppSink> newSinkReference() const;
 
-    /// How often seeks have emptied it.
+    /// The number of flushes by seeks.
     [[nodiscard]] int flushes() const { return flushes_; }
-    /// The latest, of a pipeline that the machine paces.
+    /// The latest clock reading; only for machine-paced playback.
     [[nodiscard]] std::optional<ClockReading> reading() const;
 
 private:
@@ -58,7 +60,7 @@ private:
     GstElement* bin_ = nullptr;
     GStreamerPtr<GstElement> converter_;
     GStreamerPtr<GstAppSink> sink_;
-    bool isFullRange_ = false; // what comes in; on the pipeline's thread only
+    bool isFullRange_ = false; // of the input; streaming thread only
     std::atomic<int> flushes_{0};
     mutable std::mutex mutex_; // guards reading_
     std::optional<ClockReading> reading_;

@@ -17,7 +17,7 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
-/// The library's own bound; the format goes a little further.
+/// The limit of libjpeg-turbo; the format allows slightly more.
 constexpr int kMostSidePx = 65'500;
 
 struct HandleCloser {
@@ -60,7 +60,8 @@ std::optional<Error> refusalOfVariant(const JPEGStructure& file) {
     return std::nullopt;
 }
 
-/// A few bytes that promise a huge picture would keep the library busy filling it with grey.
+/// Detects a file that ends early. A few bytes that declare a huge image would otherwise keep
+/// libjpeg-turbo busy filling it with grey.
 bool isCutShort(const JPEGStructure& file) {
     const bool isArithmetic = file.process >= 0xC9;
     return !file.hasEndMarker || (!isArithmetic && 8 * file.compressedBytes < file.unitCount);
@@ -87,8 +88,8 @@ std::optional<Error> refusalOfCoefficients(const JPEGStructure& file, const Deco
                                           std::to_string(limits.maxBytes) + ")"};
 }
 
-/// The largest size up to the file's own that the library decodes to and that fits, or its
-/// smallest.
+/// Returns the largest of libjpeg-turbo's scaled sizes that fits, at most the file's own size; if
+/// none fits, its smallest one.
 SizePx decodedSize(SizePx size, int maxSidePx) {
     if (maxSidePx <= 0 || longestSide(size) <= maxSidePx)
         return size;
@@ -106,13 +107,14 @@ SizePx decodedSize(SizePx size, int maxSidePx) {
     return longestSide(largestFit) > 0 ? largestFit : smallest;
 }
 
-/// The library works from its own reading of the header. Should that differ from ours it would
-/// leave part of the buffer as it was.
+/// libjpeg-turbo parses the header itself. If its size differed from ours, it would leave part of
+/// the buffer unwritten.
 bool agreesOnSize(tjhandle handle, Bytes encoded, SizePx size) {
     SizePx read;
     int sampling = 0;
     int colours = 0;
-    // Its result is no help: it refuses rare samplings here that it decodes without complaint.
+    // The status is useless here: the function rejects rare chroma subsamplings that decode without
+    // a problem.
     (void)tjDecompressHeader3(handle, encoded.data(), encoded.size(), &read.width, &read.height,
                               &sampling, &colours);
     return read == size;
@@ -120,8 +122,9 @@ bool agreesOnSize(tjhandle handle, Bytes encoded, SizePx size) {
 
 enum class Outcome { Whole, Damaged, Failed };
 
-/// Once it has warned of anything the library calls a failure a warning too, with the rest of the
-/// pixels unwritten. So the last row tells: its alpha is 255 from the moment it is written.
+/// After a first warning, libjpeg-turbo also reports a failure as a warning and leaves the
+/// remaining pixels unwritten. So the alpha of the last pixel row tells whether decoding finished:
+/// it is 0 before and 255 once the row has been written.
 Outcome decompress(tjhandle handle, Bytes encoded, PixelStorage& pixels) {
     std::uint8_t& lastAlpha = pixels.row(pixels.heightPx - 1)[3];
     lastAlpha = 0;

@@ -4,11 +4,12 @@
 
 namespace platform {
 
-/// JPEG: baseline, extended and progressive, grey or three colours, 8 bits a sample.
+/// Decodes JPEG: baseline, extended and progressive, grey or three colour components, 8 bits per
+/// sample.
 ///
-/// A picture over `limits.maxSidePx` is decoded at the largest eighth that fits, which also makes
-/// it cheaper to decode. A file without its end marker counts as cut short even where all of its
-/// pixels may be there.
+/// An image larger than `limits.maxSidePx` is decoded at the largest multiple of 1/8 that fits,
+/// which also makes decoding cheaper. A file without an end marker counts as truncated even if all
+/// of its pixels may be present.
 class JPEGDecoder final : public ImageDecoder {
 public:
     [[nodiscard]] std::string_view name() const override { return "JPEG"; }

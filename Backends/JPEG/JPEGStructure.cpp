@@ -12,14 +12,14 @@ using Bytes = std::span<const std::uint8_t>;
 constexpr std::uint8_t kStuffing = 0x00;
 constexpr std::uint8_t kTemporary = 0x01;
 constexpr std::uint8_t kFirstRestart = 0xD0;
-constexpr std::uint8_t kStart = 0xD8; // the restarts end just before it
+constexpr std::uint8_t kStart = 0xD8; // end of the range of restart markers
 constexpr std::uint8_t kEnd = 0xD9;
 constexpr std::uint8_t kScan = 0xDA;
 constexpr std::uint8_t kExifSegment = 0xE1;
 constexpr std::uint8_t kPrefix = 0xFF;
 
 bool isFrame(std::uint8_t marker) {
-    // The three exceptions in the row of frame markers carry tables and extensions.
+    // The three exceptions within the range of frame markers carry tables and extensions.
     return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
 }
 
@@ -27,7 +27,7 @@ bool isProgressive(std::uint8_t process) {
     return process == 0xC2 || process == 0xCA;
 }
 
-/// Whether a marker may stand inside compressed data or says nothing.
+/// Whether a marker may occur inside compressed data or carries no information.
 bool isFiller(std::uint8_t marker) {
     return marker == kStuffing || marker == kTemporary || marker == kPrefix ||
            (marker >= kFirstRestart && marker < kStart);
@@ -58,7 +58,7 @@ public:
     }
 
 private:
-    /// Steps over compressed data, and over rubbish, as the library does.
+    /// Skips compressed data and garbage, as libjpeg-turbo does.
     std::optional<std::uint8_t> nextMarker() {
         const std::size_t from = at_;
         for (;;) {
@@ -71,7 +71,7 @@ private:
             }
             const std::uint8_t marker = file_[at_];
             if (isFiller(marker)) {
-                // A prefix may be repeated: the second is then the next candidate.
+                // The prefix byte may be repeated; the second one is then the next candidate.
                 at_ += marker == kPrefix ? 0 : 1;
                 continue;
             }

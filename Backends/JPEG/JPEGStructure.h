@@ -8,28 +8,28 @@
 
 namespace platform {
 
-/// What the markers of a JPEG file say, read without decoding anything: the library tells neither
-/// what a file will cost before it is decoded nor, once it has met other damage, that it was cut.
+/// What the markers of a JPEG file say, read without decoding. libjpeg-turbo does not report what
+/// decoding a file will cost, nor that a file is truncated if it has met other damage before.
 struct JPEGStructure {
-    /// The frame marker's second byte, 0xC0 for baseline; 0 when there is no frame.
+    /// The second byte of the frame marker, 0xC0 for baseline; 0 if there is no frame.
     std::uint8_t process = 0;
     int bitsPerSample = 0;
     int componentCount = 0;
     SizePx size;
-    /// The smallest units of compressed data; each takes a bit at least unless coded
-    /// arithmetically.
+    /// The number of MCUs, the smallest units of compressed data. Each takes at least one bit,
+    /// except with arithmetic coding.
     std::uint64_t unitCount = 0;
-    /// What the library needs to hold all coefficients at once.
+    /// The memory that libjpeg-turbo needs to hold all coefficients at once.
     std::uint64_t coefficientBytes = 0;
-    /// Whether it does hold them all, because a scan carries only a part of each.
+    /// Whether libjpeg-turbo holds them all at once, because a scan carries only a part of them.
     bool hasPartialScans = false;
     std::uint64_t compressedBytes = 0;
     bool hasEndMarker = false;
-    /// The EXIF block, header included; empty when there is none.
+    /// The EXIF block, header included; empty if there is none.
     std::span<const std::uint8_t> exif;
 };
 
-/// Never reads outside `encoded`; stops at the end marker or where the file makes no sense.
+/// Never reads outside of `encoded`. Stops at the end marker or at the first invalid segment.
 ///
 /// Owner:  `exif` points into `encoded`.
 [[nodiscard]] JPEGStructure readJPEGStructure(std::span<const std::uint8_t> encoded);

@@ -15,8 +15,8 @@ using Bytes = std::span<const std::uint8_t>;
 
 constexpr std::size_t kSignatureBytes = 8;
 
-/// A variant of one vendor's build tools that stores premultiplied BGRA without checksums. The
-/// library calls it damaged.
+/// A variant of PNG that one vendor's build tools write: premultiplied BGRA without checksums.
+/// libpng reports it as damaged.
 bool isVendorVariant(Bytes encoded) {
     constexpr std::string_view chunk = "CgBI";
     constexpr std::size_t at = kSignatureBytes + 4;
@@ -36,7 +36,7 @@ std::optional<Error> refusalOfPicture(const PNGReader& reader, SizePx target,
     return refusalOfSize(reader.isInterlaced() ? size : target, limits);
 }
 
-/// Empty when the reader has an error.
+/// The storage is empty if the reader failed.
 PixelStorage pixelsOf(PNGReader& reader, SizePx target) {
     const SizePx size = reader.size();
     if (target != size && !reader.isInterlaced()) {

@@ -4,11 +4,12 @@
 
 namespace platform {
 
-/// PNG: every colour type, depth and interlacing; 16 bits are rounded to 8, colour profiles and
-/// gamma are left alone.
+/// Decodes PNG: every colour type, depth and interlacing. 16-bit samples are rounded to 8 bits;
+/// colour profiles and gamma are ignored.
 ///
-/// A picture over `limits.maxSidePx` is reduced row by row as it is decoded, in memory for the
-/// reduced picture; an interlaced one is held whole first, which `limits.maxBytes` must allow.
+/// An image larger than `limits.maxSidePx` is scaled down row by row while it is decoded, so that
+/// only the scaled image is held in memory. An interlaced image is held whole first, which
+/// `limits.maxBytes` must allow.
 class PNGDecoder final : public ImageDecoder {
 public:
     [[nodiscard]] std::string_view name() const override { return "PNG"; }

@@ -10,7 +10,7 @@
 namespace platform {
 namespace {
 
-/// One writing of a PNG file. As in the reader, no function that a long jump may leave holds an
+/// Writes one PNG file. As in `PNGReader`, no function that libpng may leave with longjmp holds an
 /// object with a destructor.
 class PNGWriter {
 public:
@@ -41,10 +41,10 @@ public:
 
 private:
     void writeHeader(const Image& image) {
-        // Fixed, so that the bytes do not hang on what the library's makers think best.
+        // A fixed level, so that the output does not depend on the default of the libpng version.
         constexpr int compressionLevel = 6;
         png_set_compression_level(png_, compressionLevel);
-        // The defaults allow sides up to a million.
+        // libpng's default limit is one million pixels a side.
         png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
         png_set_IHDR(png_, info_, static_cast<png_uint_32>(image.widthPx()),
                      static_cast<png_uint_32>(image.heightPx()), 8, PNG_COLOR_TYPE_RGB_ALPHA,

@@ -10,8 +10,8 @@
 namespace platform {
 namespace {
 
-/// Whether a chunk claims more bytes than the file has left: the library would set memory aside for
-/// all of them. Pixels are not among them, as it takes those little by little.
+/// Whether a chunk declares more bytes than the file has left: libpng would allocate memory for all
+/// of them. IDAT chunks are exempt, because libpng reads those incrementally.
 bool claimsTooMuch(std::span<const std::uint8_t> file) {
     constexpr std::size_t signatureBytes = 8;
     constexpr std::size_t frameBytes = 12; // length, name and checksum
@@ -44,7 +44,7 @@ bool PNGReader::readHeader() {
     if (isCutShort_ || setjmp(png_jmpbuf(png_)) != 0)
         return false;
     png_set_read_fn(png_, this, onRead);
-    // The decoder has its own limit, and a text for it.
+    // The decoder has its own limit with its own error message.
     png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
     skipUnusedChunks();
     png_read_info(png_, info_);
@@ -54,7 +54,8 @@ bool PNGReader::readHeader() {
     return true;
 }
 
-// They can be large once unpacked, damaged, or a reason for warnings, and nothing here uses them.
+// These chunks are not used here, can be large once decompressed, and can be damaged or cause
+// warnings.
 void PNGReader::skipUnusedChunks() {
     constexpr png_byte names[] = "iCCP\0zTXt\0iTXt\0tEXt\0sPLT\0hIST";
     constexpr int nameBytes = 5;
@@ -138,7 +139,8 @@ void PNGReader::onError(png_structp png, png_const_charp text) {
     png_longjmp(png, 1);
 }
 
-// What the library warns of is outside the pixels: those are checked, and damage there is an error.
+// Warnings only concern data other than pixels. Pixels are checksummed, and damage there is an
+// error.
 void PNGReader::onWarning(png_structp, png_const_charp) {}
 
 } // namespace platform

@@ -14,15 +14,15 @@
 
 namespace platform {
 
-/// One reading of a PNG file, in the order of the functions below; false means that `error` says
-/// why, and that nothing but the destructor may follow.
+/// Reads one PNG file. Call the functions in the order below. If one returns false, `error` gives
+/// the reason, and no other function but the destructor may be called.
 ///
-/// The library leaves its functions by a long jump. So every function here that calls it lands the
-/// jump itself and holds no object with a destructor meanwhile; what needs one is a member or the
-/// caller's.
+/// libpng reports errors by longjmp. So every function that calls libpng has its own setjmp and
+/// holds no local object with a destructor meanwhile; such objects are members or belong to the
+/// caller.
 ///
 /// Owner:  `encoded` must outlive the reader.
-/// Thread: any, one at a time for each reader.
+/// Thread: any; not thread-safe, one thread at a time.
 class PNGReader {
 public:
     explicit PNGReader(std::span<const std::uint8_t> encoded);
@@ -30,13 +30,14 @@ public:
     PNGReader(const PNGReader&) = delete;
     PNGReader& operator=(const PNGReader&) = delete;
 
-    /// Up to the pixels; `size` and `isInterlaced` are known from then on.
+    /// Reads up to the pixels; `size` and `isInterlaced` are valid afterwards.
     [[nodiscard]] bool readHeader();
-    /// The whole picture, of the header's size.
+    /// Reads the whole image; `pixels` must have the size in the header.
     [[nodiscard]] bool readPixels(PixelStorage& pixels);
-    /// The whole picture into a scaler that takes the header's size; not if interlaced.
+    /// Reads the whole image into a scaler whose source has the size in the header. Not for
+    /// interlaced images.
     [[nodiscard]] bool readPixels(PictureScaler& scaler);
-    /// What follows the pixels; `exif` is complete from then on.
+    /// Reads what follows the pixels; `exif` is complete afterwards.
     [[nodiscard]] bool readEnd();
 
     [[nodiscard]] SizePx size() const { return size_; }
@@ -61,7 +62,7 @@ private:
     png_infop info_ = nullptr;
     SizePx size_;
     bool isInterlaced_ = false;
-    std::vector<std::uint8_t> row_; // on its way to the scaler
+    std::vector<std::uint8_t> row_; // buffer for the scaler's input
 };
 
 } // namespace platform

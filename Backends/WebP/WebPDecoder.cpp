@@ -17,7 +17,7 @@ namespace {
 
 using Bytes = std::span<const std::uint8_t>;
 
-constexpr std::size_t kFileHeaderBytes = 12; // "RIFF", the size of what follows it, "WEBP"
+constexpr std::size_t kFileHeaderBytes = 12; // "RIFF", the size of the rest, "WEBP"
 
 struct DemuxerCloser {
     void operator()(::WebPDemuxer* demuxer) const { WebPDemuxDelete(demuxer); }
@@ -57,7 +57,7 @@ int orientationOf(Bytes encoded) {
     WebPChunkIterator chunk{};
     if (!demuxer || WebPDemuxGetChunk(demuxer.get(), "EXIF", 1, &chunk) == 0)
         return 1;
-    // The chunk points into the file, so that it may be released first.
+    // The chunk points into the file, so it stays valid after the iterator is released.
     WebPDemuxReleaseChunkIterator(&chunk);
     return exifOrientation({chunk.chunk.bytes, chunk.chunk.size});
 }

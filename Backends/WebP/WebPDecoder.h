@@ -4,9 +4,9 @@
 
 namespace platform {
 
-/// WebP: one still picture, lossy or lossless, with or without alpha.
+/// Decodes WebP: one still image, lossy or lossless, with or without alpha.
 ///
-/// A picture over `limits.maxSidePx` is reduced by the library while it decodes.
+/// libwebp scales an image larger than `limits.maxSidePx` down while it decodes.
 class WebPDecoder final : public ImageDecoder {
 public:
     [[nodiscard]] std::string_view name() const override { return "WebP"; }

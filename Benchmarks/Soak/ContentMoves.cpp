@@ -16,7 +16,8 @@ URL remote(const Scene& scene, const std::string& name, Media::Delivery delivery
     return URL::URLWithString(scene.media().urlOf(name, delivery)).value();
 }
 
-/// A picture that is being shown is replaced by another controller's only.
+/// Replaces the player in three of four cases, because an image that is shown can only be replaced
+/// by another controller.
 void makeRoom(Scene& scene) {
     if (!scene.dice().oneIn(4))
         scene.replacePlayer();
@@ -78,7 +79,7 @@ void prepareBrokenVideo(Scene& scene) {
         scene.player().prepareVideoWithUrl(file(scene, name));
 }
 
-/// While the first is loading, a second one, and perhaps another kind after that.
+/// While the first content is loading, requests a second one, and perhaps another kind after that.
 void changeOnesMind(Scene& scene) {
     downloadSlowly(scene);
     prepareRemoteVideo(scene);

@@ -5,13 +5,13 @@
 #include <random>
 #include <vector>
 
-/// Chance that can be repeated: the same seed gives the same throws.
+/// A random number generator that can be repeated: equal seeds yield equal numbers.
 class Dice {
 public:
-    // A run is to be the same again. NOLINTNEXTLINE(cert-msc32-c,cert-msc51-cpp)
+    // Runs must be repeatable. NOLINTNEXTLINE(cert-msc32-c,cert-msc51-cpp)
     explicit Dice(std::uint64_t seed) : engine_(seed) {}
 
-    /// Both ends included.
+    /// Both bounds are inclusive.
     [[nodiscard]] int whole(int least, int most) {
         return std::uniform_int_distribution(least, most)(engine_);
     }

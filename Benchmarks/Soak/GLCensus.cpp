@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Drivers hand out the lowest free names: behind a gap as wide as this there are no more.
+/// Drivers assign the lowest free names, so no name follows a gap of this width.
 constexpr GLuint kWidestGap = 4096;
 
 bool isKept(GLuint buffer) {
@@ -16,7 +16,7 @@ bool isKept(GLuint buffer) {
     return bytes == 48 && usage == GL_STATIC_DRAW;
 }
 
-/// Whether there is anything of that name.
+/// Counts the objects of that name; returns whether there is one.
 bool count(GLCensus& census, GLuint name) {
     const bool isBuffer = glIsBuffer(name) == GL_TRUE;
     if (isBuffer)

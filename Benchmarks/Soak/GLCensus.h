@@ -1,6 +1,6 @@
 #pragma once
 
-/// How many GL objects of each kind there are.
+/// The numbers of GL objects by kind.
 struct GLCensus {
     int textures = 0;
     int buffers = 0;
@@ -8,10 +8,10 @@ struct GLCensus {
     int renderbuffers = 0;
     int programs = 0;
     int shaders = 0;
-    /// Every drawer of hot spots leaves one buffer behind for good: 48 bytes, written once. They go
-    /// with the context, and are told apart from `buffers` by just that.
+    /// Each hot spot drawer leaves one buffer behind until the context is destroyed: 48 bytes,
+    /// written once. Size and usage distinguish these from `buffers`.
     int keptBuffers = 0;
 };
 
-/// A context is current; buffer bindings are left as they were.
+/// A context must be current. Buffer bindings are restored.
 [[nodiscard]] GLCensus takeGLCensus();

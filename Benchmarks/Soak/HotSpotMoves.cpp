@@ -52,7 +52,7 @@ void placeBroken(Scene& scene) {
     place(scene, scene.dice().whole(1, 4), scene.media().brokenIcons);
 }
 
-/// One large one all around, for taps and looks to find.
+/// Adds large hot spots all around, so that taps and looks hit one.
 void surround(Scene& scene) {
     HotSpots spots;
     for (int i = -3; i <= 3; ++i) {
@@ -64,7 +64,7 @@ void surround(Scene& scene) {
     scene.player().addHotSpots(spots, makePickingPoint(scene.dice()));
 }
 
-/// The same ones again, moved.
+/// Adds the same hot spots again, at moved positions.
 void moveHotSpots(Scene& scene) {
     const HotSpots spots = scene.player().hotSpots();
     for (const auto& spot : spots) {
@@ -86,7 +86,7 @@ void switchTapDetection(Scene& scene) {
     scene.player().setEnableHotSpotTapDetection(!scene.dice().oneIn(4));
 }
 
-/// Long enough for automatic picking to make up its mind, and then by hand.
+/// Waits long enough for automatic picking to pick, then picks by tap.
 void pick(Scene& scene) {
     scene.replacePlayer();
     Visitor& player = scene.player();

@@ -9,10 +9,10 @@ using nlohmann::ordered_json;
 
 namespace {
 
-/// Of a normal distribution, one-sided.
+/// The one-sided 99 % quantile of the normal distribution.
 constexpr double kCertain = 2.326;
 
-/// Between all pairs, in order.
+/// The slopes between all pairs of samples, sorted.
 std::vector<double> slopesBetween(const std::vector<Ledger::Sample>& samples) {
     std::vector<double> slopes;
     for (std::size_t i = 0; i < samples.size(); ++i) {
@@ -51,8 +51,9 @@ void Ledger::measure(const std::string& name, double minute, double amount) {
     amounts_.at(name).samples.push_back({minute, amount});
 }
 
-// Sen's estimate: how many pairs of n samples would be ascending by chance alone is distributed
-// about normally, with that variance; so many slopes below the median lies the bound.
+// The Theil–Sen estimator. The number of pairs of n samples that ascend by chance alone is
+// approximately normally distributed with the variance below; the bound is the slope at that
+// distance below the median.
 std::optional<Ledger::Slope> Ledger::slopeOf(const std::vector<Sample>& samples) {
     const std::vector<double> slopes = slopesBetween(samples);
     if (samples.size() < kFewest || slopes.empty())

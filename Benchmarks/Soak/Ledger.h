@@ -7,26 +7,25 @@
 #include <string>
 #include <vector>
 
-/// Samples of what the process holds, always taken in the same state, and whether any of it grows.
+/// Records the resources of the process, always in the same state, and detects growth.
 ///
-/// What can be counted has to be the same again, to the last one, at every look. What is measured
-/// wobbles: it grows when its slope is over a bound that the scatter of the samples does not
-/// explain.
+/// Counts must not exceed their first value. Measurements fluctuate: one has grown if its slope
+/// exceeds a bound and the scatter of the samples does not explain it.
 ///
-/// Thread: one.
+/// Thread: any; not thread-safe, one thread at a time.
 class Ledger {
 public:
-    /// Of so much a minute at most it is not said that it grows.
+    /// Growth of at most this much per minute is not reported.
     void setBound(const std::string& name, double perMinute) { amounts_[name].bound = perMinute; }
 
-    /// The first count of a name is what later ones must not be over.
+    /// The first count of a name is the limit for later counts.
     void count(const std::string& name, int count);
-    /// How many there may be; none before the first count.
+    /// The limit of a count; nullopt before the first count.
     [[nodiscard]] std::optional<int> mostOf(const std::string& name) const;
-    /// Of a name that has a bound.
+    /// Adds a measurement; the name must have a bound.
     void measure(const std::string& name, double minute, double amount);
 
-    /// A line for each thing that has grown; none: all is flat.
+    /// One line for each resource that has grown; empty if none has.
     [[nodiscard]] std::vector<std::string> growths() const;
     [[nodiscard]] nlohmann::ordered_json inJson() const;
 
@@ -34,13 +33,13 @@ public:
         double minute;
         double amount;
     };
-    /// Per minute: the median of the slopes between all pairs of samples, which a single step or
-    /// outlier does not move, and the least that it is with a certainty of 99 in 100.
+    /// Per minute: the median of the slopes between all pairs of samples, which is robust against
+    /// single steps and outliers, and its lower 99 % confidence bound.
     struct Slope {
         double median;
         double atLeast;
     };
-    /// None for fewer than `kFewest` samples.
+    /// nullopt for fewer than `kFewest` samples.
     [[nodiscard]] static std::optional<Slope> slopeOf(const std::vector<Sample>& samples);
     static constexpr std::size_t kFewest = 8;
 

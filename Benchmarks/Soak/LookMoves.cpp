@@ -48,7 +48,7 @@ void pinch(Scene& scene) {
     both(Up, last);
 }
 
-/// It stays on the glass whatever comes next, until it is cancelled or the next gesture's is it.
+/// The finger stays down until touches are cancelled or a later gesture uses the same id.
 void layFinger(Scene& scene) {
     const Point place = anywhere(scene.dice());
     scene.touch(Down, 3, place);

@@ -110,8 +110,8 @@ std::string Media::urlOf(const std::string& name, Delivery delivery) const {
 }
 
 void serveMedia(const std::string& folder) {
-    // Without more to come on a connection the client keeps none, so that what it holds open does
-    // not hang on which download was the last one.
+    // Closing each connection keeps the client from caching it, so that the number of open
+    // connections does not depend on which download was the last.
     const tests::HttpReply once{.headers = {{"Connection", "close"}}};
     tests::HttpReply slow = once;
     slow.dripBytes = 4096;
@@ -122,7 +122,8 @@ void serveMedia(const std::string& folder) {
     server.serveFolder("/quick/", folder, once);
     server.serveFolder("/slow/", folder, slow);
     server.serveFolder("/cut/", folder, cut);
-    std::cout << server.url("/") << std::endl; // NOLINT(performance-avoid-endl): it is waited for
+    // The parent process waits for this line. NOLINTNEXTLINE(performance-avoid-endl)
+    std::cout << server.url("/") << std::endl;
     for (;;)
         pause();
 }

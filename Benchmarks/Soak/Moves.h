@@ -5,10 +5,10 @@
 
 class Scene;
 
-/// Something that people, a program or the machine may do at any moment.
+/// Something that a user, a program or the system may do at any time.
 struct Move {
     std::string_view name;
-    /// How often, beside the others.
+    /// The relative frequency.
     int weight;
     void (*make)(Scene&);
 };
@@ -19,5 +19,5 @@ using Moves = std::vector<Move>;
 [[nodiscard]] Moves hotSpotMoves();
 [[nodiscard]] Moves lookMoves();
 [[nodiscard]] Moves hostMoves();
-/// All of them.
+/// All of the above.
 [[nodiscard]] Moves allMoves();

@@ -10,9 +10,9 @@
 #include <memory>
 #include <string>
 
-/// A host, its screen, and the controller of the moment: what the moves are made on.
+/// A host, its screen and its current controller, on which the moves act.
 ///
-/// Thread: one. One scene at a time.
+/// Thread: main. Only one scene may exist at a time.
 class Scene {
 public:
     Scene(const Media& media, Events& events, Dice& dice, HeadlessHostOptions::Time time);
@@ -26,22 +26,23 @@ public:
     [[nodiscard]] EmbeddedHost& embedded() { return host_->embedded(); }
     [[nodiscard]] Visitor& player() { return *player_; }
 
-    /// Lets go of the controller in whatever state it is, and puts another in its place.
+    /// Destroys the controller in whatever state it is, and makes another.
     void replacePlayer();
     void resize(platform::Size size, double scale);
     [[nodiscard]] platform::Size size() const { return size_; }
     void appear();
     void disappear();
     [[nodiscard]] bool isVisible() const { return isVisible_; }
-    /// One finger's news, now, at a fraction of the screen.
+    /// Sends a touch event of one finger, now, at a fraction of the screen.
     void touch(platform::TouchPhase phase, std::int64_t finger, platform::Point fraction);
     void run(std::chrono::milliseconds duration);
 
-    /// Shows the same small picture on the same screen and lets everything come to rest.
+    /// Shows the same small image on the same screen, waits until nothing is pending, and counts GL
+    /// objects.
     ///
-    /// Errors: an exception when it does not come to rest.
+    /// Errors: throws an exception if pending work does not end.
     GLCensus censusAtSmallPicture();
-    /// Without any controller.
+    /// The same without a controller.
     GLCensus censusWithoutPlayer();
 
 private:

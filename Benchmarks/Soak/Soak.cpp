@@ -21,12 +21,13 @@ using std::chrono::steady_clock;
 namespace {
 
 constexpr int kRounds = 2;
-/// The transfer library keeps connections that it has used for whoever needs them next.
+/// libcurl keeps used connections open for reuse.
 constexpr int kKeptConnections = 8;
 constexpr const char* kResident = "resident KiB";
 constexpr const char* kHeap = "heap KiB";
-/// Ten minutes with a thousand moves each grew by 322 KiB a minute, 52 of them of the heap, which
-/// nothing of ours is known to hold; 10 KiB lost with every change of content are 600.
+/// In ten minutes with a thousand moves each, resident memory grew by 322 KiB per minute, of which
+/// 52 KiB were heap that our code is not known to hold. A leak of 10 KiB per change of content
+/// would be 600 KiB per minute.
 constexpr double kResidentBound = 512;
 constexpr double kHeapBound = 128;
 
@@ -38,14 +39,14 @@ const Move& anyOf(const Moves& moves, Dice& dice) {
                          [&left](const Move& move) { return (left -= move.weight) <= 0; });
 }
 
-/// In use of what the C library hands out; 0 under the sanitizers.
+/// The heap memory in use, as reported by the C library; 0 under the sanitizers.
 double heapKib() {
     const auto information = mallinfo2();
     return static_cast<double>(information.uordblks + information.hblkhd) / 1024;
 }
 
-/// What ends behind the caller's back has the time to: until there are no more than there may be,
-/// or it is clear that they stay.
+/// Counts, and gives objects that are released asynchronously time to go: waits until the count is
+/// within the limit, or until it is clear that it stays above it.
 template <class Count>
 int countOnce(Count count, std::optional<int> most) {
     const auto end = steady_clock::now() + (most ? 20s : 2s);
@@ -71,7 +72,8 @@ double Soak::minutes() const {
 
 void Soak::run(std::chrono::seconds duration) {
     const auto end = start_ + duration;
-    // Drivers and decoders fill what they keep for later; and so that there is more to look at.
+    // During the warm-up, drivers and decoders fill their caches. It is limited so that enough
+    // samples follow.
     warmUpMinutes_ = std::min(1.0, std::chrono::duration<double>(duration).count() / 60 / 4);
     makeEachOnce();
     do {
@@ -91,7 +93,7 @@ void Soak::makeEachOnce() {
     Scene scene(media_, events_, dice, HeadlessHostOptions::Time::Virtual);
     for (const Move& move : moves_)
         make(move, scene, dice);
-    // The first video from the network brings threads that stay.
+    // The first video from the network starts threads that stay.
     const std::string address = media_.urlOf(media_.videos.front(), Media::Delivery::Quick);
     scene.replacePlayer();
     scene.player().prepareVideoWithUrl(platform::URL::URLWithString(address));
@@ -141,14 +143,14 @@ void Soak::takeCensus(Scene& scene) {
 
 void Soak::takeStock() {
     ledger_.count("controllers without a host", Visitor::alive);
-    // GLib keeps idle threads for whoever needs one next, for a while.
+    // GLib keeps idle threads for reuse for a while.
     g_thread_pool_stop_unused_threads();
     const int threads = countOnce(threadCount, ledger_.mostOf("threads"));
     const int files =
         countOnce([] { return openFileCount() - openSocketCount(); }, ledger_.mostOf("files"));
     const int connections = countOnce([] { return openSocketCount(); }, kKeptConnections);
-    // Free memory in the middle of the heap is given back too: how much of it there happens to be
-    // is chance, and would hide what is in use for good.
+    // Free memory in the middle of the heap is returned to the system too: its amount is random and
+    // would hide memory that stays in use.
     malloc_trim(0);
     const double minute = minutes();
     std::cerr << ordered_json{{"minute", minute},

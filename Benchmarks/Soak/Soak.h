@@ -16,25 +16,25 @@
 
 class Scene;
 
-/// Makes moves at random for so long, and looks again and again at what the process holds.
+/// Makes random moves for a given time and repeatedly checks the resources of the process.
 ///
-/// A run consists of chapters, each with a host of its own and a seed of its own: that of the run
-/// for the first, one more for the next. What a chapter does can so be had again alone. Chapters
-/// with an even seed are in virtual time, odd ones in the machine's. A chapter consists of rounds:
-/// moves, then the same small picture, then no controller; there GL's objects are counted. Between
-/// chapters, without a host, threads, files and memory are.
+/// A run consists of chapters, each with its own host and seed: the run's seed for the first
+/// chapter, one more for each next one. So a single chapter can be repeated alone. Chapters with an
+/// even seed run in virtual time, odd ones in real time. A chapter consists of rounds: moves, then
+/// the same small image, then no controller; GL objects are counted in the last two states. Between
+/// chapters, without a host, threads, files and memory are measured.
 class Soak {
 public:
     Soak(const Media& media, std::uint64_t seed);
 
-    /// Errors: an exception for what must not happen, which names the chapter's seed.
+    /// Errors: throws an exception for a failure, which names the chapter's seed.
     void run(std::chrono::seconds duration);
 
     [[nodiscard]] const Ledger& ledger() const { return ledger_; }
     [[nodiscard]] nlohmann::ordered_json inJson() const;
 
 private:
-    /// For whatever is made at its first use.
+    /// Makes each move once, to create everything that is created at first use.
     void makeEachOnce();
     void playChapter();
     void playRound(Scene& scene, Dice& dice);
@@ -50,7 +50,7 @@ private:
     double warmUpMinutes_ = 0;
     std::uint64_t chapters_ = 0;
     int rounds_ = 0;
-    int keptBuffers_ = 0; // the most of a chapter
+    int keptBuffers_ = 0; // the most within a chapter
     std::map<std::string, int> made_;
     Events events_;
     Ledger ledger_;

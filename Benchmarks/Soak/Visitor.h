@@ -5,11 +5,10 @@
 #include <map>
 #include <string>
 
-/// What the controllers of a run have told of.
+/// The number of calls of each hook in a run.
 using Events = std::map<std::string, int>;
 
-/// A player as a host application has it: it counts what it hears, and begins a video again when
-/// that has ended.
+/// A player of a host application: counts its hooks, and restarts a video that has ended.
 class Visitor final : public ZNTDisplayViewController {
 public:
     explicit Visitor(Events& events) : events_(events) { ++alive; }
@@ -38,7 +37,7 @@ public:
         ++events_[byTap ? "hot spot tapped" : "hot spot looked at"];
     }
 
-    /// How many there are.
+    /// The number of instances.
     inline static int alive = 0;
 
 private:

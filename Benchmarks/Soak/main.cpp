@@ -28,10 +28,10 @@ std::uint64_t numberIn(std::string_view word) {
     return number;
 }
 
-/// Whether all is flat.
+/// Returns whether nothing has grown.
 bool soak(const std::string& program, std::chrono::seconds duration, std::uint64_t seed) {
     std::cerr << "seed: " << seed << "\n";
-    platform::setLogSink({}); // most of what happens here is worth a complaint
+    platform::setLogSink({}); // most moves cause log lines
     const Media media(program);
     platform::Bundle::application().addFolder(media.folder());
     Soak soak(media, seed);
@@ -47,14 +47,14 @@ bool soak(const std::string& program, std::chrono::seconds duration, std::uint64
 
 } // namespace
 
-/// `zanto-benchmark-soak SECONDS [SEED]` makes everything happen at random for so long, and leaves
-/// with 1 when something is held at its end that was not at its beginning. scripts/soak runs it.
+/// `zanto-benchmark-soak SECONDS [SEED]` makes random moves for that time, and exits with 1 if a
+/// resource has grown. scripts/soak runs it.
 int main(int argc, char** argv) {
-    // Before any thread: what GLib holds to be a fault of its user ends the run.
+    // Before any thread starts: a GLib critical warning ends the run.
     setenv("G_DEBUG", "fatal-criticals", 0); // NOLINT(concurrency-mt-unsafe)
-    // One heap for all threads. Of the others the C library gives nothing back that lies at their
-    // ends, and which thread gets which is chance: resident memory then rises by
-    // megabytes of which nobody holds anything. What leaks shows in one heap just the same.
+    // Uses one heap for all threads. The C library does not return memory at the ends of the other
+    // heaps, and the assignment of threads to heaps is random, so resident memory would rise by
+    // megabytes that nothing uses. A leak shows in a single heap just the same.
     mallopt(M_ARENA_MAX, 1);
     try {
         if (argc == 3 && std::string_view(argv[1]) == "--serve")

@@ -1,7 +1,7 @@
-# What the tests of the installed tree share. TREE is where it stands after it was moved, WORK a folder
-# for each test's own.
+# Functions that the tests of the installed tree share. TREE is the path of the moved tree, WORK a
+# scratch folder for each test.
 
-# Runs a command; without output, unless it fails.
+# Runs a command; prints its output only if it fails.
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output
                     ERROR_VARIABLE output)
@@ -11,7 +11,7 @@ function(run)
     endif()
 endfunction()
 
-# The output of a command that must succeed.
+# Returns the output of a command that must succeed.
 function(read_output variable)
     execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
     set(${variable} "${output}" PARENT_SCOPE)

@@ -1,5 +1,6 @@
-# What the shared libraries show of themselves: their names, and nothing that stands in no installed
-# header or is of a library below. The names of some of both are looked for.
+# Checks the shared libraries: their SONAMEs and search paths, and that they export the public API,
+# but no names that appear in no installed header or belong to libraries below. Samples of both are
+# looked up.
 include(${CMAKE_CURRENT_LIST_DIR}/Steps.cmake)
 file(GLOB libraries ${TREE}/${LIBDIR}/lib*.so.1)
 list(LENGTH libraries count)

@@ -1,4 +1,4 @@
-# The installed program draws, and its manual page names each of its options.
+# The installed program renders, and its manual page names each of its options.
 include(${CMAKE_CURRENT_LIST_DIR}/Steps.cmake)
 start_empty(${WORK}/program)
 run(${TREE}/bin/zanto-player render --size 64x64 --output ${WORK}/program/picture.png)

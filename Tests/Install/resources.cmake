@@ -1,5 +1,5 @@
-# An edited shader is used from where the tree stands now. One that no compiler takes shows that it was
-# read, and that the failure reaches the application as the class that it is.
+# Edited shaders are loaded from the moved tree. A shader that does not compile shows that it was
+# loaded, and that the application can catch the failure by its exception class.
 include(${CMAKE_CURRENT_LIST_DIR}/Steps.cmake)
 file(REMOVE_RECURSE ${WORK}/edited)
 file(COPY ${TREE}/ DESTINATION ${WORK}/edited)
@@ -18,6 +18,6 @@ set(host ${WORK}/edited-host/host ${resources}/panorama.jpg)
 expect_exit(0 ${host})
 set(ENV{LD_PRELOAD} ${WORK}/edited/${LIBDIR}/libZantoPlayerFramework.so.1)
 expect_exit(7 ${host})
-# Without any, the library has its own.
+# Without installed resources, the library uses its built-in ones.
 file(REMOVE_RECURSE ${WORK}/edited/share/ZantoPlayerFramework)
 expect_exit(0 ${WORK}/edited-host/host ${TREE}/share/ZantoPlayerFramework/panorama.jpg)

@@ -6,7 +6,7 @@
 
 namespace pictures {
 
-/// Linear light, so that mixing and adding behave as light does.
+/// A colour in linear light, so that blending and adding are physically correct.
 struct Colour {
     double r = 0.0;
     double g = 0.0;
@@ -25,7 +25,7 @@ constexpr Colour mix(const Colour& from, const Colour& to, double share) {
     return from * (1.0 - share) + to * share;
 }
 
-/// From the 0xRRGGBB of an sRGB colour.
+/// Converts an sRGB colour 0xRRGGBB to linear light.
 inline Colour srgb(std::uint32_t code) {
     const auto channel = [code](unsigned shift) {
         const double value = ((code >> shift) & 0xFFu) / 255.0;
@@ -34,7 +34,7 @@ inline Colour srgb(std::uint32_t code) {
     return {channel(16), channel(8), channel(0)};
 }
 
-/// The sRGB value, 0 to 255 and not yet rounded; light brighter than white rolls off softly.
+/// Converts to sRGB, from 0 to 255 and not yet rounded; light brighter than white rolls off softly.
 inline double encodeChannel(double light) {
     constexpr double kKnee = 0.75;
     constexpr double kRoom = 1.0 - kKnee;

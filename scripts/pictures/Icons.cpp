@@ -1,5 +1,5 @@
-// Draws the icons of the hot-spot example: round badges with a sign, each with a soft edge, in the
-// kinds of PNG that a picture with transparency comes in.
+// Draws the icons of the hot-spot example: round badges with a sign and a soft edge, in the PNG
+// colour types that support transparency.
 
 #include "Colour.h"
 #include "StrokeFont.h"
@@ -20,12 +20,12 @@ using namespace pictures;
 
 constexpr int kSidePx = 128;
 constexpr double kRadiusPx = 59;
-constexpr double kEdgePx = 4; // over which it fades
+constexpr double kEdgePx = 4; // width of the soft edge
 constexpr double kRingPx = 50;
 constexpr double kRingPenPx = 4;
 constexpr double kLetterPx = 52;
 constexpr double kPenPx = 9;
-constexpr int kLevels = 16; // of a palette: so many of the sign's share times so many of alpha
+constexpr int kLevels = 16; // of a palette: that many shares of the sign times that many alphas
 
 enum class Kind { Colour, Grey, Palette };
 
@@ -49,7 +49,7 @@ std::vector<Icon> allIcons() {
             {"ground", 0x6C3483, Kind::Colour, down}};
 }
 
-/// What a pixel is made of, each from 0 to 1.
+/// The components of a pixel, each from 0 to 1.
 struct Shade {
     double white;
     double alpha;
@@ -59,8 +59,8 @@ double covered(double distancePx) {
     return std::clamp(0.5 - distancePx, 0.0, 1.0);
 }
 
-/// Of the middle of a pixel. Outside it keeps the badge's colour: a filter that reaches across the
-/// edge finds no other one there.
+/// The coverage at the middle of a pixel. Outside of the badge the colour stays the same, so that a
+/// filter that reaches across the edge finds no other colour.
 Shade shadeAt(const Icon& icon, int column, int row) {
     const Point place{column + 0.5 - kSidePx / 2.0, kSidePx / 2.0 - row - 0.5};
     const double radius = std::hypot(place.x, place.y);

@@ -21,7 +21,7 @@ struct NamedHeading {
     std::uint32_t colour;
 };
 
-// North differs in colour, so that a picture turned by half a circle is noticed at a glance.
+// North has another colour, so that a rotation by 180 degrees is noticed at a glance.
 constexpr std::array<NamedHeading, 4> kHeadings{{
     {0.0, U"N", 0xE8412F},
     {90.0, U"E", 0xFFFFFF},
@@ -38,7 +38,8 @@ void draw(Picture& picture, const SphereStrokes& strokes, const Ink& ink) {
     const double margin = ink.outlineDegrees + kPixelDegrees;
     const Heading& centre = strokes.centre();
     const double halfHeight = strokes.reach().y + margin;
-    // A tangent plane's rectangle is wider in yaw than in degrees, the more so near the poles.
+    // A rectangle in a tangent plane spans more yaw than its width in degrees, above all near the
+    // poles.
     const double steepest = std::min(std::abs(centre.pitchDegrees) + halfHeight, 80.0);
     const double halfWidth =
         1.1 * (strokes.reach().x + margin) / std::cos(steepest * kRadiansPerDegree);

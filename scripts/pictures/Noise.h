@@ -5,8 +5,8 @@
 #include <cmath>
 #include <cstdint>
 
-/// Noise in space. Read along directions or in the ground plane it has neither seam nor pole, which
-/// noise over rows and columns would have.
+/// Three-dimensional noise. Sampled along directions or in the ground plane, it has no seam and no
+/// pole, unlike noise over rows and columns.
 namespace pictures {
 
 constexpr std::uint32_t hash(std::uint32_t value) {
@@ -15,7 +15,7 @@ constexpr std::uint32_t hash(std::uint32_t value) {
     return value ^ (value >> 16u);
 }
 
-/// The slope of the noise at a lattice point, dotted with the way from there.
+/// The noise's gradient at a lattice point, dotted with the offset from that point.
 inline double latticeSlope(int x, int y, int z, const Vec3& way) {
     const std::uint32_t code = hash(
         static_cast<std::uint32_t>(x) * 0x9E3779B1u ^
@@ -46,8 +46,8 @@ inline double noise(const Vec3& at) {
     return 1.3 * std::lerp(bottom, top, w);
 }
 
-/// Noise with `octaves` of ever finer detail. Detail finer than `footprint`, the size of a pixel in
-/// the units of `at`, is faded out, since it would only shimmer.
+/// Noise with `octaves` of increasingly fine detail. Detail finer than `footprint`, the size of a
+/// pixel in the units of `at`, is faded out, because it would alias.
 inline double fractalNoise(const Vec3& at, int octaves, double footprint = 0.0) {
     double sum = 0.0;
     double amplitude = 1.0;
@@ -64,7 +64,7 @@ inline double fractalNoise(const Vec3& at, int octaves, double footprint = 0.0) 
     return sum;
 }
 
-/// Sharp crests with slopes to either side, 0 to about 1.
+/// Sharp crests with slopes on both sides, from 0 to about 1.
 inline double ridgedNoise(const Vec3& at, int octaves) {
     double sum = 0.0;
     double amplitude = 0.5;

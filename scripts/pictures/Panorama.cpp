@@ -1,4 +1,4 @@
-// Draws the panorama: a landscape whose markings show at once whether it is turned, mirrored or
+// Draws the panorama: a landscape whose markings show at once whether it is rotated, mirrored or
 // upside down.
 
 #include "Markings.h"
@@ -34,8 +34,8 @@ Picture drawPicture() {
     return picture;
 }
 
-/// Rounds to bytes with triangular dither of one step, so that the wide gradients of the sky do not
-/// show bands.
+/// Rounds to bytes with triangular dither of one step, which prevents banding in the wide gradients
+/// of the sky.
 Bytes quantise(const Picture& picture) {
     Bytes rgb;
     rgb.reserve(static_cast<std::size_t>(kWidthPx) * kHeightPx * 3);
@@ -44,7 +44,8 @@ Bytes quantise(const Picture& picture) {
     for (int row = 0; row < kHeightPx; ++row) {
         for (int column = 0; column < kWidthPx; ++column) {
             const Colour& colour = picture.at(column, row);
-            // The same for all channels: grey grain is fainter than coloured grain, and smaller.
+            // All channels get the same dither: grey grain is less visible than coloured grain, and
+            // compresses better.
             const double dither = uniform() - uniform();
             for (const double light : {colour.r, colour.g, colour.b}) {
                 const double value = std::clamp(encodeChannel(light) + dither, 0.0, 255.0);

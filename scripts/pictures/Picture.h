@@ -8,7 +8,7 @@
 
 namespace pictures {
 
-/// A whole equirectangular picture. Columns wrap around, rows do not.
+/// An equirectangular image. Columns wrap around, rows do not.
 class Picture {
 public:
     Picture() : pixels_(static_cast<std::size_t>(kWidthPx) * kHeightPx) {}

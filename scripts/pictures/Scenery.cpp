@@ -14,7 +14,7 @@ const Vec3& sunDirection() {
     return direction;
 }
 
-/// The haze that everything fades to at the horizon, warmer below the sun.
+/// The colour of the haze at the horizon, warmer below the sun.
 Colour haze(const Vec3& direction) {
     static const Colour away = srgb(0xCFDDE6);
     static const Colour towards = srgb(0xFBE3BD);
@@ -44,8 +44,8 @@ Colour addSun(const Colour& sky, const Vec3& direction) {
            disc * (2.0 * (1.0 - smoothStep(1.5, 1.8, angle)));
 }
 
-/// Where the view meets a dome of clouds. The dome curves down far away, so that unlike on a flat
-/// ceiling the clouds keep a finite size at the horizon.
+/// The intersection of a view direction with a dome of clouds. Because the dome curves down far
+/// away, clouds keep a finite size at the horizon, unlike those of a flat ceiling.
 Vec3 pointOnCloudDome(const Vec3& direction) {
     constexpr double kRadius = 12.0;
     const double climb = kRadius * direction.y;
@@ -112,7 +112,8 @@ Colour addRange(const Colour& behind, const Range& range, const Heading& heading
     return mix(behind, mix(body, haze(around), share), cover);
 }
 
-/// Eight spikes around the nadir seen from above, the four at the headings longer, north red.
+/// Eight spikes around the nadir, seen from above: those at the four headings are longer, and the
+/// one to the north is red.
 Colour addCompassRose(const Colour& ground, double yawDegrees, double radiusDegrees) {
     static const Colour light = srgb(0xF3EAD6);
     static const Colour dark = srgb(0x3B4A57);
@@ -164,8 +165,9 @@ Colour meadow(const Vec3& place, double footprint) {
     return grass * (1.0 + 0.24 * blades + 0.09 * stalks);
 }
 
-/// Rings every 15 degrees of pitch and spokes every 10 of yaw, to show how the ground is bent. They
-/// stop at the paving: at the nadir the spokes would run into one blot.
+/// Rings every 15 degrees of pitch and spokes every 10 degrees of yaw, which show how the
+/// projection distorts the ground. They stop at the paving, because the spokes would merge at the
+/// nadir.
 double groundGrid(const Heading& heading) {
     const double pitch = heading.pitchDegrees;
     const double narrowing = std::cos(pitch * kRadiansPerDegree);

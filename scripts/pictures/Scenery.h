@@ -6,7 +6,7 @@
 namespace pictures {
 
 /// The light that arrives from `heading`: sky, sun and clouds above, mountains around the horizon,
-/// meadow and a paved round with a compass rose below.
+/// and below it a meadow and a round paved area with a compass rose.
 [[nodiscard]] Colour sceneryAt(const Heading& heading);
 
 } // namespace pictures

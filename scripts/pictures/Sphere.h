@@ -5,9 +5,9 @@
 #include <numbers>
 #include <optional>
 
-/// Geometry shared by the generated pictures.
+/// Geometry shared by the generated images.
 ///
-/// Row 0 of an equirectangular picture looks at the zenith and the middle column looks north; yaw
+/// Row 0 of an equirectangular image looks at the zenith, and the middle column looks north; yaw
 /// grows to the east, which is to the right when seen from the centre. Directions are unit vectors
 /// with x east, y up and z south.
 namespace pictures {
@@ -59,7 +59,7 @@ inline double angleDegreesBetween(const Vec3& a, const Vec3& b) {
     return std::acos(std::clamp(dot(a, b), -1.0, 1.0)) / kRadiansPerDegree;
 }
 
-/// How much of a pixel a shape covers whose edge is `distanceDegrees` away (negative inside).
+/// The coverage of a pixel by a shape whose edge is `distanceDegrees` away (negative inside).
 inline double coverage(double distanceDegrees) {
     return std::clamp(0.5 - distanceDegrees / kPixelDegrees, 0.0, 1.0);
 }
@@ -69,16 +69,16 @@ inline double smoothStep(double from, double to, double value) {
     return t * t * (3.0 - 2.0 * t);
 }
 
-/// The plane that touches the sphere at `centre`: what is drawn flat on it looks flat and
-/// undistorted to an eye at the sphere's centre. Coordinates are degrees as measured at the
-/// touching point, x to the right and y up.
+/// The plane that touches the sphere at `centre`: flat drawings in it look undistorted from the
+/// sphere's centre. Coordinates are in degrees as measured at the tangent point, x to the right and
+/// y up.
 class TangentPlane {
 public:
     explicit TangentPlane(const Heading& centre)
         : normal_(directionOf(centre)), right_(directionOf({centre.yawDegrees + 90.0, 0.0})),
           up_(directionOf({centre.yawDegrees, centre.pitchDegrees + 90.0})) {}
 
-    /// Nothing for a direction that looks away from the plane.
+    /// nullopt for a direction that points away from the plane.
     [[nodiscard]] std::optional<Point> project(const Vec3& direction) const {
         const double depth = dot(direction, normal_);
         if (depth < 0.1) {

@@ -9,7 +9,7 @@
 
 namespace pictures {
 
-/// Pen strokes laid on the sphere so that they look undistorted from its centre.
+/// Pen strokes drawn on the sphere so that they look undistorted from its centre.
 class SphereStrokes {
 public:
     /// Units: `strokes` and `penDegrees` (the full width of the pen) in degrees at `centre`.
@@ -23,7 +23,8 @@ public:
         }
     }
 
-    /// `heightDegrees` is that of a capital from edge to edge, the pen's own width included.
+    /// `heightDegrees` is the height of a capital letter from edge to edge, including the pen's
+    /// width.
     static SphereStrokes text(const Heading& centre, std::u32string_view characters,
                               double heightDegrees, double penDegrees) {
         const double scale = heightDegrees - penDegrees;
@@ -40,7 +41,7 @@ public:
     /// Half the width and half the height in degrees.
     [[nodiscard]] const Point& reach() const { return reach_; }
 
-    /// Degrees to the nearest edge of a stroke, negative inside it.
+    /// The distance to the nearest edge of a stroke in degrees, negative inside it.
     [[nodiscard]] double distanceDegrees(const Vec3& direction) const {
         const auto point = plane_.project(direction);
         return point ? distanceToStrokes(strokes_, *point) - penDegrees_ / 2.0

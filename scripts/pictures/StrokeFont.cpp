@@ -12,8 +12,8 @@ namespace {
 constexpr double kLetterGap = 0.26;
 constexpr double kArcStepDegrees = 7.5;
 
-/// A path is a list of pen moves from a lifted pen: `P x y` goes to a point, `A cx cy rx ry from
-/// to` goes along an elliptical arc between two angles in degrees, and `U` lifts the pen.
+/// A path is a list of commands and begins with the pen lifted: `P x y` moves to a point, `A cx cy
+/// rx ry from to` follows an elliptical arc between two angles in degrees, and `U` lifts the pen.
 struct Glyph {
     double width = 0.0;
     const char* path = "";

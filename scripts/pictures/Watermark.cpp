@@ -1,4 +1,4 @@
-// Draws the watermark: one faint word, repeated all around below the horizon, on nothing.
+// Draws the watermark: one faint word, repeated all around below the horizon, on transparency.
 
 #include "SphereStrokes.h"
 
@@ -23,16 +23,16 @@ constexpr double kOutlineDegrees = 0.22;
 constexpr double kLetterOpacity = 0.40;
 constexpr double kOutlineOpacity = 0.25;
 
-// The distance between two words is a whole number of pixels, so all words are the same bytes and
-// every one but the first costs the file next to nothing.
+// The distance between two words is a whole number of pixels, so that all words have the same
+// bytes, and all but the first compress to almost nothing.
 constexpr int kRepeats = 16;
 constexpr int kTileWidthPx = kWidthPx / kRepeats;
 constexpr std::size_t kMaxBytes = 64 * 1024;
 
 using Pixel = std::array<std::uint8_t, 4>;
 
-/// White letters in a black outline. The two do not overlap, and as the outline is black already,
-/// the black of the empty pixels around it shows no fringe when a renderer filters across the edge.
+/// White letters with a black outline that do not overlap. Transparent pixels are black like the
+/// outline, so a renderer that filters across the edge shows no fringe.
 Pixel shade(double distanceDegrees) {
     const double letter = kLetterOpacity * coverage(distanceDegrees);
     const double falloff = 1.0 - smoothStep(0.0, kOutlineDegrees * 1.6, distanceDegrees);
@@ -76,7 +76,8 @@ void append(png_structp png, png_bytep bytes, png_size_t count) {
     file.insert(file.end(), bytes, bytes + count);
 }
 
-/// Owner: none; libpng jumps over destructors on an error, so this holds no objects that need one.
+/// Holds no objects with destructors, because libpng reports errors by longjmp, which skips
+/// destructors.
 bool write(png_structp png, png_infop info, png_const_bytep pixels) {
     if (setjmp(png_jmpbuf(png))) { // NOLINT(cert-err52-cpp): the only way libpng reports an error
         return false;

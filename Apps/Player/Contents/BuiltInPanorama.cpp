@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-/// Built in from Resources/panorama.jpg.
+/// Embedded at build time from Resources/panorama.jpg.
 extern const std::string_view kPanorama;
 
 platform::ImagePtr builtInPanorama() {

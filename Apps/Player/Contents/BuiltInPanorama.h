@@ -2,5 +2,5 @@
 
 #include "Platform/Imaging/Image.h"
 
-/// The panorama that is shown when no other is given.
+/// The panorama that is shown if no input is given.
 [[nodiscard]] platform::ImagePtr builtInPanorama();

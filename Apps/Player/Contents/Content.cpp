@@ -18,7 +18,7 @@ constexpr std::array<std::string_view, 14> kVideoEndings{".mp4", ".m4v",  ".mov"
                                                          ".ts",  ".m2ts", ".m3u8", ".mpd", ".ogv",
                                                          ".avi", ".3gp",  ".flv",  ".mpg"};
 
-/// In lower case, of the last part of the path.
+/// The file extension in the path, in lower case.
 std::string endingOf(const std::string& input) {
     const auto url = urlOf(input);
     std::string ending = std::filesystem::path(url ? url->path() : input).extension().string();
@@ -36,7 +36,7 @@ bool beginsLikeAPicture(const std::string& path) {
            (start.starts_with("RIFF") && start.substr(8) == "WEBP");
 }
 
-/// What people paste may hold characters that an address writes in another way.
+/// Percent-encodes the characters of a pasted address that a URL must not contain.
 std::string escaped(const std::string& address) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     constexpr std::string_view escapedToo = " \"<>\\^`{|}";
@@ -105,7 +105,7 @@ ContentState stateOfContent(const TracedController& controller, const std::strin
                                                                          : ContentState::Pending;
     if (controller.srcImage())
         return ContentState::Open;
-    // A file that is no picture has been named and explained by the library.
+    // For a file that is not an image, the library has already logged the file and the reason.
     const bool isOnItsWay = controller.srcImageUrl() && !controller.isReadyForDisplay() &&
                             !controller.srcImageUrl()->isFileURL();
     return isOnItsWay ? ContentState::Pending : ContentState::Failed;

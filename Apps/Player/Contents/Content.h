@@ -7,23 +7,23 @@
 #include <optional>
 #include <string>
 
-/// The address that a command line or a script names: as it stands, or a file's. Errors: none for
-/// what looks like an address and is not one.
+/// The URL of an input from the command line or a script, which is a URL or a file path. Errors:
+/// nullopt if the input contains "://" but is not a valid URL.
 [[nodiscard]] std::optional<platform::URL> urlOf(const std::string& input);
 
-/// Whether it is to be shown as a picture or to be played: by its ending, and where that says
-/// nothing by the first bytes of the file. An address without a telling ending is played.
+/// Decides by the file extension whether the input is an image or a video; if the extension is
+/// unknown, by the first bytes of the file. A remote URL without a known extension is a video.
 [[nodiscard]] ContentAction::Kind kindOf(const std::string& input);
 
-/// What people call it: the last part of its path.
+/// The display name: the last part of the path.
 [[nodiscard]] std::string nameOfContent(const std::string& input);
 
-/// Hands a controller what the command line names: a file or an address, the built-in panorama when
-/// it is empty. What an address or a video leads to comes with later turns of the host.
+/// Sets the controller's content to a file or a URL; to the built-in panorama if `input` is empty.
+/// Remote content and videos load during later iterations of the host's loop.
 void prepareContent(TracedController& controller, const std::string& input);
 
 enum class ContentState { Pending, Open, Failed };
 
-/// What has become of it so far. A failure has been told to the person.
+/// The loading state of the content. A failure is also printed to standard error.
 [[nodiscard]] ContentState stateOfContent(const TracedController& controller,
                                           const std::string& input);

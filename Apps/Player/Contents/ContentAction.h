@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// A picture or a video, from a file or an address.
+/// Opens an image or a video, from a file or a URL.
 struct ContentAction {
     enum class Kind { Picture, Video };
     Kind kind;

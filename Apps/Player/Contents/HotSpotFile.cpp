@@ -29,7 +29,7 @@ HotSpotFile readMembers(const Members& members, const std::string& folder) {
     return file;
 }
 
-/// Of the byte at which the parser gave up, the first one counting as 1.
+/// The line that contains the byte at which the parser stopped; the first byte is 1.
 std::string lineOf(const std::string& text, std::size_t byte) {
     const std::size_t before = std::min(byte > 0 ? byte - 1 : 0, text.size());
     const auto end = text.begin() + static_cast<std::ptrdiff_t>(before);
@@ -53,7 +53,7 @@ Read readText(const std::string& text, const std::string& name) {
 } // namespace
 
 void HotSpotFile::applyTo(ZNTDisplayViewController& controller) const {
-    // Automatic picking is switched first: a video that has a frame takes the list at once.
+    // Automatic picking is set first, because a video that has a frame uses the list at once.
     controller.setEnableHotSpotAutoPicking(autoPicking);
     controller.setEnableHotSpotTapDetection(tapDetection);
     addHotSpots(controller, hotSpots);

@@ -9,24 +9,24 @@
 
 class ZNTDisplayViewController;
 
-/// What `--hot-spots` names: hot spots, and how people pick them.
+/// The contents of a `--hot-spots` file: hot spots, and how they are picked.
 struct HotSpotFile {
     HotSpotsAction hotSpots;
     bool tapDetection = true;
     bool autoPicking = true;
 
-    /// Gives it to a controller whose view is loaded and has not appeared.
+    /// Applies the settings to a controller whose view is loaded and has not appeared yet.
     void applyTo(ZNTDisplayViewController& controller) const;
 };
 
-/// Reads one JSON object; docs/hot-spots.md is its manual. Pictures are relative to its folder. An
-/// empty path gives null.
+/// Reads one JSON object; docs/hot-spots.md describes its members. Image paths are relative to the
+/// file's folder. Returns null for an empty path.
 ///
-/// Errors: Missing or Unreadable (the file), Corrupt; the detail names the file, the line of what
-///         is not JSON, else the member.
+/// Errors: Missing or Unreadable (the file), Corrupt. The detail names the file and, for a JSON
+///         syntax error, the line, otherwise the member.
 [[nodiscard]] platform::Result<std::shared_ptr<const HotSpotFile>>
 readHotSpotFile(const std::string& path);
 
-/// The same from a stream; `name` stands for the file in messages.
+/// The same for a stream; messages use `name` as the file's name.
 [[nodiscard]] platform::Result<std::shared_ptr<const HotSpotFile>>
 readHotSpotFile(std::istream& stream, const std::string& name);

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// As many as there are colours for picking.
+/// The number of picking colours.
 constexpr std::size_t kMostToldApart = 206;
 
 float finite(const Members& members, const std::string& name) {
@@ -24,7 +24,7 @@ float finite(const Members& members, const std::string& name) {
     return value;
 }
 
-/// 1 when it is missing.
+/// Returns 1 if the member is missing.
 float factor(const Members& members, const std::string& name) {
     const float value = members.has(name) ? finite(members, name) : 1;
     if (value <= 0)
@@ -81,7 +81,7 @@ void addHotSpots(ZNTDisplayViewController& controller, const HotSpotsAction& act
     if (all.size() > kMostToldApart)
         tell("only the first " + std::to_string(kMostToldApart) + " of " +
              std::to_string(all.size()) + " hot spots can be told apart when they are picked");
-    std::map<std::string, platform::ImagePtr> images; // a file is read once
+    std::map<std::string, platform::ImagePtr> images; // each file is read once
     std::vector<std::shared_ptr<ZNTHotSpot>> made;
     for (const HotSpot& spot : all) {
         const auto [entry, isNew] = images.try_emplace(spot.image);
@@ -101,7 +101,7 @@ void refreshHotSpots(ZNTDisplayViewController& controller) {
     const auto point = controller.hotSpotPickingPoint();
     if (controller.contentType() != ContentType::Video || !point)
         return;
-    // Another point is another list.
+    // A new picking point makes the controller apply the list again.
     const auto same =
         ZNTHotSpotPickingPoint::pickingPointForXPosition(point->hKoef(), point->vKoef());
     same->setRejectRate(point->rejectRate());

@@ -8,16 +8,18 @@
 
 class ZNTDisplayViewController;
 
-/// What a `hot_spots` member and those beside it say; pictures are relative to `folder`.
+/// Reads the `hot_spots` member and the picking members beside it; image paths are relative to
+/// `folder`.
 ///
 /// Errors: `LineRefused`.
 [[nodiscard]] HotSpotsAction readHotSpots(const Members& members, const std::string& folder);
 
-/// Hands hot spots to a controller, their pictures read from their files; one that is missing or
-/// broken is null, and has been named in the log. Says once when there are more than can be told
-/// apart.
+/// Reads the images of the hot spots and adds the hot spots to a controller. A missing or damaged
+/// image becomes null and has been logged. Prints a warning if there are more hot spots than
+/// picking colours.
 void addHotSpots(ZNTDisplayViewController& controller, const HotSpotsAction& action);
 
-/// Has hot spots and the switch of automatic picking take effect on what is shown. By themselves a
-/// picture takes them at its next appearance, and a video takes the switch with the next list only.
+/// Applies the controller's hot spots and its automatic-picking setting to the content that is
+/// shown. Without this call, an image applies both when it next appears, and a video applies the
+/// setting with the next list only.
 void refreshHotSpots(ZNTDisplayViewController& controller);

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-/// A marker, as `ZNTHotSpot` has it.
+/// A marker with the attributes of `ZNTHotSpot`.
 struct HotSpot {
     std::string name;
-    /// A file.
+    /// A file path.
     std::string image;
     float vertical = 0;
     float horizontal = 0;
@@ -17,10 +17,10 @@ struct HotSpot {
     float x = 1;
     float y = 1;
 };
-/// These hot spots and no others.
+/// Replaces all hot spots by these.
 struct HotSpotsAction {
     std::vector<HotSpot> hotSpots;
-    /// Fractions of the screen.
+    /// In fractions of the screen.
     platform::Point pickingPoint{0.5, 0.5};
     std::int64_t rejectRate = 1;
 };

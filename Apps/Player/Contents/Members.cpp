@@ -8,16 +8,16 @@ using nlohmann::json;
 
 namespace {
 
-/// JSON's numbers are exact in every program up to here.
+/// Every program reads JSON integers below this limit exactly (2^53).
 constexpr double kIntegersEnd = 9007199254740992.0;
-/// Lists and objects in each other; all that is read has four.
+/// The greatest nesting of lists and objects. Valid input nests four deep.
 constexpr int kDeepest = 16;
 
 bool isFinite(const json& value) {
     return value.is_number() && std::isfinite(value.get<double>());
 }
 
-/// Control characters are one byte, or two of UTF-8 that begin with 0xC2.
+/// Replaces control characters: one byte each, or two bytes in UTF-8 that begin with 0xC2.
 std::string withoutControls(std::string text) {
     unsigned char before = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {

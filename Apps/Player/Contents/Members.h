@@ -10,46 +10,46 @@
 #include <string_view>
 #include <vector>
 
-/// Why a text that people write is not what it should be. Stays among its readers.
+/// Why text that a user wrote is invalid. The readers throw and catch it; it does not leave them.
 class LineRefused : public std::runtime_error {
 public:
-    /// `why` may quote the text: what a terminal would act on is replaced by question marks.
+    /// `why` may quote the text: control characters are replaced by question marks, because a
+    /// terminal would interpret them.
     explicit LineRefused(std::string why);
 };
 
-/// The JSON of a text.
+/// Parses JSON.
 ///
-/// Errors: the parser's own exceptions; `LineRefused` where lists and objects are nested deeper
-/// than
-///         anything that is read, because copying them could overflow the stack.
+/// Errors: the parser's own exceptions; `LineRefused` if lists and objects are nested deeper than
+///         any valid input, because copying them could overflow the stack.
 [[nodiscard]] nlohmann::json parsedJson(const std::string& text);
 
-/// A JSON object that people write: its members, each of the type that it should have.
+/// A JSON object that a user wrote, with typed access to its members.
 ///
-/// Errors: `LineRefused` from every function that reads, naming the member.
+/// Errors: every reading function throws `LineRefused`, which names the member.
 class Members {
 public:
-    /// `place`: where the object stands, as in "list[3]"; empty for an object of its own.
+    /// `place` locates the object within the input, as in "list[3]"; empty for the root object.
     explicit Members(nlohmann::json object, std::string place = {});
 
     [[nodiscard]] const nlohmann::json& object() const { return object_; }
     [[nodiscard]] bool has(const std::string& name) const { return object_.contains(name); }
 
-    /// Finite.
+    /// A finite number.
     [[nodiscard]] double number(const std::string& name) const;
-    /// Small enough to be told apart from its neighbours by whatever program wrote it.
+    /// An integer below 2^53 in magnitude, so that every program reads it exactly.
     [[nodiscard]] std::int64_t integer(const std::string& name) const;
     [[nodiscard]] std::string text(const std::string& name) const;
     [[nodiscard]] bool flag(const std::string& name) const;
-    /// So many finite numbers; `shape` says what they are, as in "[width, height]".
+    /// A list of `count` finite numbers; `shape` describes it in messages, as in "[width, height]".
     [[nodiscard]] std::vector<double> numbers(const std::string& name, std::size_t count,
                                               std::string_view shape) const;
-    /// Any number of objects, each knowing its place.
+    /// A list of any number of objects.
     [[nodiscard]] std::vector<Members> objects(const std::string& name) const;
 
-    /// Refuses a member that is not among these.
+    /// Throws `LineRefused` if there is a member with another name.
     void allowOnly(std::initializer_list<std::string_view> names) const;
-    /// How messages call a member.
+    /// The name of a member in messages.
     [[nodiscard]] std::string nameOf(const std::string& name) const;
 
 private:

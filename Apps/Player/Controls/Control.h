@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-/// What can be pressed in the window.
+/// Everything in the window that the user can press.
 enum class Control {
     Playback,
     Mute,
@@ -23,13 +23,13 @@ enum class Control {
     DismissMessage,
 };
 
-/// What pressing it does; none: something that no key does.
+/// The action of pressing the control; nullopt if no key has the same action.
 [[nodiscard]] std::optional<WindowAction> actionOf(Control control);
 
-/// What it is called when the mouse rests on it; empty: it speaks for itself.
+/// The tooltip; empty if the control needs none.
 [[nodiscard]] std::string_view nameOf(Control control);
 
-/// Whether it has values, along its width, rather than being pressed.
+/// Whether the control is a slider rather than a button.
 [[nodiscard]] constexpr bool isBar(Control control) {
     return control == Control::SeekBar || control == Control::VolumeBar;
 }

@@ -11,11 +11,11 @@ using platform::TouchPhase;
 
 namespace {
 
-/// A finger trembles that far and still taps.
+/// How far a finger may move and still tap, in points.
 constexpr double kTapSlop = 10;
-/// A press may end that far beside its control.
+/// How far beside its control a press may end, in points.
 constexpr double kPressSlop = 16;
-/// The bar that nobody knows the length of moves that often.
+/// How often an indeterminate progress bar is redrawn.
 constexpr Instant kLoadingStep = std::chrono::milliseconds(50);
 
 bool isNear(Point one, Point other, double distance) {
@@ -48,7 +48,7 @@ bool Controls::touch(const TouchEvent& event, Instant now) {
 bool Controls::touchDown(const TouchEvent& event, Instant now) {
     const ControlsState state = client_.state();
     if (state.showsHelp) {
-        press(Control::Help, event, now); // wherever it is
+        press(Control::Help, event, now); // the help covers everything, so every press closes it
         return true;
     }
     const ControlsLayout layout = layOutControls(size_, state);
@@ -71,7 +71,7 @@ bool Controls::touchDown(const TouchEvent& event, Instant now) {
 
 void Controls::press(std::optional<Control> control, const TouchEvent& event, Instant now) {
     if (press_)
-        return; // one thing at a time
+        return; // only one press at a time
     press_ = Press{event.id, control};
     updateHold(now);
     if (control && isBar(*control))
@@ -92,7 +92,8 @@ void Controls::touchMoved(const TouchEvent& event, Instant now) {
 void Controls::touchEnded(const TouchEvent& event, Instant now) {
     const bool isUp = event.phase == TouchPhase::Up;
     if (tap_ && tap_->id == event.id) {
-        // A mouse brings them back with its next move.
+        // After a tap with a mouse, the controls would reappear with its next move, so only a
+        // finger hides them.
         if (isUp && wasShownBeforeTap_ && event.kind == TouchKind::Finger)
             fade_.hide(now);
         tap_.reset();

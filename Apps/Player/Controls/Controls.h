@@ -10,20 +10,20 @@
 #include <cstdint>
 #include <optional>
 
-/// Everything that a picture of the controls is made of.
+/// Everything that the painter needs to draw the controls.
 struct ControlsPicture {
     ControlsState state;
     ControlsLayout layout;
     /// Of the bar at the bottom.
     double opacity = 0;
-    /// Whether the notice of loading is there; what loads quickly gets none.
+    /// Whether the loading notice is shown; content that loads quickly shows none.
     bool showsLoading = false;
-    /// How long it has been there, for the bar that nobody knows the length of.
+    /// How long the notice has been shown; moves an indeterminate progress bar.
     platform::Instant loadingTime{};
-    /// Under the mouse, and under a finger or the pressed button.
+    /// The control under the mouse, and the control that is pressed.
     std::optional<Control> pointedAt = {};
     std::optional<Control> pressed = {};
-    /// Where on the seek bar either of them is, 0 to 1.
+    /// The position of the mouse or the press on the seek bar, from 0 to 1.
     std::optional<double> seekPoint = {};
 
     /// Whether there is anything to draw.
@@ -32,46 +32,45 @@ struct ControlsPicture {
     }
 };
 
-/// The controls over the picture, without their looks: when they are there, what is under a finger,
-/// what comes of it.
+/// The behaviour of the controls over the scene, without their appearance: when they are visible,
+/// which control is under a finger, and what a press does.
 ///
-/// Owner:  the client outlives it. Thread: main.
+/// Owner:  the client must outlive it. Thread: main.
 class Controls {
 public:
-    /// What takes less to load is not spoken of.
+    /// Loading that takes less than this shows no notice.
     static constexpr platform::Instant kLoadingPatience = std::chrono::milliseconds(300);
 
     explicit Controls(ControlsClient& client) : client_(client) {}
 
     void setSize(platform::Size size) { size_ = size; }
 
-    /// Whether the touch is the controls' and not the picture's; what counts is the answer to its
-    /// Down.
+    /// Returns whether the controls handle the touch, so that the scene must not. The result for
+    /// the Down event decides for the whole touch.
     bool touch(const platform::TouchEvent& event, platform::Instant now);
-    /// Where the mouse is; none: it has left.
+    /// Sets the position of the mouse; nullopt if it has left the window.
     void pointAt(std::optional<platform::Point> point, platform::Instant now);
-    /// Has them appear, as somebody's stirring does.
+    /// Shows the controls, as user input does.
     void show(platform::Instant now) { fade_.show(now); }
 
     [[nodiscard]] ControlsPicture picture(platform::Instant now);
-    /// When the picture is another next, if nobody does anything: now while it moves.
+    /// When the picture next changes without user input; `now` during an animation.
     [[nodiscard]] std::optional<platform::Instant> nextChange(platform::Instant now);
-    /// Whether there is something to be seen, or was in the picture that was asked for last.
+    /// Whether anything is visible now, or was in the picture requested last.
     [[nodiscard]] bool isSeen(platform::Instant now) const;
-    /// Whether the picture that was asked for last is not that of this moment, the client's state
-    /// apart.
+    /// Whether the picture requested last is out of date, apart from changes in the client's state.
     [[nodiscard]] bool isOutdated(platform::Instant now);
 
 private:
     struct Press {
         std::int64_t touch;
-        std::optional<Control> control; // none: the panel between them
+        std::optional<Control> control; // nullopt: the panel between the controls
     };
-    /// What of a picture can change while nothing plays.
+    /// Those parts of a picture that can change while nothing plays.
     struct Look {
         double opacity = 0;
         bool showsLoading = false;
-        platform::Instant::rep loadingStep = 0; // of the bar that moves
+        platform::Instant::rep loadingStep = 0; // animation step of an indeterminate progress bar
         std::optional<Control> pointedAt = {};
         std::optional<Control> pressed = {};
         std::optional<double> seekPoint = {};
@@ -97,11 +96,11 @@ private:
     std::optional<Press> press_;
     std::optional<Control> pointedAt_;
     std::optional<double> seekPoint_;
-    /// A finger on the picture that may yet turn out to be a tap.
+    /// A finger on the scene that may become a tap.
     std::optional<platform::TouchEvent> tap_;
     bool wasShownBeforeTap_ = false;
     std::optional<platform::Instant> loadingSince_;
-    bool isLoadingEndless_ = false; // nobody knows how long it takes
+    bool isLoadingEndless_ = false; // the duration of loading is unknown
     bool wasSeen_ = false;
-    Look last_; // of the picture that was asked for last
+    Look last_; // of the picture requested last
 };

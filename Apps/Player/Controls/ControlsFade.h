@@ -4,32 +4,34 @@
 
 #include <optional>
 
-/// How much of the controls is to be seen: they appear when somebody stirs, and fade once nobody
-/// has stirred for a while. A function of time alone.
+/// The opacity of the controls: they appear on user input and fade out after a time without input.
+/// A function of time only.
 class ControlsFade {
 public:
     static constexpr platform::Instant kAppear = std::chrono::milliseconds(150);
     static constexpr platform::Instant kRest = std::chrono::seconds(3);
     static constexpr platform::Instant kDisappear = std::chrono::milliseconds(350);
 
-    /// Somebody has stirred.
+    /// Called on user input.
     void show(platform::Instant now);
-    /// They are not wanted any more.
+    /// Starts to fade the controls out.
     void hide(platform::Instant now);
-    /// While somebody is at them they do not fade; afterwards they rest as ever.
+    /// While held, for example during a press, the controls do not fade; afterwards they stay for
+    /// `kRest`.
     void setHeld(bool held, platform::Instant now);
 
-    /// 0 to 1.
+    /// From 0 to 1.
     [[nodiscard]] double opacity(platform::Instant now) const;
-    /// Whether they can be used: there, and not on their way out.
+    /// Whether the controls can be used: they are visible and not fading out.
     [[nodiscard]] bool isShown(platform::Instant now) const;
-    /// When the opacity is another next: now while it changes, later while it rests, none when only
-    /// somebody's stirring brings a change.
+    /// When the opacity next changes: `now` during a fade, a later time before fading out, nullopt
+    /// if only user input changes it.
     [[nodiscard]] std::optional<platform::Instant> nextChange(platform::Instant now) const;
 
 private:
     bool wasShown_ = false;
     bool isHeld_ = false;
-    platform::Instant appeared_{}; // when they began to, were they to have come from nothing
-    platform::Instant goes_{};     // when they begin to fade, unless they are held
+    // when the fade-in began, or would have begun if it had started at opacity 0
+    platform::Instant appeared_{};
+    platform::Instant goes_{}; // when the fade-out begins unless held
 };

@@ -7,11 +7,11 @@
 
 namespace {
 
-constexpr float kHalf = 12; // of an icon's side
+constexpr float kHalf = 12; // half of an icon's side
 constexpr float kLine = 2;
 constexpr float kPi = std::numbers::pi_v<float>;
 
-/// Draws in a square from -1 to 1, y down.
+/// Draws in coordinates from -1 to 1, y down.
 class Pen {
 public:
     Pen(ImDrawList& list, ImVec2 center, ImU32 color)
@@ -94,7 +94,7 @@ void drawSphere(Pen pen) {
     pen.arc({0, 0}, {0.95F, 0.32F}, kPi, 2 * kPi);
 }
 
-/// A ball with trees on its upper side.
+/// A globe with trees on its upper side.
 void drawLittlePlanet(Pen pen) {
     pen.disc({0, 0.3F}, 0.62F);
     for (const float angle : {-0.5F * kPi, -0.85F * kPi, -0.15F * kPi}) {
@@ -112,7 +112,7 @@ void drawGoggles(Pen pen) {
     pen.disc({0.5F, 0}, 0.26F);
 }
 
-/// A telephone that is turned.
+/// A rotated phone.
 void drawTurningDevice(Pen pen) {
     pen.lines({{-0.66F, -0.4F}, {0.02F, -0.8F}, {0.66F, 0.4F}, {-0.02F, 0.8F}}, true);
     pen.arc({0, 0}, {1.05F, 1.05F}, -0.36F * kPi, -0.1F * kPi);
@@ -136,7 +136,7 @@ void drawKeyboard(Pen pen) {
     pen.line({-0.45F, 0.36F}, {0.45F, 0.36F});
 }
 
-/// Corners that point outward, or inward to come back.
+/// Corners that point outwards, or inwards if full screen is on.
 void drawFullScreen(Pen pen, bool isFullScreen) {
     const float corner = isFullScreen ? 0.28F : 0.85F;
     const float end = isFullScreen ? 0.85F : 0.3F;

@@ -5,9 +5,9 @@
 
 #include <imgui.h>
 
-/// Draws what a control looks like at the moment; bars and words look like nothing.
+/// Draws the icon of a control in its current state; a no-op for sliders and text.
 void drawIcon(ImDrawList& list, Control control, const ControlsState& state, ImVec2 center,
               ImU32 color);
 
-/// A cross that closes something.
+/// Draws the cross of a close button.
 void drawCross(ImDrawList& list, ImVec2 center, ImU32 color);

@@ -21,7 +21,7 @@ constexpr double kGap = 16; // between groups
 constexpr double kTimeWidth = 64;
 constexpr double kWidestPanel = 860;
 constexpr double kWidestNotice = 460;
-constexpr double kKnob = 9; // the ends of a bar stay clear of the ends of its area
+constexpr double kKnob = 9; // the track is inset by this at both ends
 constexpr double kLetterWidth = 8.5;
 constexpr double kLineHeight = 20;
 
@@ -32,10 +32,10 @@ constexpr std::array kTools{Control::DeviceMotion, Control::Screenshot, Control:
                             Control::FullScreen};
 
 using Group = std::span<const Control>;
-using Row = std::vector<Group>; // an empty row is that of the seek bar
+using Row = std::vector<Group>; // an empty row holds the seek bar
 
 struct Spacing {
-    double margin; // to the window
+    double margin; // to the window's edge
     double padding;
 };
 
@@ -58,7 +58,7 @@ double leastWidthOf(const Row& row) {
                            [](double sum, Group group) { return sum + leastWidthOf(group); });
 }
 
-/// As many groups a row as there is room for, the most wanted rows first.
+/// Puts as many groups into a row as fit; the most important rows come first.
 std::vector<Row> rowsWithin(double width, bool hasVideo) {
     const Row all{kTransport, kModes, kTools};
     if (hasVideo && leastWidthOf(all) + 2 * kGap <= width)
@@ -74,14 +74,14 @@ std::vector<Row> rowsWithin(double width, bool hasVideo) {
     return rows;
 }
 
-/// The beginning of the group for which there is room.
+/// The first controls of the group that fit.
 Group within(double width, Group group) {
     while (!group.empty() && leastWidthOf(group) > width)
         group = group.first(group.size() - 1);
     return group;
 }
 
-/// How wide the controls of a row are that are pressed.
+/// The width of each button of a row.
 double cellWidth(double width, const Row& row) {
     double bars = 0;
     double cells = 0;
@@ -126,7 +126,7 @@ private:
             add(Control::SeekBar, left, width);
     }
 
-    /// The groups are as far from one another as they can be.
+    /// Spaces the groups as far apart as possible.
     void placeGroups(const Row& row) {
         Row shown;
         for (const Group group : row)
@@ -158,7 +158,7 @@ private:
         }
     }
 
-    /// What is left of the width with the gaps between groups as small as they may be.
+    /// The remaining width if the gaps between groups are as small as possible.
     [[nodiscard]] double spareWidth(const Row& row, double cell) const {
         double used = kGap * static_cast<double>(row.size() - 1);
         for (const Group group : row) {
@@ -188,7 +188,7 @@ void placePanel(ControlsLayout& layout, Size window, const ControlsState& state)
         rows.pop_back();
     if (rows.empty())
         return;
-    // What plays is above what is pressed.
+    // The seek bar is above the buttons.
     if (rows.size() > 1 && rows[1].empty())
         std::swap(rows[0], rows[1]);
     const double height = heightOf(rows.size());
@@ -201,7 +201,7 @@ void placePanel(ControlsLayout& layout, Size window, const ControlsState& state)
         placer.place(row);
 }
 
-/// The widest panel at the top that there is room for; empty: none.
+/// The widest panel that fits at `top`; empty if none fits.
 Rect noticeBelow(double top, double height, Size window) {
     const double margin = spacingOf(window).margin;
     const double width = std::min(window.width - 2 * margin, kWidestNotice);

@@ -7,24 +7,24 @@
 #include <optional>
 #include <vector>
 
-/// Where everything is, in points of the window. What there is no room for is left out: nothing
-/// leaves the window, the places of the bar do not overlap, and whatever can be pressed is at least
-/// 44 points high and wide. In a small window a notice may lie over the bar.
+/// The positions of all controls, in points of the window. Controls that do not fit are left out:
+/// nothing extends beyond the window, the controls of the bar do not overlap, and each control is
+/// at least 44 points high and wide. In a small window a notice may cover the bar.
 struct ControlsLayout {
     struct Place {
         Control control;
         platform::Rect area;
     };
 
-    /// What can be pressed in the bar at the bottom.
+    /// The controls of the bar at the bottom.
     std::vector<Place> places;
-    /// Behind them; empty when there is none.
+    /// The background of the bar; empty if there is no bar.
     platform::Rect panel;
-    /// Beside the seek bar: the second that plays, and the length.
+    /// The labels beside the seek bar: the current time and the duration.
     platform::Rect elapsed;
     platform::Rect length;
-    /// At the top, one below the other, each with what can be pressed in it; empty when there is
-    /// nothing to tell.
+    /// The notices at the top, one below the other, each with its button; empty if there is nothing
+    /// to show.
     platform::Rect loading;
     platform::Rect loadingBar;
     std::optional<Place> cancel;
@@ -32,9 +32,9 @@ struct ControlsLayout {
     std::optional<Place> dismiss;
 
     [[nodiscard]] const platform::Rect* areaOf(Control control) const;
-    /// Of the bar at the bottom.
+    /// Only controls of the bar at the bottom.
     [[nodiscard]] std::optional<Control> controlAt(platform::Point point) const;
-    /// Of what is at the top.
+    /// Only controls of the notices at the top.
     [[nodiscard]] std::optional<Control> noticeControlAt(platform::Point point) const;
 };
 
@@ -42,6 +42,6 @@ struct ControlsLayout {
 
 [[nodiscard]] bool contains(const platform::Rect& area, platform::Point point);
 
-/// How far along a bar a place is, 0 to 1; and the place of such a fraction.
+/// Convert a position on a slider to a fraction from 0 to 1, and back.
 [[nodiscard]] double fractionAt(const platform::Rect& bar, double x);
 [[nodiscard]] double placeAt(const platform::Rect& bar, double fraction);

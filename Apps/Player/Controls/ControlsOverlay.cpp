@@ -89,8 +89,8 @@ void ControlsOverlay::awaitNextChange() {
     if (!next)
         return;
     if (*next <= now)
-        return host_.setNeedsFrame(); // and drawing comes back here
-    // One block waits, whatever the person does meanwhile; another only for an earlier change.
+        return host_.setNeedsFrame(); // drawing calls `settle` again
+    // Only one scheduled block is current; a new one is scheduled only for an earlier change.
     if (wake_ && *wake_ <= *next)
         return;
     wake_ = next;

@@ -9,10 +9,10 @@
 class ControlsPainter;
 class SDLHost;
 
-/// The controls in the window of the SDL host: it draws them over the frames, hands them the
-/// touches, and asks for frames while they change and for none while they do not.
+/// Shows the controls in the window of the SDL host: draws them over the frames, forwards touches
+/// to them, and requests frames only while they change.
 ///
-/// Owner:  the program; host and client outlive it. Made with `platform::make`.
+/// Owner:  the program; the host and the client must outlive it. Made with `platform::make`.
 /// Thread: main.
 class ControlsOverlay final : public platform::Object {
 public:
@@ -20,22 +20,22 @@ public:
     ~ControlsOverlay() override;
     void init() override;
 
-    /// What the controls tell has changed: they show it where they are to be seen.
+    /// Call this when the client's state has changed: redraws the controls if they are visible.
     void update();
-    /// Has them appear, as somebody's stirring does.
+    /// Shows the controls, as user input does.
     void show();
 
 private:
     void draw(platform::Size size, double scale);
     bool touch(const platform::TouchEvent& event);
     void pointAt(std::optional<platform::Point> point);
-    /// Asks for a frame if the one that is shown is not right any more, and sees to the next.
+    /// Requests a frame if the current one is out of date, and schedules the next change.
     void settle();
     void awaitNextChange();
 
     SDLHost& host_;
     Controls controls_;
-    std::unique_ptr<ControlsPainter> painter_; // once there has been something to draw
-    std::optional<platform::Instant> wake_;    // of the block that counts
+    std::unique_ptr<ControlsPainter> painter_; // null until there is something to draw
+    std::optional<platform::Instant> wake_;    // time of the current scheduled block
     bool isPointerShown_ = true;
 };

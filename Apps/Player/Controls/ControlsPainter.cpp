@@ -60,7 +60,7 @@ ImVec2 extentOf(std::string_view text, float size, float wrapWidth = 0) {
                                            text.data() + text.size());
 }
 
-/// Where the letter begins that ends there.
+/// The start of the UTF-8 character that ends at `end`.
 std::size_t letterBefore(std::string_view text, std::size_t end) {
     std::size_t begin = end - 1;
     while (begin > 0 && (static_cast<unsigned char>(text[begin]) & 0xC0U) == 0x80U)
@@ -68,7 +68,7 @@ std::size_t letterBefore(std::string_view text, std::size_t end) {
     return begin;
 }
 
-/// As much of the text's beginning as there is room for.
+/// As many leading characters as fit, with an ellipsis if any are cut off.
 std::string shortened(std::string_view text, double width) {
     if (extentOf(text, kTextSize).x <= width)
         return std::string(text);
@@ -82,7 +82,7 @@ std::string shortened(std::string_view text, double width) {
     return shown;
 }
 
-/// What is drawn at one moment, and into what.
+/// Draws one picture of the controls into a draw list.
 class Painting {
 public:
     Painting(ImDrawList& list, const ControlsPicture& picture, Size size)
@@ -182,7 +182,7 @@ private:
                           picture_.opacity);
     }
 
-    /// Of the control under the mouse, above it.
+    /// The tooltip above the control under the mouse.
     void paintName() {
         if (!picture_.pointedAt || picture_.pressed)
             return;
@@ -193,7 +193,7 @@ private:
         writeAbove(middle(*area).x, name);
     }
 
-    /// Where a press on the seek bar would lead, or leads.
+    /// The time at the position of the mouse or the press on the seek bar.
     void paintSeekTime() {
         const auto* const bar = picture_.layout.areaOf(Control::SeekBar);
         if (!picture_.seekPoint || !bar)
@@ -202,7 +202,7 @@ private:
                    timeText(*picture_.seekPoint * *picture_.state.video->duration));
     }
 
-    /// In a box of its own above the panel, as near to that place as the window allows.
+    /// Writes text in a box above the panel, as close to `x` as the window allows.
     void writeAbove(double x, std::string_view text) {
         const double width = extentOf(text, kSmallTextSize).x + 20.0;
         const double left = std::clamp(x - width / 2, 4.0, std::max(size_.width - width - 4, 4.0));
@@ -233,7 +233,8 @@ private:
         if (fraction) {
             done.size.width = std::max(bar.size.width * std::clamp(*fraction, 0.0, 1.0), 8.0);
         } else {
-            // A piece that swings from end to end in two seconds.
+            // An indeterminate progress bar: a piece that moves from end to end and back in two
+            // seconds.
             constexpr double piece = 0.3;
             const double turn = platform::toSeconds(picture_.loadingTime);
             const double swing = 0.5 - 0.5 * std::cos(turn * 3.14159);
@@ -328,7 +329,7 @@ private:
     void writeShortened(const Rect& area, std::string_view text) {
         write(topLeft(area), shortened(text, area.size.width), kTextSize);
     }
-    /// In several lines, as small as it must be.
+    /// Wraps the text into lines, in the largest font size that fits.
     void writeWithin(const Rect& area, std::string_view text) {
         const auto width = static_cast<float>(area.size.width);
         float size = kTextSize;

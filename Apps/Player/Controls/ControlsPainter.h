@@ -3,12 +3,12 @@
 #include "Apps/Player/Controls/Controls.h"
 #include "Apps/Player/Controls/ImGuiSurface.h"
 
-/// The looks of the controls.
+/// Draws the controls.
 ///
-/// Owner:  whoever draws; goes while the GL context is current. Thread: main.
+/// Owner:  the object that draws; destroy it while the GL context is current. Thread: main.
 class ControlsPainter {
 public:
-    /// Draws them over what is in the framebuffer that is bound.
+    /// Draws the controls over the contents of the bound framebuffer.
     void draw(const ControlsPicture& picture, platform::Size size, double scale);
 
 private:

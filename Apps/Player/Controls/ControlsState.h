@@ -5,29 +5,29 @@
 #include <optional>
 #include <string>
 
-/// What the controls have to tell at one moment.
+/// What the controls show at one moment.
 struct ControlsState {
     struct Video {
         bool isPlaying = false;
         double seconds = 0;
-        /// None: not known, or a live stream.
+        /// nullopt if unknown, or for a live stream.
         std::optional<double> duration = {};
-        /// 0 to 1.
+        /// From 0 to 1.
         double volume = 0;
     };
     struct Loading {
         std::string text;
-        /// 0 to 1; none: nobody knows.
+        /// From 0 to 1; nullopt if unknown.
         std::optional<double> fraction = {};
     };
 
     DisplayMode mode = DisplayMode::Sphere;
-    /// None: a still picture, or nothing yet.
+    /// nullopt for a still image, or if nothing is open.
     std::optional<Video> video = {};
     bool followsDevice = false;
     bool isFullScreen = false;
     bool showsHelp = false;
     std::optional<Loading> loading = {};
-    /// What went wrong, in words; empty: nothing.
+    /// An error message; empty if there is none.
     std::string message = {};
 };

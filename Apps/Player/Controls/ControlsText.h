@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-/// "1:05", or "1:01:05" from an hour on; times that are none are 0.
+/// Formats a time as "1:05", or from one hour as "1:01:05"; NaN and infinity count as 0.
 [[nodiscard]] std::string timeText(double seconds);
 
-/// "42 %", whole and never more than 100; empty for none.
+/// Formats a fraction as "42 %", a whole number of at most 100; empty for nullopt.
 [[nodiscard]] std::string percentText(std::optional<double> fraction);

@@ -12,16 +12,16 @@ namespace {
 
 constexpr float kFontSize = 16;
 
-/// Latin, Greek and Cyrillic with their punctuation: what file names and messages are written in.
+/// Latin, Greek and Cyrillic letters and punctuation, which cover most file names and messages.
 constexpr std::array<ImWchar, 9> kGlyphs{0x20,  0x24f,  0x370,  0x3ff, 0x400,
                                          0x4ff, 0x2010, 0x2026, 0};
 
-/// A typeface of the machine's, if it has one of those; empty: none.
+/// The path of an installed font; empty if none of these is installed.
 std::string fontFile() {
     for (const char* file : {"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf",
                              "/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf",
                              "/usr/share/fonts/truetype/freefont/FreeSans.ttf"}) {
-        std::error_code unknown; // as good as missing
+        std::error_code unknown; // treated as missing
         if (std::filesystem::is_regular_file(file, unknown))
             return file;
     }

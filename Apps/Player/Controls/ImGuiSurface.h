@@ -6,10 +6,11 @@
 
 struct ImDrawList;
 
-/// Lets Dear ImGui draw over a frame. Nothing but its draw lists and its text is used; it keeps no
+/// Draws with Dear ImGui over a frame. It uses only ImGui's draw lists and text, and writes no
 /// file.
 ///
-/// Owner:  whoever draws; one at a time. Goes while the GL context is current.
+/// Owner:  the object that draws; only one may exist at a time. Destroy it while the GL context is
+///         current.
 /// Thread: main.
 class ImGuiSurface {
 public:
@@ -18,13 +19,13 @@ public:
     ImGuiSurface(const ImGuiSurface&) = delete;
     ImGuiSurface& operator=(const ImGuiSurface&) = delete;
 
-    /// Draws what is put into the list, in points from the top left, into the framebuffer that is
-    /// bound, whose context is current. GL state is as it was afterwards but for what is bound to
-    /// draw with and the arrays of the vertex array 0.
+    /// Draws the contents of the list into the bound framebuffer, in points from the top left. The
+    /// GL context must be current. GL state is restored afterwards, except the bindings used for
+    /// drawing and the attribute arrays of vertex array 0.
     void draw(platform::Size size, double scale, const std::function<void(ImDrawList&)>& paint);
 
 private:
     void loadFont(double scale);
 
-    double fontScale_ = 0; // that the font has been made for
+    double fontScale_ = 0; // the scale that the font was rasterised for
 };

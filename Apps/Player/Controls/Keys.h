@@ -8,9 +8,8 @@
 #include <string_view>
 #include <vector>
 
-/// None: the key does nothing. A key that is held goes on looking, seeking and changing the volume;
-/// other keys act once. Keys that are pressed with Control, Alt or the system's key
-/// belong to somebody else.
+/// The action of a key; nullopt if it has none. Key repeat applies to looking, seeking and volume
+/// only. Keys pressed together with Control, Alt or the system key have no action here.
 [[nodiscard]] std::optional<WindowAction> windowActionOf(const KeyPress& press);
 
 struct KeyHelp {
@@ -18,7 +17,7 @@ struct KeyHelp {
     std::string_view text;
 };
 
-/// What all keys do.
+/// The help for all keys.
 [[nodiscard]] std::vector<KeyHelp> keyHelpLines();
-/// The same as text, a line each.
+/// The same as text, one line per key.
 [[nodiscard]] std::string keyHelp();

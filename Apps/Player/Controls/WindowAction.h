@@ -1,6 +1,6 @@
 #pragma once
 
-/// What a key or a control of the window does.
+/// The actions of the window's keys and controls.
 enum class WindowAction {
     ShowPlane,
     ShowSphere,
@@ -23,5 +23,5 @@ enum class WindowAction {
     TakeScreenshot,
     ToggleHelp,
     Quit,
-    Leave, ///< the help if it is there, else full screen if it is on, else the program
+    Leave, ///< closes the help if it is shown, else leaves full screen if it is on, else quits
 };

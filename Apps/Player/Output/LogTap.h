@@ -6,16 +6,16 @@
 
 #include <string_view>
 
-/// Shows the library's log to the person at the terminal and to the trace while it lives.
+/// While it exists, writes the library's log to standard error and to the trace.
 ///
-/// Owner:  the trace outlives the tap.
+/// Owner:  the trace must outlive the tap.
 class LogTap {
 public:
     explicit LogTap(Trace& trace)
         : previous_(platform::setLogSink([&trace](platform::LogLevel level, std::string_view text) {
               if (level == platform::LogLevel::Debug)
                   return;
-              // The program says why it failed, in a line of its own.
+              // The program itself prints why the content failed.
               if (text != "Player failed to play")
                   tell(text);
               trace.log(text);

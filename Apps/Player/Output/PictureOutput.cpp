@@ -16,7 +16,7 @@ std::optional<platform::Error> PictureOutput::write(const std::string& name,
     const auto encoded = platform::encodePng(picture);
     if (!encoded)
         return encoded.error();
-    std::error_code ignored; // a folder that cannot be made shows in the file that cannot be opened
+    std::error_code ignored; // if the folder cannot be created, opening the file fails
     if (path.has_parent_path())
         std::filesystem::create_directories(path.parent_path(), ignored);
     std::ofstream file(path, std::ios::binary | std::ios::trunc);

@@ -6,17 +6,17 @@
 #include <optional>
 #include <string>
 
-/// Where rendered pictures go: one file, or a folder that is made when it is missing.
+/// Writes rendered images to one file, or into a folder that is created if it is missing.
 class PictureOutput {
 public:
-    /// A file when `path` ends in `.png`.
+    /// `path` is a file if it ends in `.png`, otherwise a folder.
     explicit PictureOutput(std::string path) : path_(std::move(path)) {}
 
     [[nodiscard]] bool isFile() const;
 
-    /// Writes a picture: to `name` in the folder; a file takes it whatever the name.
+    /// Writes an image: into the folder as `name`; if the output is a file, `name` is ignored.
     ///
-    /// Errors: Unreadable (the place cannot be written), those of the encoder.
+    /// Errors: Unreadable (the file cannot be written), those of the encoder.
     [[nodiscard]] std::optional<platform::Error> write(const std::string& name,
                                                        const platform::Image& picture) const;
 

@@ -19,12 +19,12 @@ ordered_json record() {
 }
 
 ordered_json matrix(const GLKMatrix4& matrix) {
-    ordered_json elements = matrix.m; // a NaN is written as null
+    ordered_json elements = matrix.m; // NaN is written as null
     return elements;
 }
 
-/// Of those that the view shows. Computed anew: both views of side by side share them, and they
-/// keep the matrix of the one that drew them last.
+/// The matrices of the view's hot spots. They are computed again, because in side-by-side mode both
+/// views share the hot spots, which keep only the matrix of the view that drew them last.
 ordered_json hotSpotMatrices(const ZNTDisplayView& view) {
     ordered_json matrices = ordered_json::array();
     const auto drawer = view.glDrawer() ? view.glDrawer()->hotSpotGLDrawer() : nullptr;
@@ -97,6 +97,6 @@ void Trace::frame(std::string_view name, const ZNTDisplayViewController& control
 void Trace::write(const ordered_json& record) {
     if (!file_.is_open())
         return;
-    // A log line may quote bytes that are no text, such as a file's name.
+    // A log line may quote bytes that are not UTF-8, such as a file name.
     file_ << record.dump(-1, ' ', false, ordered_json::error_handler_t::replace) << '\n';
 }

@@ -11,19 +11,19 @@
 
 class ZNTDisplayViewController;
 
-/// Writes what happens as JSON lines, in order, each with its virtual second.
+/// Writes events as JSON lines, in order, each with its virtual time in seconds.
 ///
 /// Thread: main.
 class Trace {
 public:
-    /// An empty path gives a trace that drops everything. Errors: Unreadable.
+    /// With an empty path, the trace discards everything. Errors: Unreadable.
     [[nodiscard]] static platform::Result<std::unique_ptr<Trace>> create(const std::string& path);
 
-    /// A hook of the controller with its arguments by name.
+    /// Writes a call of a controller hook with its named arguments.
     void hook(std::string_view name, const nlohmann::ordered_json& arguments = {});
-    /// A log line of the library.
+    /// Writes a log line of the library.
     void log(std::string_view text);
-    /// The frame that was just drawn into a picture.
+    /// Writes the state of the frame that was just rendered to an image.
     void frame(std::string_view name, const ZNTDisplayViewController& controller, int presented);
 
 private:

@@ -10,21 +10,21 @@
 #include <string_view>
 #include <utility>
 
-/// A hot spot that was tapped or looked at.
+/// A hot spot that was picked by a tap or by looking at it.
 struct Pick {
     std::string name;
     std::int64_t index = 0;
     bool isTap = false;
 
-    /// What people are told of it.
+    /// The name that the user sees.
     [[nodiscard]] std::string title() const {
         return name.empty() ? "hot spot " + std::to_string(index) : name;
     }
 };
 
-/// The player as the program uses it: every hook goes into the trace.
+/// The program's controller: writes every hook to the trace.
 ///
-/// Owner:  the trace outlives the controller.
+/// Owner:  the trace must outlive the controller.
 class TracedController final : public ZNTDisplayViewController {
 public:
     using PickListener = std::function<void(const Pick&)>;
@@ -63,18 +63,19 @@ public:
             pickListener_({name, forIndex, detectedByTap});
     }
 
-    /// Told after the trace. Empty: nobody listens.
+    /// Called after the trace. May be empty.
     void setPickListener(PickListener listener) { pickListener_ = std::move(listener); }
 
-    /// Told after the trace and the failure's listener of every hook that says how the content is,
-    /// but for the seconds that a video plays.
+    /// Called after the trace and the failure listener, for every hook that changes the state of
+    /// the content, but not for `videoPlayedToTime`.
     void setChangeListener(std::function<void()> listener) {
         changeListener_ = std::move(listener);
     }
 
     void setFailureListener(FailureListener listener) { failureListener_ = std::move(listener); }
 
-    /// What the content's hooks come to when it cannot be loaded; also for what never gets as far.
+    /// Records that the content failed to load. Also called for input that the library never
+    /// receives.
     void fail(const platform::Error& error) {
         failure_ = error;
         if (failureListener_)
@@ -82,7 +83,7 @@ public:
         tellChange();
     }
 
-    /// Why the content could not be loaded, once the library has said so.
+    /// Why the content failed to load; nullopt as long as it has not failed.
     [[nodiscard]] const std::optional<platform::Error>& failure() const { return failure_; }
 
 private:

@@ -20,7 +20,7 @@
 
 namespace {
 
-/// Why the run ends early; everything has been said.
+/// Thrown to end the run early, after the reason has been printed.
 struct Stop {
     ExitCode code;
 };
@@ -30,13 +30,13 @@ bool namesItsPictures(const std::vector<Action>& actions) {
                        [](const Action& action) { return action.isSnapshot(); });
 }
 
-/// One run: a host, a controller, and the actions that are played on them.
+/// One run: a host, a controller, and the actions to perform.
 class RenderRun {
 public:
     RenderRun(const RenderCommand& command, Trace& trace)
         : command_(command), trace_(trace), output_(command.output) {}
 
-    /// `hotSpots`: null for none but the script's.
+    /// `hotSpots` may be null: then only the script adds hot spots.
     void play(const std::vector<Action>& actions, const HotSpotFile* hotSpots) {
         openHost();
         openContent();
@@ -87,7 +87,7 @@ private:
             throw Stop{ExitCode::ContentNotOpened};
     }
 
-    /// A picture that was read without fault may still be too much for the graphics driver.
+    /// The graphics driver may reject an image that was decoded without errors.
     void requirePicture() const {
         const auto drawer = controller_->displayView()->glDrawer();
         const bool isPhoto = controller_->contentType() == ContentType::Photo;
@@ -99,7 +99,8 @@ private:
         throw Stop{ExitCode::ContentNotOpened};
     }
 
-    /// The start is hardly the picture that was meant.
+    /// Warns that the video has restarted, because its start is probably not the frame that the
+    /// user wants.
     void warnOfTimePastEnd() const {
         const double duration = controller_->videoDuration();
         if (duration <= 0 || command_.timeSeconds <= duration)
@@ -175,7 +176,8 @@ private:
         addHotSpots(*controller_, action);
         showHotSpots();
     }
-    /// A picture takes them when it appears, a video that has a frame has taken them already.
+    /// An image applies the hot spots when it appears; a video that has a frame has applied them
+    /// already.
     void showHotSpots() {
         if (hasAppeared_ || controller_->contentType() == ContentType::Video)
             refreshHotSpots(*controller_);
@@ -215,11 +217,12 @@ private:
     Trace& trace_;
     PictureOutput output_;
     std::unique_ptr<HeadlessHost> host_;
-    std::shared_ptr<TracedController> controller_; // goes before its host
+    // declared after the host, so it is destroyed first
+    std::shared_ptr<TracedController> controller_;
     bool hasAppeared_ = false;
 };
 
-/// The script, checked as a whole before anything is drawn.
+/// Reads the script and checks all of it before anything is drawn.
 platform::Result<std::vector<Action>> readActions(const RenderCommand& command) {
     if (command.actionsFile.empty())
         return std::vector<Action>();

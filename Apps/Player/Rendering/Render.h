@@ -3,6 +3,5 @@
 #include "Apps/Player/Terminal/CommandLine.h"
 #include "Apps/Player/Terminal/ExitCode.h"
 
-/// Writes the pictures that the command asks for, through the public controller and in virtual
-/// time.
+/// Renders the images that the command asks for, through the public controller and in virtual time.
 [[nodiscard]] ExitCode render(const RenderCommand& command);

@@ -22,7 +22,7 @@ struct ResizeAction {
 struct OrientationAction {
     platform::InterfaceOrientation orientation;
 };
-/// The way the device is turned: from then on there is a sensor, though nobody need follow it.
+/// The device's attitude. From then on there is an attitude source, even if nothing uses it.
 struct AttitudeAction {
     platform::Attitude attitude;
 };
@@ -43,10 +43,10 @@ struct SeekAction {
     double seconds;
 };
 struct VolumeAction {
-    /// 0 to 1.
+    /// From 0 to 1.
     double volume;
 };
-/// What is done without saying more.
+/// The actions without parameters.
 enum class CommandAction {
     Play,
     Pause,
@@ -57,24 +57,24 @@ struct SphericalOffsetAction {
     float radians;
 };
 struct TouchAction {
-    /// Its time is filled in when it is played.
+    /// Its time is filled in when the action is performed.
     platform::TouchEvent event;
 };
 struct SnapshotAction {
-    /// Inside the output folder.
+    /// A path inside the output folder.
     std::string name;
 };
 
-/// One thing that an action script does at one time; a line that stands for a gesture is several.
+/// One action of a script at one time. A line that describes a gesture yields several actions.
 struct Action {
-    /// Virtual seconds.
+    /// In virtual seconds.
     double at = 0;
     std::variant<ModeAction, ResizeAction, OrientationAction, AttitudeAction, SwitchAction,
                  SphericalOffsetAction, HotSpotsAction, TouchAction, ContentAction, SeekAction,
                  VolumeAction, CommandAction, SnapshotAction>
         what;
 
-    /// Settings at second 0 take effect before the view appears.
+    /// Settings at second 0 are applied before the view appears.
     [[nodiscard]] bool isSetting() const {
         return isAnyOf<ModeAction, ResizeAction, OrientationAction, AttitudeAction, SwitchAction,
                        SphericalOffsetAction, HotSpotsAction>();

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Later instants would not fit beside each other into a clock of nanoseconds.
+/// A limit that keeps times, and sums of times, within the range of a nanosecond clock.
 constexpr double kLatestSecond = 1e6;
 constexpr int kMostOwnTouches = 2;
 

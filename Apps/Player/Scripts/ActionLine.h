@@ -5,19 +5,20 @@
 #include <cstdint>
 #include <string>
 
-/// A line of an action script.
+/// One line of an action script.
 ///
-/// Errors: `LineRefused` from every function that reads, naming the member.
+/// Errors: every reading function throws `LineRefused`, which names the member.
 class ActionLine : public Members {
 public:
-    /// `number`: of the line in its file. `folder`: what the files that it names are relative to.
+    /// `number` is the line's number in its file. File paths in the line are relative to `folder`.
     ActionLine(const std::string& text, int number, std::string folder);
 
-    /// The second that the line stands for.
+    /// The time of the line in virtual seconds.
     [[nodiscard]] double at() const;
     [[nodiscard]] const std::string& folder() const { return folder_; }
 
-    /// The id of a finger that the line needs for itself: no `integer()` and no other line's.
+    /// The id of a finger that a gesture creates: it differs from every id that `integer()` can
+    /// return and from the ids of other lines.
     [[nodiscard]] std::int64_t ownTouchId(int finger) const;
 
 private:

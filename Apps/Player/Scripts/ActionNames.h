@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-/// The switches as they are called in action scripts.
+/// The names of the switches in action scripts.
 inline constexpr std::array<std::pair<std::string_view, SwitchAction::Switch>, 7> kSwitchNames{{
     {"device_motion", SwitchAction::Switch::DeviceMotion},
     {"touch_motion", SwitchAction::Switch::TouchMotion},
@@ -17,7 +17,7 @@ inline constexpr std::array<std::pair<std::string_view, SwitchAction::Switch>, 7
     {"tap_detection", SwitchAction::Switch::TapDetection},
 }};
 
-/// What is done without saying more.
+/// The names of the actions without parameters.
 inline constexpr std::array<std::pair<std::string_view, CommandAction>, 4> kCommandNames{{
     {"play", CommandAction::Play},
     {"pause", CommandAction::Pause},
@@ -25,13 +25,13 @@ inline constexpr std::array<std::pair<std::string_view, CommandAction>, 4> kComm
     {"reload", CommandAction::Reload},
 }};
 
-/// Pictures and videos.
+/// The names of the content kinds.
 inline constexpr std::array<std::pair<std::string_view, ContentAction::Kind>, 2> kContentNames{{
     {"image", ContentAction::Kind::Picture},
     {"video", ContentAction::Kind::Video},
 }};
 
-/// What a finger does, as action scripts call it.
+/// The names of the touch phases.
 inline constexpr std::array<std::pair<std::string_view, platform::TouchPhase>, 4> kPhaseNames{{
     {"down", platform::TouchPhase::Down},
     {"move", platform::TouchPhase::Move},

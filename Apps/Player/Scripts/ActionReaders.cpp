@@ -17,7 +17,7 @@ using Actions = std::vector<Action>;
 using What = decltype(Action::what);
 
 constexpr double kLargestSide = 16384;
-/// A quaternion's length in which the numbers of a sensor may be off.
+/// The tolerance for the length of a quaternion, because sensors do not normalise exactly.
 constexpr double kUnitTolerance = 1e-3;
 
 What readMode(const ActionLine& line) {
@@ -43,7 +43,8 @@ What readOrientation(const ActionLine& line) {
     return OrientationAction{static_cast<platform::InterfaceOrientation>(number)};
 }
 
-/// A quaternion of length 1, as an attitude is. One that is as good as that stays to the last bit.
+/// Reads an attitude and normalises it. A quaternion whose length is 1 within the tolerance is kept
+/// bit for bit.
 What readAttitude(const ActionLine& line) {
     const auto q = line.numbers("attitude", 4, "[x, y, z, w]");
     const double length = std::hypot(std::hypot(q[0], q[1]), std::hypot(q[2], q[3]));
@@ -93,7 +94,7 @@ What readVolume(const ActionLine& line) {
     return VolumeAction{volume};
 }
 
-/// The entry of a table whose name the line has; one of them is what the line is known by.
+/// The entry of a table whose name is a member of the line. The line is known to have one.
 template <class Names>
 const auto& namedIn(const Names& names, const ActionLine& line) {
     return *std::find_if(names.begin(), names.end(),
@@ -124,7 +125,7 @@ Actions readOne(const ActionLine& line) {
 
 struct ActionKind {
     std::string_view key;
-    /// Beside its key and "at".
+    /// The members allowed beside the key and "at".
     std::vector<std::string_view> members;
     Actions (*read)(const ActionLine&);
 };

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-/// What a line of an action script stands for, in time order; the line's own instant is the first.
+/// Parses a line of an action script into actions in time order; the first has the line's own time.
 ///
 /// Errors: `LineRefused`.
 [[nodiscard]] std::vector<Action> readActions(const ActionLine& line);

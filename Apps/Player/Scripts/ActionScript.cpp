@@ -13,11 +13,11 @@ using platform::TouchPhase;
 
 namespace {
 
-/// Nine hours of a finger that moves at every frame. A line of a few bytes can stand for tens of
-/// thousands.
+/// Enough for nine hours of a finger that moves in every frame. The limit is needed because a line
+/// of a few bytes can yield tens of thousands of actions.
 constexpr std::size_t kMostActions = 2'000'000;
 
-/// Collects what lines stand for and refuses what does not fit what came before.
+/// Collects the actions of all lines and rejects lines that contradict earlier ones.
 class Script {
 public:
     void add(const ActionLine& line) {
@@ -37,7 +37,7 @@ public:
         }
     }
 
-    /// In time order: a gesture goes on while other lines have their turn.
+    /// Returns the actions in time order: a gesture may overlap with later lines.
     [[nodiscard]] std::vector<Action> take() {
         std::stable_sort(actions_.begin(), actions_.end(),
                          [](const Action& a, const Action& b) { return a.at < b.at; });

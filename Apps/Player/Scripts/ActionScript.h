@@ -7,15 +7,15 @@
 #include <string>
 #include <vector>
 
-/// Reads a script of JSON lines, one action each, in time order; docs/scripts.md is their manual.
-/// Empty lines are skipped. Lines that stand for a gesture give the touches that it is made of, so
-/// everything comes in the order in which it happens, equal times in that of the lines. Files that
-/// it names are relative to its folder.
+/// Reads a script of JSON lines, one action per line, in time order; docs/scripts.md describes
+/// them. Empty lines are skipped. A line that describes a gesture yields all of its touches. The
+/// result is sorted by time; actions at the same time keep the order of their lines. File paths in
+/// the script are relative to its folder.
 ///
-/// Errors: Missing or Unreadable (the file), Corrupt (the first line that is not an action); the
-///         detail names file, line and reason.
+/// Errors: Missing or Unreadable (the file), Corrupt (the first invalid line); the detail names the
+///         file, the line and the reason.
 [[nodiscard]] platform::Result<std::vector<Action>> readActionScript(const std::string& path);
 
-/// The same from a stream; `name` stands for the file in messages.
+/// The same for a stream; messages use `name` as the file's name.
 [[nodiscard]] platform::Result<std::vector<Action>> readActionScript(std::istream& stream,
                                                                      const std::string& name);

@@ -10,7 +10,7 @@ using nlohmann::ordered_json;
 
 namespace {
 
-/// The name that a table has for a value; every value of these enumerations has one.
+/// The name of a value in a table; every value of these enumerations has one.
 template <typename Names, typename Value>
 std::string_view nameOf(const Names& names, Value value) {
     return std::find_if(names.begin(), names.end(),

@@ -4,6 +4,6 @@
 
 #include <nlohmann/json.hpp>
 
-/// What a line of an action script says of an action, without its instant; reading it again gives
-/// the same numbers to the last bit.
+/// Returns an action as the members of a script line, without "at". Reading the line again yields
+/// bit-identical numbers.
 [[nodiscard]] nlohmann::ordered_json describeAction(const decltype(Action::what)& what);

@@ -18,7 +18,7 @@ namespace {
 
 constexpr Instant::rep kNanosecondsPerSecond = 1'000'000'000;
 
-/// "12.000000345": as exact as instants are, whatever their size.
+/// Formats an instant in seconds with all nine decimals, as in "12.000000345".
 std::string secondsText(Instant instant) {
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), "%lld.%09lld",
@@ -82,7 +82,7 @@ void Recorder::write(Instant at, const ordered_json& line) {
 void Recorder::note(const decltype(Action::what)& what) {
     if (!isRecording_)
         return;
-    takeAttitude(); // the source may have one that it has told nobody yet
+    takeAttitude(); // the source may have a sample that it has not yet sent
     if (isDeviceMotion(what)) {
         wantsDeviceMotion_ = std::get<SwitchAction>(what).on && !lastAttitude_;
         if (wantsDeviceMotion_)

@@ -14,13 +14,13 @@
 #include <optional>
 #include <ostream>
 
-/// Writes what is done to a player as an action script that `render` plays back to the same camera.
+/// Records the actions on a player as a script. `render` plays it back to the same camera.
 ///
-/// Every line is out of the program's hands once it is written. Touches keep their instants to the
-/// nanosecond, for their velocities hang on them; what comes with an instant before the last line's
-/// is taken to have come with that one.
+/// Each line is flushed as soon as it is written. Touches keep their times to the nanosecond,
+/// because velocities depend on them. An action with a time before that of the last line gets the
+/// time of that line.
 ///
-/// Owner:  the stream outlives it. Thread: main.
+/// Owner:  the stream must outlive the recorder. Thread: main.
 class Recorder {
 public:
     using Now = std::function<platform::Instant()>;
@@ -30,13 +30,14 @@ public:
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
 
-    /// The view appears in a window of that size: second 0. Nothing is written before. From here on
-    /// the process's attitude samples are, where they differ.
+    /// The view appears in a window of this size: this is second 0, and nothing is written before
+    /// it. From now on, attitude samples that differ from the one before are recorded.
     void begin(platform::Size size);
-    /// A touch as the library gets it; one that the library would not understand is left out.
+    /// Records a touch as the library receives it; a touch that the library would ignore is left
+    /// out.
     void touch(const platform::TouchEvent& event);
-    /// Anything else that a script can say, now. Device motion is written as on once there is an
-    /// attitude, for without one a script has no device.
+    /// Records any other action, at the current time. Switching device motion on is written once
+    /// there is an attitude, because without one a script has no device.
     void note(const decltype(Action::what)& what);
 
 private:
@@ -55,13 +56,13 @@ private:
     Now now_;
     bool isRecording_ = false;
     platform::Instant start_{};
-    platform::Instant last_{}; // of the lines
+    platform::Instant last_{}; // time of the last line
     std::int64_t touches_ = 0;
-    std::map<std::int64_t, std::int64_t> down_; // from the host's ids to the script's
-    /// The newest sample, until another line follows or another sample replaces it: a touch that
-    /// the host learns of late may have to come before it.
+    std::map<std::int64_t, std::int64_t> down_; // maps the host's ids to the script's
+    /// The newest sample. It is written when another line follows or another sample arrives,
+    /// because a touch that the host reports late may have to precede it.
     std::optional<Sample> waiting_;
-    std::optional<platform::Attitude> lastAttitude_; // written or waiting
+    std::optional<platform::Attitude> lastAttitude_; // the last one written or waiting
     bool wantsDeviceMotion_ = false;
     std::shared_ptr<platform::AttitudeSource::Subscription> attitudes_;
 };

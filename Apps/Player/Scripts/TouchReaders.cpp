@@ -11,7 +11,7 @@ using platform::TouchPhase;
 
 namespace {
 
-/// Points between the fingers of a pinch and its centre.
+/// The initial distance of each finger from the centre of a pinch, in points.
 constexpr double kPinchRadius = 50;
 constexpr double kMovesPerSecond = 60;
 constexpr double kLongestPinch = 600;
@@ -28,7 +28,7 @@ Action touch(double at, TouchPhase phase, std::int64_t id, Point location) {
     return {at, TouchAction{{phase, id, location}}};
 }
 
-/// Writes down what the fingers of one pinch do.
+/// Collects the touches of one pinch.
 class Pinch {
 public:
     explicit Pinch(const ActionLine& line) : line_(line) {
@@ -81,7 +81,7 @@ std::vector<Action> readPinch(const ActionLine& line) {
     const double start = line.at();
     Pinch pinch(line);
     pinch.both(start, TouchPhase::Down, 1);
-    // The fingers are a pinch from the first move on, which must not spread them yet.
+    // The pinch gesture begins with the first move, so that move must not spread the fingers yet.
     pinch.one(start, TouchPhase::Move, 1, 0);
     for (int step = 1; step / kMovesPerSecond < over; ++step) {
         const double elapsed = step / kMovesPerSecond;

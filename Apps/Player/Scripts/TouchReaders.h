@@ -5,12 +5,12 @@
 
 #include <vector>
 
-/// The readers of lines that touch: one report of a finger, or a whole gesture.
+/// Read lines with touches: a single touch event, or a whole gesture.
 ///
 /// Errors: `LineRefused`.
 [[nodiscard]] std::vector<Action> readTouch(const ActionLine& line);
-/// Down and up at one place and one instant.
+/// Down and up at the same position and the same time.
 [[nodiscard]] std::vector<Action> readTap(const ActionLine& line);
-/// Two fingers, level, 100 points apart, that hold and then spread or close in moves a sixtieth of
-/// a second apart.
+/// Two fingers, side by side and 100 points apart, that go down and then spread or close in 60
+/// moves per second.
 [[nodiscard]] std::vector<Action> readPinch(const ActionLine& line);

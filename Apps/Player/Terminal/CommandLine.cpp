@@ -27,7 +27,8 @@ std::string versionText() {
     return std::string("zanto-player ") + number.data();
 }
 
-/// Reads "640x360"; an empty string when it is one, else what is wrong, as the option parser wants.
+/// Reads "640x360". Returns an empty string on success, otherwise the error message, as CLI11
+/// expects.
 std::string readSize(const std::string& text, platform::Size& size) {
     int width = 0;
     int height = 0;
@@ -53,7 +54,7 @@ void addInput(CLI::App& app, std::string& input) {
         "Example: https://example.org/tour.mp4");
 }
 
-/// Of the names that look like one picture only those of PNG are kept.
+/// Rejects file names of other image formats; only PNG is written.
 void addOutput(CLI::App& app, std::string& output) {
     app.add_option_function<std::string>(
            "--output",
@@ -71,7 +72,8 @@ void addOutput(CLI::App& app, std::string& output) {
         ->required();
 }
 
-/// A number between two others, both included. Not CLI::Range, which lets "nan" pass.
+/// Adds an option for a number from `least` to `most`. CLI::Range is not used, because it accepts
+/// NaN.
 void addNumber(CLI::App& app, const std::string& name, double least, double most,
                const std::function<void(double)>& take, const std::string& description) {
     app.add_option_function<double>(
@@ -146,7 +148,7 @@ void addPlayOptions(CLI::App& app, PlayCommand& play) {
                    "Example: --attitude-trace walk.csv");
 }
 
-/// What of the window's own stands on a command line that renders; empty: nothing.
+/// The first input or option of the window that precedes `render`; empty if there is none.
 std::string strayBeforeRender(const CLI::App& app, const PlayCommand& play) {
     if (!play.input.empty())
         return play.input;

@@ -10,10 +10,10 @@
 
 /// `zanto-player [FILE-OR-URL]`
 struct PlayCommand {
-    /// Empty: the built-in panorama.
+    /// Empty means the built-in panorama.
     std::string input;
     platform::TouchSlop touchSlop;
-    /// Empty: none.
+    /// For this and the following paths, empty means none.
     std::string recordFile;
     std::string hotSpotsFile;
     std::string attitudeTraceFile;
@@ -21,27 +21,28 @@ struct PlayCommand {
 
 /// `zanto-player render [INPUT] --output … --size …`
 struct RenderCommand {
-    /// Empty: the built-in panorama.
+    /// Empty means the built-in panorama.
     std::string input;
-    /// A file when it ends in `.png`, else a folder.
+    /// A file if it ends in `.png`, otherwise a folder.
     std::string output;
     /// In points.
     platform::Size size;
     double scale = 1.0;
     DisplayMode mode = DisplayMode::Sphere;
     double timeSeconds = 0;
-    /// Empty: none.
+    /// For this and the following paths, empty means none.
     std::string actionsFile;
     std::string traceFile;
     std::string hotSpotsFile;
     platform::TouchSlop touchSlop;
 };
 
-/// What the arguments ask for: a command, or to leave at once, everything said.
+/// The parsed command, or an exit code if the program must exit at once; messages have been
+/// printed.
 using Command = std::variant<PlayCommand, RenderCommand, ExitCode>;
 
-/// Why a picture of that size cannot be drawn, as the end of a sentence; empty if it can.
+/// Why an image of that size cannot be drawn, as the end of a sentence; empty if it can.
 [[nodiscard]] std::string pixelsRefusal(platform::Size points, double scale);
 
-/// Reads the arguments. Help and version go to standard output, what is wrong to standard error.
+/// Parses the arguments. Prints help and version to standard output and errors to standard error.
 [[nodiscard]] Command parseCommandLine(int argc, const char* const* argv);

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-/// The display modes as they are called on the command line and in action scripts.
+/// The names of the display modes on the command line and in action scripts.
 inline constexpr std::array<std::pair<std::string_view, DisplayMode>, 4> kDisplayModeNames{{
     {"plane", DisplayMode::Plane},
     {"sphere", DisplayMode::Sphere},

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What the program tells its caller.
+/// The program's exit codes.
 enum class ExitCode : int {
     Done = 0,
     WrongUse = 1,

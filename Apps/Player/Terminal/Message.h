@@ -3,8 +3,9 @@
 #include <string>
 #include <string_view>
 
-/// Writes one line for the person at the terminal to standard error.
+/// Prints one message line for the user to standard error.
 void tell(std::string_view message);
 
-/// Writes text to standard output at once; a pipe would hold it back until the program ends.
+/// Prints text to standard output and flushes it, because a pipe would buffer it until the program
+/// exits.
 void print(const std::string& text);

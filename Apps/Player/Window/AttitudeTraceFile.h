@@ -7,7 +7,7 @@
 
 /// Reads a recording of a device's attitude.
 ///
-/// Errors: Missing or Unreadable (the file), Corrupt (the line that is wrong, or no sample at all);
-///         the detail names the file.
+/// Errors: Missing or Unreadable (the file), Corrupt (an invalid line, or no sample at all); the
+///         detail names the file.
 [[nodiscard]] platform::Result<platform::AttitudeTrace>
 readAttitudeTraceFile(const std::string& path);

@@ -8,10 +8,10 @@
 
 namespace {
 
-/// No finger and no button of the machine has it.
+/// An id that no real finger or mouse button has.
 constexpr std::int64_t kTouchId = -100;
 constexpr int kSteps = 10;
-/// Of the window's smaller side, each frame.
+/// The length of one step, as a fraction of the window's shorter side; there is one step per frame.
 constexpr double kStepFraction = 1.0 / 80;
 
 } // namespace
@@ -31,7 +31,7 @@ void KeyLook::look(platform::Point direction) {
 void KeyLook::step() {
     const platform::Size size = platform::Screen::mainScreen().bounds().size;
     const double length = std::min(size.width, size.height) * kStepFraction;
-    // The picture goes the other way than the look.
+    // The content moves opposite to the direction of the look.
     finger_.x -= direction_.x * length;
     finger_.y -= direction_.y * length;
     send(platform::TouchPhase::Move);

@@ -7,16 +7,16 @@
 
 class SDLHost;
 
-/// Looks around for somebody who has keys: drags the picture a little way, as a mouse would, so
-/// that everything that a drag does and does not do in a mode holds here too.
+/// Turns the camera for the arrow keys: simulates a short mouse drag, so that everything that a
+/// drag does or does not do in a display mode applies here too.
 ///
-/// Owner:  the host outlives it. Made with `platform::make`. Thread: main.
+/// Owner:  the host must outlive it. Made with `platform::make`. Thread: main.
 class KeyLook : public platform::Object {
 public:
     explicit KeyLook(SDLHost& host) : host_(host) {}
 
-    /// `direction`: of the look, one of the four unit steps, y down. While one goes on it is
-    /// prolonged, or turned.
+    /// `direction` is one of the four unit vectors, y down. A call during a running drag prolongs
+    /// it in the new direction.
     void look(platform::Point direction);
 
 private:

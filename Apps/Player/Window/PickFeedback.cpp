@@ -70,7 +70,8 @@ void PickFeedback::picked(const Pick& pick) {
     mark(pick.isTap ? std::vector{lifted_} : lookedAt());
 }
 
-/// Where automatic picking looks; side by side the same place of the right half too.
+/// The points at which automatic picking looks; in side-by-side mode also the corresponding point
+/// of the right half.
 std::vector<Point> PickFeedback::lookedAt() const {
     const auto point = controller_.hotSpotPickingPoint();
     if (!point)
@@ -106,7 +107,7 @@ void PickFeedback::showTitle(const Pick& pick) {
     MainQueue::main().asyncAfter(kTitleTime,
                                  [weak = weak(this), own = std::weak_ptr<int>(picksTitle_)] {
                                      const auto self = weak.lock();
-                                     // Another pick has taken the title over if this one's is gone.
+                                     // If the token has expired, another pick has set the title.
                                      if (!self || own.expired())
                                          return;
                                      self->host_.setTitle(self->title_);

@@ -16,24 +16,24 @@ class View;
 struct Color;
 } // namespace platform
 
-/// Shows people what they pick: a line on standard output, the window's title for 2 s, a square
-/// where they tapped or looked for 0.7 s; and, while automatic picking is on, a cross where it
-/// looks. Nothing of it takes touches.
+/// Shows the user what was picked: a line on standard output, the window's title for 2 s, and a
+/// square for 0.7 s at the point that was tapped or looked at. While automatic picking is on, a
+/// cross marks its point. None of the views receives touches.
 ///
-/// Owner:  the program; host and controller outlive it. Made with `platform::make` once the
-///         controller's view is the host's.
+/// Owner:  the program; the host and the controller must outlive it. Make it with `platform::make`
+///         once the controller's view is in the host's window.
 /// Thread: main.
 class PickFeedback final : public platform::Object {
 public:
-    /// `title`: the window's at other times.
+    /// `title` is the window's title at other times.
     PickFeedback(SDLHost& host, ZNTDisplayViewController& controller, std::string title);
     ~PickFeedback() override;
     void init() override;
 
-    /// Every touch of the window, before what is picked by it.
+    /// Receives every touch of the window, before the pick that it causes.
     void touch(const platform::TouchEvent& event);
     void picked(const Pick& pick);
-    /// The mode, the hot spots or automatic picking may be others now.
+    /// Call this when the mode, the hot spots or automatic picking may have changed.
     void update();
 
 private:
@@ -48,8 +48,9 @@ private:
     SDLHost& host_;
     ZNTDisplayViewController& controller_;
     std::string title_;
-    platform::Point lifted_; // where a touch was last
+    platform::Point lifted_; // where the last touch ended
     Views crosses_;
     Views marks_;
-    std::shared_ptr<int> picksTitle_; // while the window has it; another one each time
+    // a token for the title, replaced by each pick; null if no pick is shown
+    std::shared_ptr<int> picksTitle_;
 };

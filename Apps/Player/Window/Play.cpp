@@ -60,7 +60,7 @@ ExitCode play(const PlayCommand& command) {
         tell(opened.error().detail);
         return ExitCode::WrongUse;
     }
-    // A window is traced by nobody.
+    // A window has no trace file.
     const auto trace = Trace::create("");
     const LogTap tap(*trace.value());
     auto created = SDLHost::create(
@@ -72,11 +72,12 @@ ExitCode play(const PlayCommand& command) {
     SDLHost& host = *created.value();
     const auto session = platform::make<Session>(host, *trace.value());
     session->open(command.input);
-    // An address that is not read from answers in the next turn; the window is not shown yet.
+    // A refused URL reports its error in the next iteration; the window is not shown before that.
     host.embedded().runDueWork();
     if (session->hasFailed())
         return ExitCode::ContentNotOpened;
-    const PlayExtras extras = std::move(opened).value(); // goes before the host that it watches
+    // destroyed before the host that it observes
+    const PlayExtras extras = std::move(opened).value();
     host.embedded().setRootViewController(session->controller());
     PlayWindow window(host, *session, extras, command.input);
     window.begin();

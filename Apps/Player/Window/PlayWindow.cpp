@@ -13,7 +13,7 @@
 
 namespace {
 
-/// What dropped text says, without the space around it.
+/// Dropped text without surrounding whitespace.
 std::string trimmed(const std::string& text) {
     constexpr const char* space = " \t\r\n";
     const auto begin = text.find_first_not_of(space);
@@ -22,7 +22,7 @@ std::string trimmed(const std::string& text) {
     return text.substr(begin, text.find_last_not_of(space) - begin + 1);
 }
 
-/// Whether the bar shows what comes of it, and little else does.
+/// Whether the action affects the video, so that only the control bar shows its effect.
 bool isOfVideo(WindowAction action) {
     switch (action) {
     case WindowAction::TogglePlayback:
@@ -129,7 +129,7 @@ void PlayWindow::replaced(TracedController& controller, const std::string& input
     overlay_->show();
 }
 
-/// They belong to the content of the command.
+/// The hot spots belong to the content on the command line.
 void PlayWindow::giveHotSpots() {
     if (!extras_.hotSpots)
         return;

@@ -19,7 +19,8 @@ namespace platform {
 class AttitudeTracePlayer;
 } // namespace platform
 
-/// What a command names beside the content, ready before there is a window; each may be null.
+/// What the command line names beside the content, opened before there is a window; each may be
+/// null.
 struct PlayExtras {
     PlayExtras();
     ~PlayExtras();
@@ -31,23 +32,23 @@ struct PlayExtras {
     std::shared_ptr<const HotSpotFile> hotSpots;
 };
 
-/// The window with everything that people do in it: keys, controls, hot spots, things dropped.
+/// The window and its input: keys, controls, hot spots and dropped files.
 ///
-/// Owner:  the program; host, session and extras outlive it. The session's first content is open or
-///         on its way, and in the window.
+/// Owner:  the program; the host, the session and the extras must outlive it. The session's first
+///         content is open or loading, and is in the window.
 /// Thread: main.
 class PlayWindow {
 public:
-    /// `input`: what the session was asked for first.
+    /// `input` is the first input of the session.
     PlayWindow(SDLHost& host, Session& session, const PlayExtras& extras, const std::string& input);
     ~PlayWindow();
     PlayWindow(const PlayWindow&) = delete;
     PlayWindow& operator=(const PlayWindow&) = delete;
 
-    /// Has the view appear, steered and watched as the command says.
+    /// Makes the view appear, and starts the attitude trace and the recording if there are any.
     void begin();
 
-    /// Of the window that shows such content.
+    /// The title of the window while it shows this input.
     [[nodiscard]] static std::string titleOf(const std::string& input);
 
 private:
@@ -66,5 +67,5 @@ private:
     WindowPlayer player_;
     std::shared_ptr<WindowControls> controls_;
     std::shared_ptr<ControlsOverlay> overlay_;
-    std::shared_ptr<PickFeedback> feedback_; // null: no hot spots
+    std::shared_ptr<PickFeedback> feedback_; // null if there are no hot spots
 };

@@ -13,7 +13,8 @@
 
 namespace {
 
-/// Keeps the last thing that the library says while it lives, for what it says nowhere else.
+/// Keeps the last line that the library logs while it exists, because the library reports some
+/// errors only in its log.
 class LogEar {
 public:
     explicit LogEar(std::string& heard) : heard_(heard) {
@@ -84,7 +85,7 @@ void Session::prepare(Opening& opening) {
     });
 }
 
-/// Not inside the hook of a controller that may have to go.
+/// Runs in a later iteration, because `look` may destroy the controller whose hook is calling.
 void Session::lookLater() {
     platform::MainQueue::main().async([self = weak(this)] {
         if (const auto alive = self.lock())
@@ -108,7 +109,7 @@ void Session::didFail(const TracedController& controller, const std::string& inp
         opening_->cause = input + ": " + error.detail;
         return lookLater();
     }
-    // What plays cannot go on; what has been shown stays.
+    // The playing content cannot continue; the last frame stays on screen.
     tell(input + ": " + error.detail);
     if (listeners_.failed)
         listeners_.failed(input + ": " + error.detail);
@@ -141,7 +142,7 @@ void Session::cancel() {
         opening_.reset();
         return tellChanged();
     }
-    // What becomes of it is nobody's news.
+    // Failures and changes of the cancelled content no longer matter.
     current_->setFailureListener({});
     current_->setChangeListener({});
     open({});

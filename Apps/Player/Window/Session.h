@@ -15,28 +15,30 @@ namespace platform {
 struct Error;
 } // namespace platform
 
-/// The content that the window shows, and the next one while it is being opened.
+/// The content that the window shows, and the next content while it is being opened.
 ///
-/// A controller shows one content, so another content comes with a controller of its own. It takes
-/// the other's place in the window once it can be shown, in the mode of that moment and with
-/// nothing else of the other; until then, and if it cannot be opened, what is shown stays.
+/// A controller shows one content, so each content has its own controller. The new controller
+/// replaces the old one in the window once its content can be shown; it takes over the display mode
+/// of that moment and nothing else. Until then, and if the content cannot be opened, the old
+/// content stays.
 ///
-/// Owner:  the program; host and trace outlive it. Made with `platform::make`.
-/// Thread: main. Listeners are called in turns of their own or inside `open` and `cancel`.
+/// Owner:  the program; the host and the trace must outlive it. Made with `platform::make`.
+/// Thread: main. Listeners are called in a later iteration of the main queue or inside of `open`
+///         and `cancel`.
 class Session final : public platform::Object {
 public:
-    /// How far the opening is.
+    /// The progress of opening.
     struct Progress {
         std::string name;
-        /// 0 to 1; none: nobody knows.
+        /// From 0 to 1; nullopt if unknown.
         std::optional<double> fraction;
     };
     struct Listeners {
-        /// The progress or the state of what plays is another.
+        /// The progress of opening, or the state of the content that plays, has changed.
         std::function<void()> changed = {};
-        /// In words, naming the content; the person at the terminal has been told.
+        /// The message names the content and the reason, and has been printed to standard error.
         std::function<void(const std::string& message)> failed = {};
-        /// Another controller is in the window; the one before goes afterwards.
+        /// Another controller is in the window; the previous one is destroyed afterwards.
         std::function<void(TracedController& controller, const std::string& input)> replaced = {};
     };
 
@@ -44,26 +46,26 @@ public:
     ~Session() override;
     void setListeners(Listeners listeners) { listeners_ = std::move(listeners); }
 
-    /// A file, an address, or empty for the built-in panorama; in place of what is being opened.
-    /// The first is the window's at once, whatever becomes of it, and put into the window by the
-    /// program.
+    /// Opens a file, a URL, or the built-in panorama if `input` is empty. Replaces content that is
+    /// still being opened. The first content's controller is current at once, whether or not it can
+    /// be opened; the program puts it into the window.
     void open(const std::string& input);
-    /// Gives up what is being opened. In place of the first, and when nothing is being opened of
-    /// what the window shows, the built-in panorama is opened.
+    /// Cancels opening. If the first content is being opened, or if content is playing and none is
+    /// being opened, the built-in panorama is opened instead.
     void cancel();
 
-    /// After the first `open`.
+    /// Valid after the first `open`.
     [[nodiscard]] const std::shared_ptr<TracedController>& controller() const { return current_; }
-    /// None: nothing is being opened.
+    /// nullopt if nothing is being opened.
     [[nodiscard]] std::optional<Progress> progress() const;
-    /// Whether the first content could not be opened: there is nothing to show.
+    /// Whether the first content could not be opened, so that there is nothing to show.
     [[nodiscard]] bool hasFailed() const { return hasFailed_; }
 
 private:
     struct Opening {
         std::string input;
         std::shared_ptr<TracedController> controller;
-        std::string cause; // why it failed, as far as is known
+        std::string cause; // why it failed, if known
     };
 
     void listenTo(TracedController& controller, const std::string& input);

@@ -65,7 +65,7 @@ std::optional<ControlsState::Video> WindowControls::video() const {
     return video;
 }
 
-/// Of what is being opened, else of a video that waits for more of itself.
+/// The progress of opening content, or of a video that is buffering.
 std::optional<ControlsState::Loading> WindowControls::loading() const {
     if (const auto progress = session_.progress())
         return ControlsState::Loading{"Opening " + progress->name, progress->fraction};
@@ -90,7 +90,8 @@ void WindowControls::setVolume(double volume) {
     player_.setVolume(volume);
 }
 
-/// What has begun to play is kept and stands still: the person may want to wait for it later.
+/// A video that has already played is paused and kept, because the user may want to wait for it
+/// later.
 void WindowControls::cancelLoading() {
     const auto before = video();
     if (!session_.progress() && before && before->seconds > 0)

@@ -11,15 +11,16 @@
 class SDLHost;
 class Session;
 
-/// What the controls of the window show and do: of the session's content, by the window's player.
+/// Implements the window's controls for the session's content and the window's player.
 ///
-/// Owner:  the program; host, session and player outlive it. Made with `platform::make`.
+/// Owner:  the program; the host, the session and the player must outlive it. Made with
+///         `platform::make`.
 /// Thread: main.
 class WindowControls final : public platform::Object, public ControlsClient {
 public:
     WindowControls(SDLHost& host, Session& session, WindowPlayer& player);
 
-    /// Puts words into the window, in place of others.
+    /// Shows a message in the window, replacing the previous one.
     void say(const std::string& text, WindowPlayer::Lasting lasting);
 
     [[nodiscard]] ControlsState state() const override;
@@ -28,7 +29,7 @@ public:
     void setVolume(double volume) override;
     void cancelLoading() override;
     void dismissMessage() override;
-    /// Told when something else is to be shown.
+    /// The listener is called when the state has changed.
     void setChangeListener(std::function<void()> listener) { changed_ = std::move(listener); }
 
 private:
@@ -40,5 +41,5 @@ private:
     WindowPlayer& player_;
     std::function<void()> changed_;
     std::string message_;
-    std::shared_ptr<int> brief_; // while the message is one that goes by itself
+    std::shared_ptr<int> brief_; // exists while a message is shown that disappears by itself
 };

@@ -26,7 +26,7 @@ constexpr double kLeastAudible = 0.2;
 std::string freeScreenshotName() {
     for (int number = 1;; ++number) {
         std::string name = "zanto-player-" + std::to_string(number) + ".png";
-        std::error_code unknown; // a folder that cannot be read shows when the file is written
+        std::error_code unknown; // if the folder cannot be read, writing fails later
         if (!std::filesystem::exists(name, unknown))
             return name;
     }
@@ -50,12 +50,12 @@ WindowPlayer::~WindowPlayer() {
 
 void WindowPlayer::setController(ZNTDisplayViewController& controller) {
     controller_ = &controller;
-    host_.setEmulatesDevice(false); // nobody follows it
+    host_.setEmulatesDevice(false); // nothing uses the emulated device yet
 }
 
 void WindowPlayer::perform(WindowAction action) {
     act(action);
-    // A copy, because it may set another.
+    // Copied, because the listener may replace itself.
     if (const auto listener = performedListener_)
         listener(action);
 }
@@ -120,7 +120,7 @@ void WindowPlayer::show(DisplayMode mode) {
 }
 
 void WindowPlayer::toggleDeviceMotion() {
-    // In the other modes it is not the person's choice.
+    // In the other modes device motion is not the user's choice.
     if (controller_->currentMode() != DisplayMode::Sphere)
         return;
     const bool on = !controller_->deviceMotionIsOn();
@@ -175,7 +175,7 @@ void WindowPlayer::seekTo(double seconds) {
     if (!controller_->streamer() || std::isnan(duration) || std::isnan(seconds))
         return;
     const double target = std::clamp(seconds, 0.0, duration);
-    // At its end a video stands still without having been paused, and would go on from there.
+    // At its end, a video stops without being paused, and would resume after the seek.
     if (isStill() && !controller_->streamer()->isPaused()) {
         controller_->pause();
         tellListener(CommandAction::Pause);
@@ -192,7 +192,7 @@ void WindowPlayer::toggleMute() {
 }
 
 void WindowPlayer::changeVolumeBy(double step) {
-    // In whole steps, so that the same presses down and up again come back.
+    // The volume changes in whole steps, so that equal numbers of presses up and down cancel out.
     const double steps = std::round(volume() / kVolumeStep) + std::round(step / kVolumeStep);
     setVolume(std::clamp(steps * kVolumeStep, 0.0, 1.0));
 }
@@ -205,7 +205,7 @@ double WindowPlayer::volume() const {
 void WindowPlayer::setVolume(double volume) {
     if (!controller_->streamer())
         return;
-    // A finger that goes to 0 passes all that is not worth coming back to.
+    // Dragging the slider to 0 passes quiet volumes that are not worth restoring.
     if (volume >= kLeastAudible)
         volumeBeforeMute_ = volume;
     controller_->setPlayerVolume(volume);

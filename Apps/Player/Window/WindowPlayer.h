@@ -11,15 +11,15 @@ class SDLHost;
 class KeyLook;
 class ZNTDisplayViewController;
 
-/// Does what is asked of the window, by its keys or by whoever calls.
+/// Performs the window's actions, which come from keys or from callers.
 ///
-/// Owner:  the host outlives it, and so does each controller as long as it is the one.
+/// Owner:  the host must outlive it, and so must each controller while it is set.
 /// Thread: main.
 class WindowPlayer {
 public:
-    /// Told of everything that is done to the scene, once it has been.
+    /// Called after each action that changes the scene.
     using ActionListener = std::function<void(const decltype(Action::what)&)>;
-    /// What the person should know: for a while, or until it is put away.
+    /// How long a notice for the user is shown.
     enum class Lasting { Briefly, UntilDismissed };
     using NoticeListener = std::function<void(const std::string&, Lasting)>;
 
@@ -28,20 +28,21 @@ public:
     WindowPlayer(const WindowPlayer&) = delete;
     WindowPlayer& operator=(const WindowPlayer&) = delete;
 
-    /// What is done from now on is done to that one.
+    /// Later actions apply to this controller.
     void setController(ZNTDisplayViewController& controller);
     void setNoticeListener(NoticeListener listener) { noticeListener_ = std::move(listener); }
-    /// Told of every action, once it is done.
+    /// Called after each action.
     void setPerformedListener(std::function<void(WindowAction)> listener) {
         performedListener_ = std::move(listener);
     }
 
     void perform(WindowAction action);
-    /// Of the video, if there is one whose length is known; held within it.
+    /// Seeks in the video, within its duration; a no-op if there is no video or its duration is
+    /// unknown.
     void seekTo(double seconds);
-    /// 0 to 1, of the video, if there is one.
+    /// From 0 to 1; a no-op if there is no video.
     void setVolume(double volume);
-    /// Of the video; 0 without one.
+    /// The video's volume; 0 if there is no video.
     [[nodiscard]] double volume() const;
     [[nodiscard]] bool showsHelp() const { return showsHelp_; }
 
@@ -59,7 +60,8 @@ private:
     void toggleHelp();
     void tellListener(const decltype(Action::what)& what) const;
     void leave();
-    /// Writes what the window shows to the first free name in the current folder and prints it.
+    /// Saves what the window shows under the first unused name in the current folder and prints
+    /// that name.
     void takeScreenshot();
     void notify(const std::string& text, Lasting lasting) const;
     void complain(const std::string& text) const;

@@ -14,7 +14,7 @@ using platform::ErrorCode;
 
 namespace {
 
-/// The shortest text that reads back as the same number.
+/// The shortest text that parses to the same number.
 std::string textOf(double number) {
     std::array<char, 32> text{};
     return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
@@ -40,7 +40,7 @@ WindowRecording::WindowRecording(std::string path, std::ofstream file)
 }
 
 WindowRecording::~WindowRecording() {
-    (void)end(); // whoever wants to know has asked
+    (void)end(); // callers that need the error have called `end`
 }
 
 void WindowRecording::begin(SDLHost& host, TouchListener next) {
@@ -74,7 +74,7 @@ std::optional<Error> WindowRecording::end() {
 std::string WindowRecording::playbackOptions(const platform::TouchSlop& slop) const {
     std::string options = "--actions " + path_ + " --size " + textOf(std::round(size_.width)) +
                           "x" + textOf(std::round(size_.height)) + " --scale " + textOf(scale_);
-    // The command line sets both to one number, or leaves both as they are.
+    // The command line sets both values to the same number, or leaves both at their defaults.
     if (slop.finger == slop.mouse)
         options += " --touch-slop " + textOf(slop.finger);
     return options;

@@ -11,13 +11,13 @@
 
 class SDLHost;
 
-/// A file into which what is done in a window goes, as an action script.
+/// Records the actions in a window to a file, as an action script.
 ///
-/// Owner:  the program; the host that it watches outlives it.
+/// Owner:  the program; the host must outlive it.
 /// Thread: main.
 class WindowRecording {
 public:
-    /// Empties the file. Errors: Unreadable, when it cannot be written.
+    /// Creates or empties the file. Errors: Unreadable if it cannot be written.
     [[nodiscard]] static platform::Result<std::unique_ptr<WindowRecording>>
     create(const std::string& path);
     ~WindowRecording();
@@ -26,18 +26,18 @@ public:
 
     using TouchListener = std::function<void(const platform::TouchEvent&)>;
 
-    /// The window's view appears: records its size, and from now on its touches and other sizes. A
-    /// window has one listener for touches, so they are handed on to `next`.
+    /// Called when the window's view appears: records its size, and from now on touches and size
+    /// changes. A window has only one touch listener, so touches are forwarded to `next`.
     void begin(SDLHost& host, TouchListener next = {});
-    /// What the program does beside them.
+    /// Records any other action of the program.
     void note(const decltype(Action::what)& what) { recorder_->note(what); }
-    /// Writes what is left; nothing is recorded any more.
+    /// Finishes the recording.
     ///
-    /// Errors: Unreadable, when not everything could be written.
+    /// Errors: Unreadable if the file could not be written completely.
     [[nodiscard]] std::optional<platform::Error> end();
 
-    /// What the command line that plays it back says beside the content: a script knows neither
-    /// pixels per point nor how far touches wander.
+    /// The options of the command line that plays the recording back. They are needed because a
+    /// script contains neither the pixels per point nor the touch slop.
     [[nodiscard]] std::string playbackOptions(const platform::TouchSlop& slop) const;
 
 private:
@@ -46,7 +46,7 @@ private:
     std::string path_;
     std::ofstream file_;
     std::optional<Recorder> recorder_;
-    SDLHost* host_ = nullptr; // watched, from begin() to end()
+    SDLHost* host_ = nullptr; // observed from begin() to end()
     platform::Size size_;
     double scale_ = 1;
 };
