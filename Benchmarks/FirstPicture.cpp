@@ -33,9 +33,9 @@ double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-std::unique_ptr<HeadlessHost> makeHost() {
-    auto host =
-        HeadlessHost::create({{kSize.width, kSize.height}, 1, HeadlessHostOptions::Time::Real});
+std::unique_ptr<zanto::HeadlessHost> makeHost() {
+    auto host = zanto::HeadlessHost::create(
+        {{kSize.width, kSize.height}, 1, zanto::HeadlessHostOptions::Time::Real});
     if (!host)
         throw std::runtime_error(host.error().detail);
     return std::move(host).value();

@@ -112,8 +112,8 @@ public:
     }
 
 private:
-    static std::unique_ptr<HeadlessHost> makeHost(platform::SizePx size) {
-        auto host = HeadlessHost::create(
+    static std::unique_ptr<zanto::HeadlessHost> makeHost(platform::SizePx size) {
+        auto host = zanto::HeadlessHost::create(
             {{static_cast<double>(size.width), static_cast<double>(size.height)}});
         if (!host)
             throw std::runtime_error(host.error().detail);
@@ -130,7 +130,7 @@ private:
     }
 
     platform::SizePx size_;
-    std::unique_ptr<HeadlessHost> host_;
+    std::unique_ptr<zanto::HeadlessHost> host_;
     std::shared_ptr<ZNTDisplayViewController> player_;
     std::unique_ptr<platform::OffscreenTarget> target_;
     BareQuad quad_;

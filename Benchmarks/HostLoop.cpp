@@ -13,11 +13,11 @@ using platform::Instant;
 
 namespace {
 
-std::unique_ptr<HeadlessHost> makeHost(platform::SizePx size) {
-    auto host =
-        HeadlessHost::create({{static_cast<double>(size.width), static_cast<double>(size.height)},
-                              1,
-                              HeadlessHostOptions::Time::Real});
+std::unique_ptr<zanto::HeadlessHost> makeHost(platform::SizePx size) {
+    auto host = zanto::HeadlessHost::create(
+        {{static_cast<double>(size.width), static_cast<double>(size.height)},
+         1,
+         zanto::HeadlessHostOptions::Time::Real});
     if (!host)
         throw std::runtime_error(host.error().detail);
     return std::move(host).value();
@@ -45,7 +45,7 @@ HostLoop::~HostLoop() {
 bool HostLoop::runUntil(const std::function<bool()>& condition, Instant longest) {
     const Instant end = embedded().now() + longest;
     for (;;) {
-        EmbeddedHostStatus status;
+        zanto::EmbeddedHostStatus status;
         longestTurn_.time([&] { status = embedded().runDueWork(); });
         ++turns_;
         if (status.drawNow) {

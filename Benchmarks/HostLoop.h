@@ -22,7 +22,7 @@ public:
     HostLoop(const HostLoop&) = delete;
     HostLoop& operator=(const HostLoop&) = delete;
 
-    [[nodiscard]] EmbeddedHost& embedded() { return host_->embedded(); }
+    [[nodiscard]] zanto::EmbeddedHost& embedded() { return host_->embedded(); }
     [[nodiscard]] const platform::OffscreenTarget& target() const { return *target_; }
 
     /// Iterates until the condition holds; it is checked after each iteration. Returns false if it
@@ -46,7 +46,7 @@ private:
     void sleep(platform::Instant longest);
     void draw();
 
-    std::unique_ptr<HeadlessHost> host_;
+    std::unique_ptr<zanto::HeadlessHost> host_;
     std::unique_ptr<platform::OffscreenTarget> target_;
     std::mutex mutex_; // guards isAwake_
     std::condition_variable wakeUp_;

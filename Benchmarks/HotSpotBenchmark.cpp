@@ -112,10 +112,10 @@ public:
     void look() { drawer().objecPickTestForPickingPoint(); }
 
 private:
-    static std::unique_ptr<HeadlessHost> makeHost() {
-        HeadlessHostOptions options;
+    static std::unique_ptr<zanto::HeadlessHost> makeHost() {
+        zanto::HeadlessHostOptions options;
         options.size = {kSize.width, kSize.height};
-        auto host = HeadlessHost::create(options);
+        auto host = zanto::HeadlessHost::create(options);
         if (!host)
             throw std::runtime_error(host.error().detail);
         return std::move(host).value();
@@ -129,7 +129,7 @@ private:
         glDisable(GL_SCISSOR_TEST);
     }
 
-    std::unique_ptr<HeadlessHost> host_;
+    std::unique_ptr<zanto::HeadlessHost> host_;
     std::vector<std::shared_ptr<ZNTHotSpot>> spots_ = spreadSpots();
     std::shared_ptr<ZNTDisplayViewController> player_;
     std::unique_ptr<platform::OffscreenTarget> target_;

@@ -27,12 +27,12 @@ struct Reading {
     int frames = 0;
 };
 
-Reading readingOf(SDLHost& host) {
+Reading readingOf(zanto::SDLHost& host) {
     return {host.embedded().now(), std::clock(), host.framesPresented()};
 }
 
 /// Runs the host's loop for a while; returns the number of iterations.
-int takeTurns(SDLHost& host, Instant duration) {
+int takeTurns(zanto::SDLHost& host, Instant duration) {
     const Instant end = host.embedded().now() + duration;
     int turns = 0;
     for (Instant now = host.embedded().now(); now < end; now = host.embedded().now()) {
@@ -44,7 +44,7 @@ int takeTurns(SDLHost& host, Instant duration) {
 }
 
 /// Runs until the image is shown and nothing has been drawn for a second.
-void waitUntilDrawn(SDLHost& host) {
+void waitUntilDrawn(zanto::SDLHost& host) {
     int before = 0;
     do {
         before = host.framesPresented();
@@ -54,7 +54,7 @@ void waitUntilDrawn(SDLHost& host) {
 }
 
 /// Leaves the window idle for that time, once it has come to rest.
-void measure(SDLHost& host, const char* what, Instant duration) {
+void measure(zanto::SDLHost& host, const char* what, Instant duration) {
     waitUntilDrawn(host);
     const Reading before = readingOf(host);
     const int turns = takeTurns(host, duration);
@@ -67,12 +67,12 @@ void measure(SDLHost& host, const char* what, Instant duration) {
 }
 
 int measureBoth(Instant duration) {
-    auto created = SDLHost::create({.title = "idle"});
+    auto created = zanto::SDLHost::create({.title = "idle"});
     if (!created) {
         std::fprintf(stderr, "idle-window: %s\n", created.error().detail.c_str());
         return 1;
     }
-    SDLHost& host = *created.value();
+    zanto::SDLHost& host = *created.value();
     const auto controller = platform::make<ZNTDisplayViewController>();
     controller->prepareImage(builtInPanorama());
     host.embedded().setRootViewController(controller);

@@ -98,14 +98,14 @@ public:
     }
 
 private:
-    static std::unique_ptr<HeadlessHost> makeHost() {
-        auto host = HeadlessHost::create({{kView.width, kView.height}});
+    static std::unique_ptr<zanto::HeadlessHost> makeHost() {
+        auto host = zanto::HeadlessHost::create({{kView.width, kView.height}});
         if (!host)
             throw std::runtime_error(host.error().detail);
         return std::move(host).value();
     }
 
-    std::unique_ptr<HeadlessHost> host_;
+    std::unique_ptr<zanto::HeadlessHost> host_;
     std::shared_ptr<ZNTDisplayViewController> player_;
     std::unique_ptr<platform::OffscreenTarget> target_;
     BareVideoQuad quad_{kVideo};

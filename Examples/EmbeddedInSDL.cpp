@@ -20,7 +20,7 @@ int fail(const std::string& reason) {
     return 3;
 }
 
-bool writePicture(EmbeddedHost& host, const std::string& path) {
+bool writePicture(zanto::EmbeddedHost& host, const std::string& path) {
     const auto picture = host.snapshot(1.0);
     const auto encoded = picture ? platform::encodePng(*picture.value()) : picture.error();
     if (!encoded)
@@ -31,7 +31,7 @@ bool writePicture(EmbeddedHost& host, const std::string& path) {
 }
 
 /// The timeout for SDL in whole milliseconds; -1 waits indefinitely.
-int timeoutOf(const EmbeddedHost& host, const EmbeddedHostStatus& status) {
+int timeoutOf(const zanto::EmbeddedHost& host, const zanto::EmbeddedHostStatus& status) {
     if (status.drawNow || !status.nextDeadline)
         return status.drawNow ? 0 : -1;
     const auto left = std::max(platform::Instant(0), *status.nextDeadline - host.now());
@@ -58,14 +58,14 @@ int main(int argc, char** argv) {
     if (!context)
         return fail(SDL_GetError());
 
-    EmbeddedHostOptions options;
+    zanto::EmbeddedHostOptions options;
     options.gl.procAddress = SDL_GL_GetProcAddress;
     options.size = {640, 360};
     options.wakeUp = [type = SDL_RegisterEvents(1)] {
         SDL_Event event{type};
         SDL_PushEvent(&event);
     };
-    auto host = EmbeddedHost::create(options);
+    auto host = zanto::EmbeddedHost::create(options);
     if (!host)
         return fail(host.error().detail);
     auto player = platform::make<ZNTDisplayViewController>();
@@ -77,7 +77,7 @@ int main(int argc, char** argv) {
 
     bool isDrawn = false;
     for (SDL_Event event{}; event.type != SDL_QUIT;) {
-        const EmbeddedHostStatus status = host.value()->runDueWork();
+        const zanto::EmbeddedHostStatus status = host.value()->runDueWork();
         const bool exposed =
             event.type == SDL_WINDOWEVENT && event.window.event == SDL_WINDOWEVENT_EXPOSED;
         if (status.drawNow || exposed) {

@@ -17,7 +17,7 @@
 
 namespace {
 
-bool writePicture(EmbeddedHost& host, const std::string& path) {
+bool writePicture(zanto::EmbeddedHost& host, const std::string& path) {
     const auto picture = host.snapshot(1.0);
     const auto encoded = picture ? platform::encodePng(*picture.value()) : picture.error();
     if (!encoded)
@@ -28,7 +28,7 @@ bool writePicture(EmbeddedHost& host, const std::string& path) {
 }
 
 /// Iterates until a frame with all content has been presented; returns false if the window closed.
-bool waitUntilComplete(SDLHost& host) {
+bool waitUntilComplete(zanto::SDLHost& host) {
     while (host.framesPresented() == 0 || platform::MainQueue::main().outstandingWork() > 0) {
         if (!host.turn(platform::fromSeconds(0.1)))
             return false;
@@ -47,12 +47,12 @@ int main(int argc, char** argv) {
         else
             input = argv[i];
     }
-    auto created = SDLHost::create({.title = "A panorama", .size = {640, 360}});
+    auto created = zanto::SDLHost::create({.title = "A panorama", .size = {640, 360}});
     if (!created) {
         std::fprintf(stderr, "sdl-window: %s\n", created.error().detail.c_str());
         return 3;
     }
-    SDLHost& host = *created.value();
+    zanto::SDLHost& host = *created.value();
 
     auto player = platform::make<ZNTDisplayViewController>();
     player->prepareImageWithUrl(platform::URL::fileURLWithPath(input));
@@ -60,7 +60,7 @@ int main(int argc, char** argv) {
         return 2; // the library has logged the reason
     host.embedded().setRootViewController(player);
     host.embedded().appear();
-    host.setKeyListener([&host](const KeyPress& press) {
+    host.setKeyListener([&host](const zanto::KeyEvent& press) {
         if (press.character == U'q')
             host.quit();
     });

@@ -29,7 +29,7 @@ public:
           context_(window_ ? SDL_GL_CreateContext(window_) : nullptr) {
         if (!context_)
             return;
-        EmbeddedHostOptions options;
+        zanto::EmbeddedHostOptions options;
         // With two contexts, the library must be able to select the one that it is about to use.
         options.gl.makeCurrent = [this] { SDL_GL_MakeCurrent(window_, context_); };
         options.gl.procAddress = SDL_GL_GetProcAddress;
@@ -38,7 +38,7 @@ public:
             SDL_Event event{wakeUpEvent};
             SDL_PushEvent(&event);
         };
-        if (auto host = EmbeddedHost::create(options); host.ok())
+        if (auto host = zanto::EmbeddedHost::create(options); host.ok())
             host_ = std::move(host).value();
     }
     ~PlayerWindow() {
@@ -53,7 +53,7 @@ public:
     PlayerWindow& operator=(const PlayerWindow&) = delete;
 
     [[nodiscard]] bool isReady() const { return host_ != nullptr; }
-    [[nodiscard]] EmbeddedHost& host() { return *host_; }
+    [[nodiscard]] zanto::EmbeddedHost& host() { return *host_; }
     [[nodiscard]] std::uint32_t id() const { return SDL_GetWindowID(window_); }
     [[nodiscard]] bool isComplete() const { return isDrawn_ && workLeft_ == 0; }
 
@@ -72,7 +72,7 @@ public:
 
     /// Runs due work and draws; returns the time until the next call.
     std::optional<platform::Instant> turn(bool isExposed) {
-        const EmbeddedHostStatus status = host_->runDueWork();
+        const zanto::EmbeddedHostStatus status = host_->runDueWork();
         if (status.drawNow || isExposed) {
             host_->draw(0, {0, 0, width_, height_});
             SDL_GL_MakeCurrent(window_, context_);
@@ -100,7 +100,7 @@ private:
     int height_;
     SDL_Window* window_;
     SDL_GLContext context_;
-    std::unique_ptr<EmbeddedHost> host_;
+    std::unique_ptr<zanto::EmbeddedHost> host_;
     std::shared_ptr<ZNTDisplayViewController> player_;
     bool isDrawn_ = false;
     int workLeft_ = 1;

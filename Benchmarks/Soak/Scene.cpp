@@ -13,8 +13,8 @@ namespace {
 
 constexpr platform::Size kSize{320, 180};
 
-std::unique_ptr<HeadlessHost> makeHost(HeadlessHostOptions::Time time) {
-    auto host = HeadlessHost::create({.size = kSize, .time = time});
+std::unique_ptr<zanto::HeadlessHost> makeHost(zanto::HeadlessHostOptions::Time time) {
+    auto host = zanto::HeadlessHost::create({.size = kSize, .time = time});
     if (!host)
         throw std::runtime_error(host.error().detail);
     return std::move(host).value();
@@ -26,7 +26,7 @@ bool isAtRest() {
 
 } // namespace
 
-Scene::Scene(const Media& media, Events& events, Dice& dice, HeadlessHostOptions::Time time)
+Scene::Scene(const Media& media, Events& events, Dice& dice, zanto::HeadlessHostOptions::Time time)
     : media_(media), events_(events), dice_(dice), host_(makeHost(time)),
       smallPicture_(std::make_shared<platform::Image>(makePanorama(64))), size_(kSize) {
     replacePlayer();

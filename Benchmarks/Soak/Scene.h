@@ -15,15 +15,15 @@
 /// Thread: main. Only one scene may exist at a time.
 class Scene {
 public:
-    Scene(const Media& media, Events& events, Dice& dice, HeadlessHostOptions::Time time);
+    Scene(const Media& media, Events& events, Dice& dice, zanto::HeadlessHostOptions::Time time);
     ~Scene();
     Scene(const Scene&) = delete;
     Scene& operator=(const Scene&) = delete;
 
     [[nodiscard]] const Media& media() const { return media_; }
     [[nodiscard]] Dice& dice() { return dice_; }
-    [[nodiscard]] HeadlessHost& host() { return *host_; }
-    [[nodiscard]] EmbeddedHost& embedded() { return host_->embedded(); }
+    [[nodiscard]] zanto::HeadlessHost& host() { return *host_; }
+    [[nodiscard]] zanto::EmbeddedHost& embedded() { return host_->embedded(); }
     [[nodiscard]] Visitor& player() { return *player_; }
 
     /// Destroys the controller in whatever state it is, and makes another.
@@ -51,7 +51,7 @@ private:
     const Media& media_;
     Events& events_;
     Dice& dice_;
-    std::unique_ptr<HeadlessHost> host_;
+    std::unique_ptr<zanto::HeadlessHost> host_;
     std::shared_ptr<Visitor> player_;
     platform::ImagePtr smallPicture_;
     platform::Size size_;

@@ -90,7 +90,7 @@ void Soak::run(std::chrono::seconds duration) {
 
 void Soak::makeEachOnce() {
     Dice dice(seed_);
-    Scene scene(media_, events_, dice, HeadlessHostOptions::Time::Virtual);
+    Scene scene(media_, events_, dice, zanto::HeadlessHostOptions::Time::Virtual);
     for (const Move& move : moves_)
         make(move, scene, dice);
     // The first video from the network starts threads that stay.
@@ -105,8 +105,8 @@ void Soak::playChapter() {
     const std::uint64_t seed = seed_ + chapters_;
     Dice dice(seed);
     Scene scene(media_, events_, dice,
-                seed % 2 == 0 ? HeadlessHostOptions::Time::Virtual
-                              : HeadlessHostOptions::Time::Real);
+                seed % 2 == 0 ? zanto::HeadlessHostOptions::Time::Virtual
+                              : zanto::HeadlessHostOptions::Time::Real);
     for (int i = 0; i < kRounds; ++i)
         playRound(scene, dice);
 }

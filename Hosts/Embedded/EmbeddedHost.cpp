@@ -14,6 +14,8 @@
 #include <mutex>
 #include <utility>
 
+namespace zanto {
+
 using platform::Application;
 using platform::GLDevice;
 using platform::Instant;
@@ -275,3 +277,5 @@ platform::Result<platform::ImagePtr> EmbeddedHost::snapshot(double scale) {
     catchUp();
     return window_->snapshot(scale);
 }
+
+} // namespace zanto

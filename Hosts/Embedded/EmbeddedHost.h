@@ -22,6 +22,8 @@ class ViewController;
 class Window;
 } // namespace platform
 
+namespace zanto {
+
 /// Options that the host application passes to `EmbeddedHost::create`.
 struct EmbeddedHostOptions {
     /// Required: the application's OpenGL ES 2.0 context with OES_vertex_array_object.
@@ -160,3 +162,5 @@ private:
     std::optional<platform::Instant> nextPass_;
     std::optional<platform::Instant> lastPassInstant_;
 };
+
+} // namespace zanto

@@ -4,6 +4,8 @@
 
 #include <chrono>
 
+namespace zanto {
+
 using platform::AttitudeSource;
 using platform::Instant;
 using platform::MainQueue;
@@ -55,3 +57,5 @@ bool SampleKeeper::hasListener() {
     const AttitudeSource& source = AttitudeSource::shared();
     return source.isWanted() && source.isAvailable() && source.latest();
 }
+
+} // namespace zanto

@@ -7,6 +7,8 @@
 #include <memory>
 #include <optional>
 
+namespace zanto {
+
 /// Repeats attitude samples while the user interacts with the view.
 ///
 /// While device motion is on, only attitude samples request frames, even when a finger rotates the
@@ -36,3 +38,5 @@ private:
     std::optional<platform::Attitude> seen_; // in the previous frame
     std::shared_ptr<Beat> beating_;          // non-null while a block for the next frame is queued
 };
+
+} // namespace zanto

@@ -6,6 +6,8 @@
 #include <chrono>
 #include <cmath>
 
+namespace zanto {
+
 using platform::Instant;
 using platform::MainQueue;
 using platform::Point;
@@ -86,3 +88,5 @@ void WheelPinch::tell(TouchPhase phase, int finger, const Gesture& gesture, Inst
     const Point location{gesture.center.x + (finger == 0 ? -half : half), gesture.center.y};
     receiver_({phase, -1 - finger, location, platform::TouchKind::Finger, time});
 }
+
+} // namespace zanto

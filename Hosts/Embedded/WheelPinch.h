@@ -9,6 +9,8 @@
 #include <memory>
 #include <utility>
 
+namespace zanto {
+
 /// Converts the mouse wheel into a pinch gesture: two fingers go down beside the pointer, spread or
 /// close with every tick of the wheel, and are lifted shortly after the last tick. They are on a
 /// horizontal line.
@@ -54,3 +56,5 @@ private:
     Receiver receiver_;
     std::shared_ptr<Gesture> gesture_;
 };
+
+} // namespace zanto

@@ -12,6 +12,8 @@
 #include <optional>
 #include <utility>
 
+namespace zanto {
+
 using platform::Instant;
 using platform::MainQueue;
 using platform::Result;
@@ -173,3 +175,5 @@ void HeadlessHost::advanceTo(Instant instant) {
     }
     runThisInstant(wait);
 }
+
+} // namespace zanto

@@ -9,11 +9,13 @@
 
 #include <memory>
 
-class SurfacelessContext;
-
 namespace platform {
 class OffscreenTarget;
 }
+
+namespace zanto {
+
+class SurfacelessContext;
 
 struct HeadlessHostOptions {
     enum class Time {
@@ -82,3 +84,5 @@ private:
     platform::SizePx targetSize_;
     int framesPresented_ = 0;
 };
+
+} // namespace zanto

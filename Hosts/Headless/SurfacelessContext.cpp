@@ -7,6 +7,8 @@
 #include <string>
 #include <utility>
 
+namespace zanto {
+
 using platform::Error;
 using platform::ErrorCode;
 
@@ -74,3 +76,5 @@ void SurfacelessContext::makeCurrent() const {
 void* SurfacelessContext::procAddress(const char* name) {
     return reinterpret_cast<void*>(eglGetProcAddress(name));
 }
+
+} // namespace zanto

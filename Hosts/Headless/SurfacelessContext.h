@@ -4,6 +4,8 @@
 
 #include <memory>
 
+namespace zanto {
+
 /// An OpenGL ES 2.0 context without a window or a surface.
 ///
 /// Thread: main.
@@ -23,3 +25,5 @@ private:
     explicit SurfacelessContext(std::unique_ptr<Handles> handles);
     std::unique_ptr<Handles> handles_;
 };
+
+} // namespace zanto

@@ -4,6 +4,8 @@
 
 #include <numbers>
 
+namespace zanto {
+
 using platform::AttitudeSource;
 using platform::Point;
 
@@ -52,3 +54,5 @@ void EmulatedDevice::publish() const {
     const auto orientation = platform::Application::sharedApplication().statusBarOrientation();
     AttitudeSource::shared().publish(attitude_.attitude(orientation));
 }
+
+} // namespace zanto

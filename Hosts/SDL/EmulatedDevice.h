@@ -5,6 +5,8 @@
 
 #include <SDL.h>
 
+namespace zanto {
+
 /// An emulated device that is rotated by dragging with the right mouse button. It publishes to the
 /// environment's attitude source. Dragging to the right looks to the right, dragging up looks up,
 /// 90 degrees per 640 points.
@@ -36,3 +38,5 @@ private:
     bool isHeld_ = false;
     platform::Point place_; // of the pointer, during a drag
 };
+
+} // namespace zanto

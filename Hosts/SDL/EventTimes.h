@@ -6,6 +6,8 @@
 #include <chrono>
 #include <cstdint>
 
+namespace zanto {
+
 /// Converts event timestamps to the host's clock. SDL timestamps are milliseconds of its own
 /// counter, which wraps around after 49 days.
 ///
@@ -38,3 +40,5 @@ private:
     platform::Instant last_{0};
     bool isPumping_ = false;
 };
+
+} // namespace zanto

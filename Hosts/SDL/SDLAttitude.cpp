@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+namespace zanto {
+
 using platform::Attitude;
 using platform::AttitudeSource;
 using platform::InterfaceOrientation;
@@ -65,3 +67,5 @@ InterfaceOrientation SDLAttitude::uprightOrientation() const {
 Attitude SDLAttitude::attitudeOfDevice(const Attitude& upright, InterfaceOrientation orientation) {
     return upright * platform::turnAbout({0, 0, platform::rollOf(orientation)});
 }
+
+} // namespace zanto

@@ -9,6 +9,8 @@
 
 #include <memory>
 
+namespace zanto {
+
 /// Publishes attitudes from SDL sensors: a gyroscope and an accelerometer of the machine or, if it
 /// has none, of a game controller.
 ///
@@ -49,3 +51,5 @@ private:
     std::unique_ptr<SDLSensors> sensors_; // non-null while the source has a listener
     bool isMuted_ = false;
 };
+
+} // namespace zanto

@@ -15,6 +15,8 @@
 #include <limits>
 #include <utility>
 
+namespace zanto {
+
 using platform::Error;
 using platform::ErrorCode;
 using platform::Instant;
@@ -229,7 +231,7 @@ void SDLHost::Loop::fitToWindow() {
 }
 
 void SDLHost::Loop::dispatchKey(const SDL_KeyboardEvent& event) {
-    const auto press = event.windowID == window_->id() ? keyPressOf(event) : std::nullopt;
+    const auto press = event.windowID == window_->id() ? keyEventOf(event) : std::nullopt;
     // A copy, because the listener may set a new one.
     const KeyListener listener = keyListener_;
     if (press && listener)
@@ -420,3 +422,5 @@ std::optional<Error> SDLHost::recreateContext() {
 int SDLHost::framesPresented() const {
     return loop_->framesPresented();
 }
+
+} // namespace zanto

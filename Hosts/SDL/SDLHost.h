@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Hosts/Embedded/EmbeddedHost.h"
-#include "Hosts/SDL/KeyPress.h"
+#include "Hosts/SDL/KeyEvent.h"
 #include "Platform/Foundation/Clock.h"
 #include "Platform/Foundation/Export.h"
 #include "Platform/Foundation/Geometry.h"
@@ -12,6 +12,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+
+namespace zanto {
 
 struct SDLHostOptions {
     /// UTF-8.
@@ -47,7 +49,7 @@ struct SDLHostOptions {
 /// Thread: main.
 class ZANTO_EXPORT SDLHost {
 public:
-    using KeyListener = std::function<void(const KeyPress&)>;
+    using KeyListener = std::function<void(const KeyEvent&)>;
     using TouchListener = std::function<void(const platform::TouchEvent&)>;
     using SizeListener = std::function<void(platform::Size, double scale)>;
     using Overlay = std::function<void(platform::Size, double scale)>;
@@ -144,3 +146,5 @@ private:
     explicit SDLHost(std::unique_ptr<Loop> loop);
     std::unique_ptr<Loop> loop_;
 };
+
+} // namespace zanto

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <utility>
 
+namespace zanto {
+
 using platform::Instant;
 using platform::Point;
 
@@ -175,3 +177,5 @@ bool SDLInput::isTrackPad(SDL_TouchID device) const {
 Instant SDLInput::instantOf(std::uint32_t timestamp) {
     return times_.instantOf(timestamp, facts_.ticks(), host_.now());
 }
+
+} // namespace zanto

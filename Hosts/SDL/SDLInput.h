@@ -15,6 +15,8 @@
 #include <optional>
 #include <set>
 
+namespace zanto {
+
 class EmbeddedHost;
 
 /// SDL functions that input depends on, replaceable in tests.
@@ -84,3 +86,5 @@ private:
     SDLTouches touches_;
     WheelPinch wheel_;
 };
+
+} // namespace zanto

@@ -4,9 +4,11 @@
 #include <array>
 #include <utility>
 
+namespace zanto {
+
 namespace {
 
-using Key = KeyPress::Key;
+using Key = KeyEvent::Key;
 
 constexpr std::array<std::pair<SDL_Keycode, Key>, 14> kNamedKeys{{
     {SDLK_ESCAPE, Key::Escape},
@@ -39,8 +41,8 @@ char32_t characterOf(SDL_Keycode code) {
 
 } // namespace
 
-std::optional<KeyPress> keyPressOf(const SDL_KeyboardEvent& event) {
-    KeyPress press;
+std::optional<KeyEvent> keyEventOf(const SDL_KeyboardEvent& event) {
+    KeyEvent press;
     const SDL_Keycode code = event.keysym.sym;
     const auto* const named = std::find_if(kNamedKeys.begin(), kNamedKeys.end(),
                                            [code](const auto& key) { return key.first == code; });
@@ -56,3 +58,5 @@ std::optional<KeyPress> keyPressOf(const SDL_KeyboardEvent& event) {
     press.isRepeat = event.repeat != 0;
     return press;
 }
+
+} // namespace zanto

@@ -1,10 +1,14 @@
 #pragma once
 
-#include "Hosts/SDL/KeyPress.h"
+#include "Hosts/SDL/KeyEvent.h"
 
 #include <SDL.h>
 
 #include <optional>
 
-/// Converts a keyboard event; none if `KeyPress` has no value for the key.
-[[nodiscard]] std::optional<KeyPress> keyPressOf(const SDL_KeyboardEvent& event);
+namespace zanto {
+
+/// Converts a keyboard event; none if `KeyEvent` has no value for the key.
+[[nodiscard]] std::optional<KeyEvent> keyEventOf(const SDL_KeyboardEvent& event);
+
+} // namespace zanto

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <utility>
 
+namespace zanto {
+
 namespace {
 
 /// A subsystem of SDL that is initialised while this object exists. SDL counts its users.
@@ -178,3 +180,5 @@ std::unique_ptr<SDLSensors> SDLSensors::open() {
         return controller;
     return nullptr;
 }
+
+} // namespace zanto

@@ -7,6 +7,8 @@
 #include <memory>
 #include <optional>
 
+namespace zanto {
+
 /// A sensor sample: rad/s for a gyroscope, m/s² for an accelerometer.
 struct SensorSample {
     SDL_SensorType type = SDL_SENSOR_INVALID;
@@ -37,3 +39,5 @@ public:
 protected:
     SDLSensors() = default;
 };
+
+} // namespace zanto

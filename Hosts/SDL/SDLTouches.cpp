@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace zanto {
+
 using platform::Instant;
 using platform::Point;
 using platform::TouchKind;
@@ -100,3 +102,5 @@ void SDLTouches::cancelAll(Instant time) {
         lift(TouchPhase::Cancel, id, location, time);
     }
 }
+
+} // namespace zanto

@@ -11,6 +11,8 @@
 #include <map>
 #include <utility>
 
+namespace zanto {
+
 /// Converts SDL events of the touch screen and the left mouse button to touches.
 ///
 /// The id of a finger is the lowest number above 0 that no other finger has; the mouse has 0. The
@@ -51,3 +53,5 @@ private:
     std::map<Finger, std::int64_t> ids_;
     std::map<std::int64_t, platform::Point> places_; // of fingers and mouse buttons that are down
 };
+
+} // namespace zanto

@@ -1,5 +1,7 @@
 #include "Hosts/SDL/SDLWakeUp.h"
 
+namespace zanto {
+
 namespace {
 
 /// SDL never frees event types, so all hosts of the process use the same one.
@@ -28,3 +30,5 @@ bool SDLWakeUp::take(const SDL_Event& event) {
     pending_ = false;
     return true;
 }
+
+} // namespace zanto

@@ -4,6 +4,8 @@
 
 #include <atomic>
 
+namespace zanto {
+
 /// Wakes the event loop with an event of its own type. At most one such event is queued.
 ///
 /// Owner:  shared by the host and by callers of `ring` that may outlive it.
@@ -20,3 +22,5 @@ private:
     Uint32 type_;
     std::atomic<bool> pending_ = false;
 };
+
+} // namespace zanto

@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <string_view>
 
+namespace zanto {
+
 using platform::Error;
 using platform::ErrorCode;
 using platform::Result;
@@ -197,3 +199,5 @@ void SDLWindow::setFullScreen(bool fullScreen) {
 void SDLWindow::swap() {
     SDL_GL_SwapWindow(window_);
 }
+
+} // namespace zanto

@@ -11,6 +11,8 @@
 #include <optional>
 #include <string>
 
+namespace zanto {
+
 /// An SDL window and the OpenGL ES 2.0 context that draws into it.
 ///
 /// Thread: main.
@@ -58,3 +60,5 @@ private:
     std::uint32_t framebuffer_ = 0;
     platform::SizePx windowedSize_; // while full screen
 };
+
+} // namespace zanto

@@ -2,6 +2,8 @@
 
 #include "Platform/Foundation/Geometry.h"
 
+namespace zanto {
+
 /// The size of a window in points and in pixels.
 struct WindowMetrics {
     platform::Size points;
@@ -18,3 +20,5 @@ struct WindowMetrics {
 
     friend bool operator==(const WindowMetrics&, const WindowMetrics&) = default;
 };
+
+} // namespace zanto

@@ -28,13 +28,13 @@ public:
 /// Thread: main.
 class ZANTO_EXPORT AudioSession {
 public:
-    enum class ActiveOptions : unsigned { None = 0, NotifyOthersOnDeactivation = 1 };
+    enum class ActiveOptions : unsigned { Default = 0, NotifyOthersOnDeactivation = 1 };
 
     [[nodiscard]] static AudioSession& sharedInstance();
 
     /// Errors: those of the arbiter; category and activity do not change then.
     [[nodiscard]] std::optional<Error> setCategory(std::string_view category);
-    std::optional<Error> setActive(bool active, ActiveOptions options = ActiveOptions::None);
+    std::optional<Error> setActive(bool active, ActiveOptions options = ActiveOptions::Default);
     [[nodiscard]] const std::string& category() const { return category_; }
     [[nodiscard]] bool isActive() const { return isActive_; }
 

@@ -133,7 +133,7 @@ TEST(DrawnHost, LeavesTheAgreedStateAfterEveryCallThatMayUpload) {
     player.show(flatPicture(8, 4, 0, 255, 0));
     player.controller().addHotSpots(
         {ZNTHotSpot::hotSpotWithTextureImage(flatPicture(2, 2, 255, 0, 0), 0, 0)}, nullptr);
-    EmbeddedHost& host = player.embedded();
+    zanto::EmbeddedHost& host = player.embedded();
     const auto leavesIt = [](const char* name, const auto& call) {
         SCOPED_TRACE(name);
         disturbState();
@@ -176,7 +176,7 @@ TEST(DrawnHost, MakesItsContextCurrentForAPass) {
     EmbeddedScene scene;
     scene.host().appear();
     EXPECT_TRUE(scene.ask().drawNow);
-    const auto created = SurfacelessContext::create(); // and that is current now
+    const auto created = zanto::SurfacelessContext::create(); // and that is current now
     ASSERT_TRUE(created.ok());
     scene.draw();
     EXPECT_EQ(scene.painter().drawings, 1);
@@ -185,7 +185,7 @@ TEST(DrawnHost, MakesItsContextCurrentForAPass) {
 
 TEST(DrawnHost, LeavesTheStateOfAnotherContextAlone) {
     EmbeddedScene scene;
-    const auto created = SurfacelessContext::create();
+    const auto created = zanto::SurfacelessContext::create();
     ASSERT_TRUE(created.ok());
     glEnable(GL_BLEND);
     scene.ask();

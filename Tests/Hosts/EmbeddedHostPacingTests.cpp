@@ -40,7 +40,7 @@ TEST(Pacing, WantsNothingAndNamesNoDeadlineWhileNothingIsDirty) {
     Shown scene;
     for (int i = 0; i < 10; ++i) {
         scene.jumpTo(frame(i));
-        const EmbeddedHostStatus status = scene.ask();
+        const zanto::EmbeddedHostStatus status = scene.ask();
         EXPECT_FALSE(status.drawNow);
         EXPECT_FALSE(status.nextDeadline.has_value());
     }

@@ -20,21 +20,21 @@ namespace {
 
 using Events = std::vector<std::string>;
 
-std::unique_ptr<SurfacelessContext> makeContext() {
-    auto context = SurfacelessContext::create();
+std::unique_ptr<zanto::SurfacelessContext> makeContext() {
+    auto context = zanto::SurfacelessContext::create();
     return std::move(context).value();
 }
 
-EmbeddedHostOptions optionsOf(const SurfacelessContext& context) {
-    EmbeddedHostOptions options;
+zanto::EmbeddedHostOptions optionsOf(const zanto::SurfacelessContext& context) {
+    zanto::EmbeddedHostOptions options;
     options.gl = bindingsOf(context);
     options.size = {16, 12};
     return options;
 }
 
-void expectRefused(EmbeddedHostOptions options, const std::string& cause) {
+void expectRefused(zanto::EmbeddedHostOptions options, const std::string& cause) {
     const LogRecorder log;
-    const auto host = EmbeddedHost::create(std::move(options));
+    const auto host = zanto::EmbeddedHost::create(std::move(options));
     ASSERT_FALSE(host.ok());
     EXPECT_EQ(host.error().code, ErrorCode::Unavailable);
     EXPECT_EQ(log.lines().size(), 1U);
@@ -45,9 +45,9 @@ void expectRefused(EmbeddedHostOptions options, const std::string& cause) {
 
 TEST(EmbeddedHost, SetsScreenAndOrientation) {
     const auto context = makeContext();
-    EmbeddedHostOptions options = optionsOf(*context);
+    zanto::EmbeddedHostOptions options = optionsOf(*context);
     options.scale = 2;
-    const auto host = EmbeddedHost::create(std::move(options));
+    const auto host = zanto::EmbeddedHost::create(std::move(options));
     ASSERT_TRUE(host.ok());
     EXPECT_EQ(Screen::mainScreen().bounds(), (Rect{{}, {16, 12}}));
     EXPECT_EQ(Screen::mainScreen().scale(), 2.0);
@@ -72,7 +72,7 @@ TEST(EmbeddedHost, KeepsALowerLimitOfTheApplications) {
 
 TEST(EmbeddedHost, RunsOnTheMachinesClockUnlessGivenAnother) {
     const auto context = makeContext();
-    const auto host = EmbeddedHost::create(optionsOf(*context));
+    const auto host = zanto::EmbeddedHost::create(optionsOf(*context));
     ASSERT_TRUE(host.ok());
     const Instant first = host.value()->now();
     EXPECT_GE(first, Instant(0));
@@ -82,17 +82,17 @@ TEST(EmbeddedHost, RunsOnTheMachinesClockUnlessGivenAnother) {
 }
 
 TEST(EmbeddedHost, IsRefusedWithoutACurrentContext) {
-    EmbeddedHostOptions options;
-    options.gl.procAddress = SurfacelessContext::procAddress;
+    zanto::EmbeddedHostOptions options;
+    options.gl.procAddress = zanto::SurfacelessContext::procAddress;
     expectRefused(std::move(options), "not OpenGL ES 2.0");
 }
 
 TEST(EmbeddedHost, IsRefusedWithoutVertexArrayObjects) {
     const auto context = makeContext();
-    EmbeddedHostOptions options = optionsOf(*context);
+    zanto::EmbeddedHostOptions options = optionsOf(*context);
     options.gl.procAddress = [](const char*) -> void* { return nullptr; };
     expectRefused(std::move(options), "OES_vertex_array_object");
-    EmbeddedHostOptions without = optionsOf(*context);
+    zanto::EmbeddedHostOptions without = optionsOf(*context);
     without.gl.procAddress = nullptr;
     expectRefused(std::move(without), "OES_vertex_array_object");
 }

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-platform::GLBindings bindingsOf(const SurfacelessContext& context) {
-    return {[&context] { context.makeCurrent(); }, SurfacelessContext::procAddress};
+platform::GLBindings bindingsOf(const zanto::SurfacelessContext& context) {
+    return {[&context] { context.makeCurrent(); }, zanto::SurfacelessContext::procAddress};
 }
 
 platform::Instant frame(int index) {
@@ -11,15 +11,15 @@ platform::Instant frame(int index) {
 }
 
 EmbeddedScene::EmbeddedScene(double framesPerSecond) {
-    auto context = SurfacelessContext::create();
+    auto context = zanto::SurfacelessContext::create();
     context_ = std::move(context).value();
-    EmbeddedHostOptions options;
+    zanto::EmbeddedHostOptions options;
     options.gl = bindingsOf(*context_);
     options.size = {16, 12};
     options.clock = clock_;
     options.framesPerSecond = framesPerSecond;
     options.wakeUp = [this] { ++wakeUps_; };
-    auto host = EmbeddedHost::create(std::move(options));
+    auto host = zanto::EmbeddedHost::create(std::move(options));
     host_ = std::move(host).value();
     auto target = platform::OffscreenTarget::create({16, 12});
     target_ = std::move(target).value();

@@ -19,7 +19,7 @@ public:
     EmbeddedScene(const EmbeddedScene&) = delete;
     EmbeddedScene& operator=(const EmbeddedScene&) = delete;
 
-    [[nodiscard]] EmbeddedHost& host() { return *host_; }
+    [[nodiscard]] zanto::EmbeddedHost& host() { return *host_; }
     [[nodiscard]] RecordingController& controller() { return *controller_; }
     [[nodiscard]] platform::GLView& view() { return *painted_->view; }
     [[nodiscard]] Painter& painter() { return *painted_->painter; }
@@ -36,17 +36,17 @@ public:
     void endHost();
 
 private:
-    std::unique_ptr<SurfacelessContext> context_;
+    std::unique_ptr<zanto::SurfacelessContext> context_;
     std::shared_ptr<platform::VirtualClock> clock_ = std::make_shared<platform::VirtualClock>();
     std::atomic<int> wakeUps_ = 0;
-    std::unique_ptr<EmbeddedHost> host_;
+    std::unique_ptr<zanto::EmbeddedHost> host_;
     std::unique_ptr<platform::OffscreenTarget> target_;
     std::shared_ptr<RecordingController> controller_;
     std::unique_ptr<PaintedView> painted_;
 };
 
 /// What a host application brings of a context.
-[[nodiscard]] platform::GLBindings bindingsOf(const SurfacelessContext& context);
+[[nodiscard]] platform::GLBindings bindingsOf(const zanto::SurfacelessContext& context);
 
 /// The instant of a frame, 60 of them a second.
 [[nodiscard]] platform::Instant frame(int index);

@@ -25,11 +25,12 @@ namespace {
 
 /// A headless host with a painted view that has been drawn at 0.
 struct Scene {
-    explicit Scene(HeadlessHostOptions::Time time = HeadlessHostOptions::Time::Virtual) {
-        HeadlessHostOptions options;
+    explicit Scene(
+        zanto::HeadlessHostOptions::Time time = zanto::HeadlessHostOptions::Time::Virtual) {
+        zanto::HeadlessHostOptions options;
         options.size = {16, 12};
         options.time = time;
-        auto created = HeadlessHost::create(options);
+        auto created = zanto::HeadlessHost::create(options);
         host = std::move(created).value();
         painted = std::make_unique<PaintedView>(Rect{{2, 3}, {4, 5}}, kRedColor);
         controller->view()->addSubview(painted->view);
@@ -43,7 +44,7 @@ struct Scene {
         return [this] { at.push_back(host->now()); };
     }
 
-    std::unique_ptr<HeadlessHost> host;
+    std::unique_ptr<zanto::HeadlessHost> host;
     std::shared_ptr<ViewController> controller = make<ViewController>();
     std::unique_ptr<PaintedView> painted;
     std::vector<Instant> at;
@@ -254,7 +255,7 @@ TEST(HeadlessHost, IsCreatedAgainAfterTheFirstIsGone) {
 }
 
 TEST(RealTime, GoesOnWithTheMachine) {
-    Scene scene(HeadlessHostOptions::Time::Real);
+    Scene scene(zanto::HeadlessHostOptions::Time::Real);
     const Instant start = scene.host->now();
     queue().asyncAfter(2ms, scene.note());
     scene.host->advanceTo(start + 4ms);
@@ -264,7 +265,7 @@ TEST(RealTime, GoesOnWithTheMachine) {
 }
 
 TEST(RealTime, DrawsAtMostOnceAnInstant) {
-    Scene scene(HeadlessHostOptions::Time::Real);
+    Scene scene(zanto::HeadlessHostOptions::Time::Real);
     const FrameGrid grid;
     std::vector<Instant> instants;
     scene.painted->painter->during = [&](GLView& view) {
@@ -279,7 +280,7 @@ TEST(RealTime, DrawsAtMostOnceAnInstant) {
 }
 
 TEST(RealTime, DoesNotWaitForWorkUnderWay) {
-    Scene scene(HeadlessHostOptions::Time::Real);
+    Scene scene(zanto::HeadlessHostOptions::Time::Real);
     const auto work = queue().beginWork();
     const Instant until = scene.host->now() + 1ms;
     scene.host->advanceTo(until);
@@ -287,7 +288,7 @@ TEST(RealTime, DoesNotWaitForWorkUnderWay) {
 }
 
 TEST(RealTime, SettlesWhenWorkOfAnotherThreadIsDone) {
-    Scene scene(HeadlessHostOptions::Time::Real);
+    Scene scene(zanto::HeadlessHostOptions::Time::Real);
     std::promise<void> started;
     std::thread worker(
         [&scene, token = queue().beginWork(), start = started.get_future()]() mutable {
@@ -302,14 +303,14 @@ TEST(RealTime, SettlesWhenWorkOfAnotherThreadIsDone) {
 }
 
 TEST(RealTime, SettlesWhenWorkOfADelayedBlockIsDone) {
-    Scene scene(HeadlessHostOptions::Time::Real);
+    Scene scene(zanto::HeadlessHostOptions::Time::Real);
     queue().asyncAfter(2ms, [work = queue().beginWork(), note = scene.note()] { note(); });
     scene.host->settle();
     EXPECT_EQ(scene.at.size(), 1U);
 }
 
 TEST(RealTime, WakesForABlockOfAnotherThread) {
-    Scene scene(HeadlessHostOptions::Time::Real);
+    Scene scene(zanto::HeadlessHostOptions::Time::Real);
     std::atomic<bool> ran = false;
     std::thread worker([&] { queue().async([&] { ran = true; }); });
     while (!ran)

@@ -44,14 +44,14 @@ std::ostream& operator<<(std::ostream& stream, const Look& look) {
 class World {
 public:
     World(platform::Size size, double scale) {
-        HeadlessHostOptions options;
+        zanto::HeadlessHostOptions options;
         options.size = size;
         options.scale = scale;
         options.log = [this](platform::LogLevel level, std::string_view text) {
             if (level != platform::LogLevel::Debug)
                 log_.emplace_back(text);
         };
-        host_ = std::move(HeadlessHost::create(options)).value();
+        host_ = std::move(zanto::HeadlessHost::create(options)).value();
         host_->embedded().perform([&] {
             player = platform::make<HookRecorder>();
             spot_ = ZNTHotSpot::hotSpotWithTextureImage(flatPicture(8, 8, 255, 0, 0), 0.0F, 0.0F);
@@ -98,7 +98,7 @@ public:
         touch(platform::TouchPhase::Up, {60, 50});
         advance(0.1);
     }
-    EmbeddedHost& embedded() { return host_->embedded(); }
+    zanto::EmbeddedHost& embedded() { return host_->embedded(); }
     void loseContext() { ASSERT_TRUE(host_->replaceContext()); }
     void resize() {
         host_->embedded().resize({size().y, size().x}, 1);
@@ -132,7 +132,7 @@ private:
     }
 
     std::vector<std::string> log_;
-    std::unique_ptr<HeadlessHost> host_;
+    std::unique_ptr<zanto::HeadlessHost> host_;
     std::shared_ptr<ZNTHotSpot> spot_;
 };
 

@@ -23,8 +23,8 @@ std::array<int, 4> colourAt(const platform::Image& image, int x, int y) {
     return {pixel[0], pixel[1], pixel[2], pixel[3]};
 }
 
-std::unique_ptr<HeadlessHost> makeHost(platform::Size size, double scale) {
-    auto host = HeadlessHost::create({.size = size, .scale = scale});
+std::unique_ptr<zanto::HeadlessHost> makeHost(platform::Size size, double scale) {
+    auto host = zanto::HeadlessHost::create({.size = size, .scale = scale});
     if (!host)
         throw std::runtime_error(host.error().detail);
     return std::move(host).value();

@@ -18,7 +18,8 @@
 [[nodiscard]] std::array<int, 4> colourAt(const platform::Image& image, int x, int y);
 
 /// A headless host, for tests that cannot go on without one.
-[[nodiscard]] std::unique_ptr<HeadlessHost> makeHost(platform::Size size, double scale = 1.0);
+[[nodiscard]] std::unique_ptr<zanto::HeadlessHost> makeHost(platform::Size size,
+                                                            double scale = 1.0);
 
 /// A player in a headless host, in virtual time.
 class HeadlessPlayer {
@@ -28,8 +29,8 @@ public:
     /// Prepares a picture, has the view appear and waits until it can be drawn.
     void show(const platform::ImagePtr& picture);
 
-    [[nodiscard]] HeadlessHost& host() { return *host_; }
-    [[nodiscard]] EmbeddedHost& embedded() { return host_->embedded(); }
+    [[nodiscard]] zanto::HeadlessHost& host() { return *host_; }
+    [[nodiscard]] zanto::EmbeddedHost& embedded() { return host_->embedded(); }
     [[nodiscard]] ZNTDisplayViewController& controller() { return *controller_; }
     [[nodiscard]] ZNTDisplayView& view() { return *controller_->displayView(); }
     /// A fresh frame of the whole window.
@@ -39,6 +40,6 @@ public:
 
 private:
     double scale_;
-    std::unique_ptr<HeadlessHost> host_;
+    std::unique_ptr<zanto::HeadlessHost> host_;
     std::shared_ptr<ZNTDisplayViewController> controller_;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Apps/Player/Output/TracedController.h"
 #include "Apps/Player/Contents/ContentAction.h"
+#include "Apps/Player/Output/TracedController.h"
 #include "Platform/Foundation/URL.h"
 
 #include <optional>

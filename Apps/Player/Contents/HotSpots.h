@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Apps/Player/Contents/Members.h"
 #include "Apps/Player/Contents/HotSpotsAction.h"
+#include "Apps/Player/Contents/Members.h"
 
 #include <memory>
 #include <string>

@@ -10,7 +10,7 @@
 using platform::Instant;
 using platform::MainQueue;
 
-ControlsOverlay::ControlsOverlay(SDLHost& host, ControlsClient& client)
+ControlsOverlay::ControlsOverlay(zanto::SDLHost& host, ControlsClient& client)
     : host_(host), controls_(client) {}
 
 ControlsOverlay::~ControlsOverlay() {

@@ -7,7 +7,9 @@
 #include <optional>
 
 class ControlsPainter;
+namespace zanto {
 class SDLHost;
+} // namespace zanto
 
 /// Shows the controls in the window of the SDL host: draws them over the frames, forwards touches
 /// to them, and requests frames only while they change.
@@ -16,7 +18,7 @@ class SDLHost;
 /// Thread: main.
 class ControlsOverlay final : public platform::Object {
 public:
-    ControlsOverlay(SDLHost& host, ControlsClient& client);
+    ControlsOverlay(zanto::SDLHost& host, ControlsClient& client);
     ~ControlsOverlay() override;
     void init() override;
 
@@ -33,7 +35,7 @@ private:
     void settle();
     void awaitNextChange();
 
-    SDLHost& host_;
+    zanto::SDLHost& host_;
     Controls controls_;
     std::unique_ptr<ControlsPainter> painter_; // null until there is something to draw
     std::optional<platform::Instant> wake_;    // time of the current scheduled block

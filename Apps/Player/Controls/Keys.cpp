@@ -41,15 +41,15 @@ constexpr KeyHelp kArrowHelp{"Arrows", "look around"};
 constexpr KeyHelp kEscapeHelp{"Escape", "put the keys away, leave full screen, or quit"};
 constexpr std::size_t kKeyColumn = 8;
 
-std::optional<WindowAction> lookOf(KeyPress::Key key) {
+std::optional<WindowAction> lookOf(zanto::KeyEvent::Key key) {
     switch (key) {
-    case KeyPress::Key::Left:
+    case zanto::KeyEvent::Key::Left:
         return WindowAction::LookLeft;
-    case KeyPress::Key::Right:
+    case zanto::KeyEvent::Key::Right:
         return WindowAction::LookRight;
-    case KeyPress::Key::Up:
+    case zanto::KeyEvent::Key::Up:
         return WindowAction::LookUp;
-    case KeyPress::Key::Down:
+    case zanto::KeyEvent::Key::Down:
         return WindowAction::LookDown;
     default:
         return std::nullopt;
@@ -58,12 +58,12 @@ std::optional<WindowAction> lookOf(KeyPress::Key key) {
 
 } // namespace
 
-std::optional<WindowAction> windowActionOf(const KeyPress& press) {
+std::optional<WindowAction> windowActionOf(const zanto::KeyEvent& press) {
     if (press.hasControl || press.hasAlt || press.hasCommand)
         return std::nullopt;
     if (const auto look = lookOf(press.key))
         return look;
-    if (press.key == KeyPress::Key::Escape && !press.isRepeat)
+    if (press.key == zanto::KeyEvent::Key::Escape && !press.isRepeat)
         return WindowAction::Leave;
     const auto* const found =
         std::find_if(kBindings.begin(), kBindings.end(), [&press](const Binding& binding) {

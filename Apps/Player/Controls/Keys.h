@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Apps/Player/Controls/WindowAction.h"
-#include "Hosts/SDL/KeyPress.h"
+#include "Hosts/SDL/KeyEvent.h"
 
 #include <optional>
 #include <string>
@@ -10,7 +10,7 @@
 
 /// The action of a key; nullopt if it has none. Key repeat applies to looking, seeking and volume
 /// only. Keys pressed together with Control, Alt or the system key have no action here.
-[[nodiscard]] std::optional<WindowAction> windowActionOf(const KeyPress& press);
+[[nodiscard]] std::optional<WindowAction> windowActionOf(const zanto::KeyEvent& press);
 
 struct KeyHelp {
     std::string_view key;

@@ -70,7 +70,7 @@ public:
 
 private:
     void openHost() {
-        auto host = HeadlessHost::create(
+        auto host = zanto::HeadlessHost::create(
             {.size = command_.size, .scale = command_.scale, .touchSlop = command_.touchSlop});
         if (!host) {
             tell(host.error().detail);
@@ -216,7 +216,7 @@ private:
     const RenderCommand& command_;
     Trace& trace_;
     PictureOutput output_;
-    std::unique_ptr<HeadlessHost> host_;
+    std::unique_ptr<zanto::HeadlessHost> host_;
     // declared after the host, so it is destroyed first
     std::shared_ptr<TracedController> controller_;
     bool hasAppeared_ = false;

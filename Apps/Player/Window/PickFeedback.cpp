@@ -41,7 +41,8 @@ void remove(std::vector<std::shared_ptr<View>>& views) {
 
 } // namespace
 
-PickFeedback::PickFeedback(SDLHost& host, ZNTDisplayViewController& controller, std::string title)
+PickFeedback::PickFeedback(zanto::SDLHost& host, ZNTDisplayViewController& controller,
+                           std::string title)
     : host_(host), controller_(controller), title_(std::move(title)) {}
 
 PickFeedback::~PickFeedback() {

@@ -9,7 +9,9 @@
 #include <string>
 #include <vector>
 
+namespace zanto {
 class SDLHost;
+} // namespace zanto
 
 namespace platform {
 class View;
@@ -26,7 +28,7 @@ struct Color;
 class PickFeedback final : public platform::Object {
 public:
     /// `title` is the window's title at other times.
-    PickFeedback(SDLHost& host, ZNTDisplayViewController& controller, std::string title);
+    PickFeedback(zanto::SDLHost& host, ZNTDisplayViewController& controller, std::string title);
     ~PickFeedback() override;
     void init() override;
 
@@ -45,7 +47,7 @@ private:
     void showTitle(const Pick& pick);
     void mark(const std::vector<platform::Point>& places);
 
-    SDLHost& host_;
+    zanto::SDLHost& host_;
     ZNTDisplayViewController& controller_;
     std::string title_;
     platform::Point lifted_; // where the last touch ended

@@ -63,13 +63,13 @@ ExitCode play(const PlayCommand& command) {
     // A window has no trace file.
     const auto trace = Trace::create("");
     const LogTap tap(*trace.value());
-    auto created = SDLHost::create(
+    auto created = zanto::SDLHost::create(
         {.title = PlayWindow::titleOf(command.input), .touchSlop = command.touchSlop});
     if (!created) {
         tell("no window: " + created.error().detail);
         return ExitCode::NoGraphics;
     }
-    SDLHost& host = *created.value();
+    zanto::SDLHost& host = *created.value();
     const auto session = platform::make<Session>(host, *trace.value());
     session->open(command.input);
     // A refused URL reports its error in the next iteration; the window is not shown before that.

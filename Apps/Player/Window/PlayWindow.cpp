@@ -48,7 +48,7 @@ std::string PlayWindow::titleOf(const std::string& input) {
     return input.empty() ? "zanto-player" : nameOfContent(input) + " – zanto-player";
 }
 
-PlayWindow::PlayWindow(SDLHost& host, Session& session, const PlayExtras& extras,
+PlayWindow::PlayWindow(zanto::SDLHost& host, Session& session, const PlayExtras& extras,
                        const std::string& input)
     : host_(host), session_(session), extras_(extras), title_(titleOf(input)),
       player_(host, *session.controller(), [this](const auto& what) { note(what); }),

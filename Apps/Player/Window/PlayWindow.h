@@ -8,7 +8,9 @@
 
 class ControlsOverlay;
 class PickFeedback;
+namespace zanto {
 class SDLHost;
+} // namespace zanto
 class Session;
 class TracedController;
 class WindowControls;
@@ -40,7 +42,8 @@ struct PlayExtras {
 class PlayWindow {
 public:
     /// `input` is the first input of the session.
-    PlayWindow(SDLHost& host, Session& session, const PlayExtras& extras, const std::string& input);
+    PlayWindow(zanto::SDLHost& host, Session& session, const PlayExtras& extras,
+               const std::string& input);
     ~PlayWindow();
     PlayWindow(const PlayWindow&) = delete;
     PlayWindow& operator=(const PlayWindow&) = delete;
@@ -60,7 +63,7 @@ private:
     void giveHotSpots();
     void note(const decltype(Action::what)& what);
 
-    SDLHost& host_;
+    zanto::SDLHost& host_;
     Session& session_;
     const PlayExtras& extras_;
     std::string title_;

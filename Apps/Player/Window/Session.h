@@ -7,7 +7,9 @@
 #include <optional>
 #include <string>
 
+namespace zanto {
 class SDLHost;
+} // namespace zanto
 class Trace;
 class TracedController;
 
@@ -42,7 +44,7 @@ public:
         std::function<void(TracedController& controller, const std::string& input)> replaced = {};
     };
 
-    Session(SDLHost& host, Trace& trace) : host_(host), trace_(trace) {}
+    Session(zanto::SDLHost& host, Trace& trace) : host_(host), trace_(trace) {}
     ~Session() override;
     void setListeners(Listeners listeners) { listeners_ = std::move(listeners); }
 
@@ -79,7 +81,7 @@ private:
     void tellChanged() const;
     [[nodiscard]] bool isFirst() const { return opening_ && opening_->controller == current_; }
 
-    SDLHost& host_;
+    zanto::SDLHost& host_;
     Trace& trace_;
     Listeners listeners_;
     std::shared_ptr<TracedController> current_;

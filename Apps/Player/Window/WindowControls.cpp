@@ -15,7 +15,7 @@ constexpr platform::Instant kBriefly = std::chrono::seconds(4);
 
 } // namespace
 
-WindowControls::WindowControls(SDLHost& host, Session& session, WindowPlayer& player)
+WindowControls::WindowControls(zanto::SDLHost& host, Session& session, WindowPlayer& player)
     : host_(host), session_(session), player_(player) {}
 
 void WindowControls::say(const std::string& text, WindowPlayer::Lasting lasting) {

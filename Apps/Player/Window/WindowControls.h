@@ -8,7 +8,9 @@
 #include <memory>
 #include <string>
 
+namespace zanto {
 class SDLHost;
+} // namespace zanto
 class Session;
 
 /// Implements the window's controls for the session's content and the window's player.
@@ -18,7 +20,7 @@ class Session;
 /// Thread: main.
 class WindowControls final : public platform::Object, public ControlsClient {
 public:
-    WindowControls(SDLHost& host, Session& session, WindowPlayer& player);
+    WindowControls(zanto::SDLHost& host, Session& session, WindowPlayer& player);
 
     /// Shows a message in the window, replacing the previous one.
     void say(const std::string& text, WindowPlayer::Lasting lasting);
@@ -36,7 +38,7 @@ private:
     [[nodiscard]] std::optional<ControlsState::Video> video() const;
     [[nodiscard]] std::optional<ControlsState::Loading> loading() const;
 
-    SDLHost& host_;
+    zanto::SDLHost& host_;
     Session& session_;
     WindowPlayer& player_;
     std::function<void()> changed_;

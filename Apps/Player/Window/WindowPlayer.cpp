@@ -34,11 +34,11 @@ std::string freeScreenshotName() {
 
 } // namespace
 
-WindowPlayer::WindowPlayer(SDLHost& host, ZNTDisplayViewController& controller,
+WindowPlayer::WindowPlayer(zanto::SDLHost& host, ZNTDisplayViewController& controller,
                            ActionListener listener)
     : host_(host), controller_(&controller), listener_(std::move(listener)),
       keyLook_(platform::make<KeyLook>(host)) {
-    host_.setKeyListener([this](const KeyPress& press) {
+    host_.setKeyListener([this](const zanto::KeyEvent& press) {
         if (const auto action = windowActionOf(press))
             perform(*action);
     });

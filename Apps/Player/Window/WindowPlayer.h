@@ -7,7 +7,9 @@
 #include <memory>
 #include <string>
 
+namespace zanto {
 class SDLHost;
+} // namespace zanto
 class KeyLook;
 class ZNTDisplayViewController;
 
@@ -23,7 +25,8 @@ public:
     enum class Lasting { Briefly, UntilDismissed };
     using NoticeListener = std::function<void(const std::string&, Lasting)>;
 
-    WindowPlayer(SDLHost& host, ZNTDisplayViewController& controller, ActionListener listener = {});
+    WindowPlayer(zanto::SDLHost& host, ZNTDisplayViewController& controller,
+                 ActionListener listener = {});
     ~WindowPlayer();
     WindowPlayer(const WindowPlayer&) = delete;
     WindowPlayer& operator=(const WindowPlayer&) = delete;
@@ -66,7 +69,7 @@ private:
     void notify(const std::string& text, Lasting lasting) const;
     void complain(const std::string& text) const;
 
-    SDLHost& host_;
+    zanto::SDLHost& host_;
     ZNTDisplayViewController* controller_; // never null
     ActionListener listener_;
     NoticeListener noticeListener_;

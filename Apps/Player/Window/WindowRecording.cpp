@@ -43,7 +43,7 @@ WindowRecording::~WindowRecording() {
     (void)end(); // callers that need the error have called `end`
 }
 
-void WindowRecording::begin(SDLHost& host, TouchListener next) {
+void WindowRecording::begin(zanto::SDLHost& host, TouchListener next) {
     const platform::Screen& screen = platform::Screen::mainScreen();
     size_ = screen.bounds().size;
     scale_ = screen.scale();

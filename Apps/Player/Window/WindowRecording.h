@@ -9,7 +9,9 @@
 #include <optional>
 #include <string>
 
+namespace zanto {
 class SDLHost;
+} // namespace zanto
 
 /// Records the actions in a window to a file, as an action script.
 ///
@@ -28,7 +30,7 @@ public:
 
     /// Called when the window's view appears: records its size, and from now on touches and size
     /// changes. A window has only one touch listener, so touches are forwarded to `next`.
-    void begin(SDLHost& host, TouchListener next = {});
+    void begin(zanto::SDLHost& host, TouchListener next = {});
     /// Records any other action of the program.
     void note(const decltype(Action::what)& what) { recorder_->note(what); }
     /// Finishes the recording.
@@ -46,7 +48,7 @@ private:
     std::string path_;
     std::ofstream file_;
     std::optional<Recorder> recorder_;
-    SDLHost* host_ = nullptr; // observed from begin() to end()
+    zanto::SDLHost* host_ = nullptr; // observed from begin() to end()
     platform::Size size_;
     double scale_ = 1;
 };

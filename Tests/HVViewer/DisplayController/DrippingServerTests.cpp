@@ -81,9 +81,10 @@ protected:
     }
 
     tests::HttpServer server_;
-    std::unique_ptr<HeadlessHost> host_ = std::move(
-        HeadlessHost::create({.size = {320, 180}, .time = HeadlessHostOptions::Time::Real})
-            .value());
+    std::unique_ptr<zanto::HeadlessHost> host_ =
+        std::move(zanto::HeadlessHost::create(
+                      {.size = {320, 180}, .time = zanto::HeadlessHostOptions::Time::Real})
+                      .value());
     std::shared_ptr<HookRecorder> player_ = platform::make<HookRecorder>();
 };
 

@@ -39,7 +39,7 @@ struct Tapped {
         return player->take();
     }
 
-    std::unique_ptr<HeadlessHost> host = makeHost({320, 180});
+    std::unique_ptr<zanto::HeadlessHost> host = makeHost({320, 180});
     std::shared_ptr<HookRecorder> player = platform::make<HookRecorder>();
 };
 

@@ -52,6 +52,6 @@ public:
     /// The number of the frame that is on screen; 0 also while it is dark.
     [[nodiscard]] std::optional<int> shownFrame() { return tests::shownFrameNumber(*snapshot()); }
 
-    std::unique_ptr<HeadlessHost> host;
+    std::unique_ptr<zanto::HeadlessHost> host;
     std::shared_ptr<HookRecorder> player = platform::make<HookRecorder>();
 };

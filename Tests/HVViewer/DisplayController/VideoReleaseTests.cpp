@@ -93,17 +93,17 @@ void releaseAndLookForTraces(PlaybackScene& s) {
 
 /// Real time needs its own end: until that holds, but not for ever.
 template <class Condition>
-bool runUntil(HeadlessHost& host, const Condition& condition) {
+bool runUntil(zanto::HeadlessHost& host, const Condition& condition) {
     const auto limit = host.now() + tests::QueueDriver::kLimit;
     while (!condition() && host.now() < limit)
         host.advanceTo(host.now() + platform::fromSeconds(0.01));
     return condition();
 }
 
-std::unique_ptr<HeadlessHost> makeRealTimeHost() {
-    return std::move(
-        HeadlessHost::create({.size = {256, 128}, .time = HeadlessHostOptions::Time::Real})
-            .value());
+std::unique_ptr<zanto::HeadlessHost> makeRealTimeHost() {
+    return std::move(zanto::HeadlessHost::create(
+                         {.size = {256, 128}, .time = zanto::HeadlessHostOptions::Time::Real})
+                         .value());
 }
 
 } // namespace

@@ -18,7 +18,7 @@ class InterractorScene {
 public:
     explicit InterractorScene(platform::Size size = {320, 180}, double scale = 1.0);
 
-    [[nodiscard]] HeadlessHost& host() { return *host_; }
+    [[nodiscard]] zanto::HeadlessHost& host() { return *host_; }
     [[nodiscard]] ZNTInterractor& camera() { return *camera_; }
     [[nodiscard]] platform::View& view() { return *view_; }
     /// What the delegate was told since the last question.
@@ -49,7 +49,7 @@ public:
 private:
     void touch(platform::TouchPhase phase, platform::Point point, std::int64_t finger);
 
-    std::unique_ptr<HeadlessHost> host_;
+    std::unique_ptr<zanto::HeadlessHost> host_;
     std::shared_ptr<platform::View> view_;
     std::shared_ptr<CountingDelegate> delegate_;
     std::shared_ptr<ZNTInterractor> camera_;

@@ -15,11 +15,11 @@ using platform::InterfaceOrientation;
 // What machines with sensors do is seen on machines with sensors; here there are none.
 
 TEST(SDLAttitude, IsUnavailableWithoutSensors) {
-    if (SDLSensors::exist())
+    if (zanto::SDLSensors::exist())
         GTEST_SKIP() << "this machine has sensors";
     const SDLScene scene;
     EXPECT_FALSE(AttitudeSource::shared().isAvailable());
-    EXPECT_EQ(SDLSensors::open(), nullptr);
+    EXPECT_EQ(zanto::SDLSensors::open(), nullptr);
 }
 
 TEST(SDLAttitude, LeavesNothingThatSDLWouldWatchOpen) {
@@ -48,7 +48,7 @@ TEST(SDLAttitude, OfAnUprightThingIsThatOfAnUprightDevice) {
     for (const auto orientation :
          {InterfaceOrientation::Portrait, InterfaceOrientation::PortraitUpsideDown,
           InterfaceOrientation::LandscapeRight, InterfaceOrientation::LandscapeLeft}) {
-        const Attitude device = SDLAttitude::attitudeOfDevice(upright, orientation);
+        const Attitude device = zanto::SDLAttitude::attitudeOfDevice(upright, orientation);
         const Attitude expected = platform::EmulatedAttitude().attitude(orientation);
         const double cosine = device.x * expected.x + device.y * expected.y +
                               device.z * expected.z + device.w * expected.w;

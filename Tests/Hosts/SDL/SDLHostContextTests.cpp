@@ -17,7 +17,7 @@ namespace {
 
 /// Why no window can be had.
 std::string refusal() {
-    const auto host = SDLHost::create({.title = "test"});
+    const auto host = zanto::SDLHost::create({.title = "test"});
     EXPECT_FALSE(host.ok());
     if (host.ok())
         return {};
@@ -57,7 +57,7 @@ TEST(SDLHostContext, IsTheOnlyOneOfSDL) {
 
 TEST(SDLHostContext, IsCurrentAgainAfterAHostWithAnotherContext) {
     SDLScene scene;
-    const auto headless = HeadlessHost::create({.size = {4, 4}});
+    const auto headless = zanto::HeadlessHost::create({.size = {4, 4}});
     ASSERT_TRUE(headless.ok());
     headless.value()->settle();
     scene.show(flatPicture(8, 4, 0, 255, 0));
@@ -67,7 +67,7 @@ TEST(SDLHostContext, IsCurrentAgainAfterAHostWithAnotherContext) {
 }
 
 TEST(SDLHostContext, MayBeMadeWhileAnotherHostIsAlive) {
-    const auto headless = HeadlessHost::create({.size = {4, 4}});
+    const auto headless = zanto::HeadlessHost::create({.size = {4, 4}});
     ASSERT_TRUE(headless.ok());
     SDLScene scene;
     scene.host().embedded().perform([&] {

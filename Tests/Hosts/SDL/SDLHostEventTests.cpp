@@ -117,9 +117,9 @@ TEST(SDLHostLoop, EndsWhenTheSystemSaysSo) {
 TEST(SDLHostKeys, ReachTheListenerInOrder) {
     Shown scene;
     std::u32string keys;
-    scene.host().setKeyListener([&](const KeyPress& press) {
+    scene.host().setKeyListener([&](const zanto::KeyEvent& press) {
         keys += press.character;
-        if (press.key == KeyPress::Key::Escape)
+        if (press.key == zanto::KeyEvent::Key::Escape)
             scene.host().quit();
     });
     scene.pressKey(SDLK_1);
@@ -133,7 +133,7 @@ TEST(SDLHostKeys, ReachTheListenerInOrder) {
 TEST(SDLHostKeys, OfAnotherWindowAreNotOurs) {
     Shown scene;
     int keys = 0;
-    scene.host().setKeyListener([&](const KeyPress&) { ++keys; });
+    scene.host().setKeyListener([&](const zanto::KeyEvent&) { ++keys; });
     SDL_Event event{};
     event.type = SDL_KEYDOWN;
     event.key.windowID = scene.windowId() + 1;
@@ -146,8 +146,9 @@ TEST(SDLHostKeys, OfAnotherWindowAreNotOurs) {
 TEST(SDLHostKeys, MayReplaceTheirListener) {
     Shown scene;
     int later = 0;
-    scene.host().setKeyListener(
-        [&](const KeyPress&) { scene.host().setKeyListener([&](const KeyPress&) { ++later; }); });
+    scene.host().setKeyListener([&](const zanto::KeyEvent&) {
+        scene.host().setKeyListener([&](const zanto::KeyEvent&) { ++later; });
+    });
     scene.pressKey(SDLK_a);
     scene.pressKey(SDLK_b);
     scene.settle();

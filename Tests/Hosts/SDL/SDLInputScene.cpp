@@ -11,8 +11,8 @@ namespace {
 /// So that an event may be older than the clock.
 constexpr std::uint32_t kTicksAtZero = 5000;
 
-SDLFacts factsOf(HeadlessPlayer& player) {
-    SDLFacts facts;
+zanto::SDLFacts factsOf(HeadlessPlayer& player) {
+    zanto::SDLFacts facts;
     facts.ticks = [&player] {
         const auto now = std::chrono::floor<std::chrono::milliseconds>(player.host().now());
         return kTicksAtZero + static_cast<std::uint32_t>(now.count());

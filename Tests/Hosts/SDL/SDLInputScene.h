@@ -21,7 +21,7 @@ public:
 
     SDLInputScene();
 
-    [[nodiscard]] SDLInput& input() { return input_; }
+    [[nodiscard]] zanto::SDLInput& input() { return input_; }
     [[nodiscard]] HeadlessPlayer& player() { return player_; }
     [[nodiscard]] ZNTInterractor& camera() { return *player_.view().interractor(); }
     [[nodiscard]] platform::Instant now() { return player_.host().now(); }
@@ -53,7 +53,7 @@ private:
     void stamp(SDL_Event& event, std::uint32_t age);
 
     HeadlessPlayer player_;
-    SDLInput input_;
+    zanto::SDLInput input_;
 };
 
 /// The phases of touches in order, as letters: d, m, u, c.

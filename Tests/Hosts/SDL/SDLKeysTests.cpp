@@ -4,11 +4,11 @@
 
 namespace {
 
-std::optional<KeyPress> pressOf(SDL_Keycode key, int modifiers = KMOD_NONE) {
+std::optional<zanto::KeyEvent> pressOf(SDL_Keycode key, int modifiers = KMOD_NONE) {
     SDL_KeyboardEvent event{};
     event.keysym.sym = key;
     event.keysym.mod = static_cast<Uint16>(modifiers);
-    return keyPressOf(event);
+    return zanto::keyEventOf(event);
 }
 
 } // namespace
@@ -18,7 +18,7 @@ TEST(SDLKeys, NameCharacters) {
     EXPECT_EQ(pressOf(SDLK_f, KMOD_LSHIFT)->character, U'f');
     EXPECT_EQ(pressOf(SDLK_SPACE)->character, U' ');
     EXPECT_EQ(pressOf(0xe9)->character, U'\u00e9');
-    EXPECT_EQ(pressOf(SDLK_f)->key, KeyPress::Key::Character);
+    EXPECT_EQ(pressOf(SDLK_f)->key, zanto::KeyEvent::Key::Character);
 }
 
 TEST(SDLKeys, TakeTheNumberPadForDigits) {
@@ -28,10 +28,10 @@ TEST(SDLKeys, TakeTheNumberPadForDigits) {
 }
 
 TEST(SDLKeys, NameKeysWithoutACharacter) {
-    EXPECT_EQ(pressOf(SDLK_ESCAPE)->key, KeyPress::Key::Escape);
-    EXPECT_EQ(pressOf(SDLK_KP_ENTER)->key, KeyPress::Key::Return);
-    EXPECT_EQ(pressOf(SDLK_DELETE)->key, KeyPress::Key::Delete);
-    EXPECT_EQ(pressOf(SDLK_PAGEDOWN)->key, KeyPress::Key::PageDown);
+    EXPECT_EQ(pressOf(SDLK_ESCAPE)->key, zanto::KeyEvent::Key::Escape);
+    EXPECT_EQ(pressOf(SDLK_KP_ENTER)->key, zanto::KeyEvent::Key::Return);
+    EXPECT_EQ(pressOf(SDLK_DELETE)->key, zanto::KeyEvent::Key::Delete);
+    EXPECT_EQ(pressOf(SDLK_PAGEDOWN)->key, zanto::KeyEvent::Key::PageDown);
     EXPECT_EQ(pressOf(SDLK_LEFT)->character, U'\0');
 }
 

@@ -17,13 +17,13 @@ namespace {
 /// Holds the driver in the process: SDL unloads it at its end, and what the driver keeps for good
 /// would look like a leak from nowhere.
 void keepDriver() {
-    static const bool kept = SurfacelessContext::create().ok();
+    static const bool kept = zanto::SurfacelessContext::create().ok();
     (void)kept;
 }
 
-std::unique_ptr<SDLHost> makeSDLHost(const SDLHostOptions& options) {
+std::unique_ptr<zanto::SDLHost> makeSDLHost(const zanto::SDLHostOptions& options) {
     keepDriver();
-    auto host = SDLHost::create(options);
+    auto host = zanto::SDLHost::create(options);
     if (!host)
         throw std::runtime_error(host.error().detail);
     return std::move(host).value();
@@ -33,7 +33,7 @@ std::unique_ptr<SDLHost> makeSDLHost(const SDLHostOptions& options) {
 
 SDLScene::SDLScene(platform::Size size) : SDLScene({.title = "test", .size = size}) {}
 
-SDLScene::SDLScene(const SDLHostOptions& options)
+SDLScene::SDLScene(const zanto::SDLHostOptions& options)
     : host_(makeSDLHost(options)), window_(SDL_GL_GetCurrentWindow()) {}
 
 void SDLScene::show(const platform::ImagePtr& picture) {
@@ -54,7 +54,7 @@ void SDLScene::settle() {
         const int frames = host_->framesPresented();
         host_->turn(5ms);
         host_->turn(0ms); // acts on the event that may have ended the other's wait
-        const EmbeddedHostStatus status = embedded().runDueWork();
+        const zanto::EmbeddedHostStatus status = embedded().runDueWork();
         return host_->framesPresented() == frames && !status.drawNow && !status.nextDeadline &&
                platform::MainQueue::main().outstandingWork() == 0 &&
                SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) == SDL_FALSE;

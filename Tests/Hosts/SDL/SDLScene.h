@@ -12,10 +12,10 @@
 class SDLScene {
 public:
     explicit SDLScene(platform::Size size = {160, 90});
-    explicit SDLScene(const SDLHostOptions& options);
+    explicit SDLScene(const zanto::SDLHostOptions& options);
 
-    [[nodiscard]] SDLHost& host() { return *host_; }
-    [[nodiscard]] EmbeddedHost& embedded() { return host_->embedded(); }
+    [[nodiscard]] zanto::SDLHost& host() { return *host_; }
+    [[nodiscard]] zanto::EmbeddedHost& embedded() { return host_->embedded(); }
     [[nodiscard]] SDL_Window* window() const { return window_; }
     [[nodiscard]] Uint32 windowId() const { return SDL_GetWindowID(window_); }
 
@@ -44,7 +44,7 @@ public:
     void pressKey(SDL_Keycode key, Uint16 modifiers = KMOD_NONE) const;
 
 private:
-    std::unique_ptr<SDLHost> host_;
+    std::unique_ptr<zanto::SDLHost> host_;
     SDL_Window* window_;
     std::shared_ptr<ZNTDisplayViewController> controller_;
 };

@@ -30,12 +30,12 @@ struct KeeperScene {
     }
     [[nodiscard]] bool isAtRest() { return !host->embedded().runDueWork().nextDeadline; }
 
-    std::unique_ptr<HeadlessHost> host = makeHost({16, 9});
+    std::unique_ptr<zanto::HeadlessHost> host = makeHost({16, 9});
     AttitudeSource& source = AttitudeSource::shared();
     int samples = 0;
     std::shared_ptr<AttitudeSource::Subscription> subscription =
         source.subscribe([this] { ++samples; });
-    SampleKeeper keeper;
+    zanto::SampleKeeper keeper;
 };
 
 } // namespace
@@ -140,7 +140,7 @@ TEST(SampleKeeper, InventsNoSample) {
     AttitudeSource::shared().setAvailable(true);
     int samples = 0;
     const auto subscription = AttitudeSource::shared().subscribe([&] { ++samples; });
-    SampleKeeper keeper;
+    zanto::SampleKeeper keeper;
     keeper.noteTouch(true);
     host->advanceTo(1s);
     EXPECT_EQ(samples, 0);
@@ -150,7 +150,7 @@ TEST(SampleKeeper, InventsNoSample) {
 TEST(SampleKeeper, MayGoWhileItBeats) {
     KeeperScene s;
     {
-        SampleKeeper passing;
+        zanto::SampleKeeper passing;
         passing.noteTouch(true);
     }
     EXPECT_EQ(s.samplesWithin(1s), 0);

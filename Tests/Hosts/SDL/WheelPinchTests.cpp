@@ -210,7 +210,7 @@ TEST(Wheel, RestsAfterTheLift) {
 TEST(WheelPinch, IgnoresFactorsThatAreNone) {
     SDLInputScene s;
     std::vector<platform::TouchEvent> told;
-    WheelPinch pinch([&](const platform::TouchEvent& event) { told.push_back(event); });
+    zanto::WheelPinch pinch([&](const platform::TouchEvent& event) { told.push_back(event); });
     for (const double factor : {0.0, -2.0, std::nan(""), HUGE_VAL})
         pinch.spread(factor, {80, 45}, {160, 90}, s.now());
     EXPECT_EQ(told.size(), 0U);
@@ -221,7 +221,7 @@ TEST(WheelPinch, MayGoBeforeItsFingersAreLifted) {
     SDLInputScene s;
     int told = 0;
     {
-        WheelPinch pinch([&](const platform::TouchEvent&) { ++told; });
+        zanto::WheelPinch pinch([&](const platform::TouchEvent&) { ++told; });
         pinch.spread(1.1, {80, 45}, {160, 90}, s.now());
     }
     const int before = told;

@@ -13,7 +13,7 @@ struct Player : ZNTDisplayViewController {
 };
 
 int main(int argc, char** argv) try {
-    auto host = HeadlessHost::create({{320, 180}});
+    auto host = zanto::HeadlessHost::create({{320, 180}});
     if (!host || argc != 2)
         return 1;
     auto refused = platform::make<Player>(), player = platform::make<Player>();

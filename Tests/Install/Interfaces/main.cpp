@@ -73,7 +73,7 @@ void checkPictures() {
 } // namespace
 
 int main() {
-    auto host = HeadlessHost::create({{320, 180}});
+    auto host = zanto::HeadlessHost::create({{320, 180}});
     check(11, host.ok());
     checkFunctionsAndConstants();
     checkPictures();
@@ -93,7 +93,7 @@ int main() {
     player->prepareImage(imageWithColor(platform::Color{0, 0, 1, 1}, {64, 32}));
     player->addHotSpots({spot}, nullptr);
     player->setEnableHotSpotTapDetection(true);
-    EmbeddedHost& embedded = host.value()->embedded();
+    zanto::EmbeddedHost& embedded = host.value()->embedded();
     embedded.setRootViewController(player);
     embedded.appear();
     host.value()->settle();

@@ -146,7 +146,7 @@ protected:
         return TextureCache::uploadedPlanes() - before;
     }
 
-    std::unique_ptr<HeadlessHost> host_ = makeHost({4, 4});
+    std::unique_ptr<zanto::HeadlessHost> host_ = makeHost({4, 4});
     std::shared_ptr<GLContext> context_ = GLContext::create();
 };
 

@@ -34,7 +34,7 @@ struct Scene {
         host->settle();
     }
 
-    std::unique_ptr<HeadlessHost> host = makeHost({4, 4});
+    std::unique_ptr<zanto::HeadlessHost> host = makeHost({4, 4});
     TextureLoader loader{GLContext::create()};
     std::vector<std::shared_ptr<TextureInfo>> textures;
     std::vector<std::uint32_t> errors;

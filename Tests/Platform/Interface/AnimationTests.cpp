@@ -53,7 +53,7 @@ struct TravelScene {
     }
     [[nodiscard]] bool isAtRest() { return !host->embedded().runDueWork().nextDeadline; }
 
-    std::unique_ptr<HeadlessHost> host = makeHost({1000, 10});
+    std::unique_ptr<zanto::HeadlessHost> host = makeHost({1000, 10});
     std::shared_ptr<ViewController> controller = make<ViewController>();
     std::shared_ptr<WatchedView> view = make<WatchedView>(Rect{{}, {100, 10}});
 };

@@ -39,7 +39,7 @@ struct Scene {
         return std::move(result).value();
     }
 
-    std::unique_ptr<HeadlessHost> host = makeHost({16, 12}, 2);
+    std::unique_ptr<zanto::HeadlessHost> host = makeHost({16, 12}, 2);
     std::shared_ptr<ViewController> controller = make<ViewController>();
     PaintedView painted{{{2, 3}, {4, 6}}, kRedColor};
 };

@@ -36,7 +36,7 @@ struct Scene {
         return std::move(result).value();
     }
 
-    std::unique_ptr<HeadlessHost> host;
+    std::unique_ptr<zanto::HeadlessHost> host;
     std::shared_ptr<ViewController> controller = make<ViewController>();
 };
 

@@ -39,7 +39,7 @@ struct PaintedWindow {
     void draw() { window->draw({0, {0, 0, 16, 12}, 1}); }
     [[nodiscard]] int drawings() const { return left.painter->drawings + right.painter->drawings; }
 
-    std::unique_ptr<HeadlessHost> host = makeHost({16, 12});
+    std::unique_ptr<zanto::HeadlessHost> host = makeHost({16, 12});
     std::shared_ptr<Window> window = make<Window>();
     std::shared_ptr<ViewController> controller = make<ViewController>();
     PaintedView left{{{0, 0}, {8, 12}}, kRedColor};

@@ -6,19 +6,19 @@
 
 namespace {
 
-KeyPress character(char32_t character) {
-    KeyPress press;
+zanto::KeyEvent character(char32_t character) {
+    zanto::KeyEvent press;
     press.character = character;
     return press;
 }
 
-KeyPress special(KeyPress::Key key) {
-    KeyPress press;
+zanto::KeyEvent special(zanto::KeyEvent::Key key) {
+    zanto::KeyEvent press;
     press.key = key;
     return press;
 }
 
-KeyPress held(KeyPress press) {
+zanto::KeyEvent held(zanto::KeyEvent press) {
     press.isRepeat = true;
     return press;
 }
@@ -43,36 +43,37 @@ TEST(Keys, StandForActions) {
     EXPECT_EQ(windowActionOf(character(U's')), WindowAction::TakeScreenshot);
     EXPECT_EQ(windowActionOf(character(U'h')), WindowAction::ToggleHelp);
     EXPECT_EQ(windowActionOf(character(U'q')), WindowAction::Quit);
-    EXPECT_EQ(windowActionOf(special(KeyPress::Key::Left)), WindowAction::LookLeft);
-    EXPECT_EQ(windowActionOf(special(KeyPress::Key::Right)), WindowAction::LookRight);
-    EXPECT_EQ(windowActionOf(special(KeyPress::Key::Up)), WindowAction::LookUp);
-    EXPECT_EQ(windowActionOf(special(KeyPress::Key::Down)), WindowAction::LookDown);
-    EXPECT_EQ(windowActionOf(special(KeyPress::Key::Escape)), WindowAction::Leave);
+    EXPECT_EQ(windowActionOf(special(zanto::KeyEvent::Key::Left)), WindowAction::LookLeft);
+    EXPECT_EQ(windowActionOf(special(zanto::KeyEvent::Key::Right)), WindowAction::LookRight);
+    EXPECT_EQ(windowActionOf(special(zanto::KeyEvent::Key::Up)), WindowAction::LookUp);
+    EXPECT_EQ(windowActionOf(special(zanto::KeyEvent::Key::Down)), WindowAction::LookDown);
+    EXPECT_EQ(windowActionOf(special(zanto::KeyEvent::Key::Escape)), WindowAction::Leave);
 }
 
 TEST(Keys, WithoutAnActionDoNothing) {
     EXPECT_FALSE(windowActionOf(character(U'x')).has_value());
-    EXPECT_FALSE(windowActionOf(special(KeyPress::Key::Home)).has_value());
+    EXPECT_FALSE(windowActionOf(special(zanto::KeyEvent::Key::Home)).has_value());
 }
 
 TEST(Keys, ThatAreHeldOrSomebodyElsesDoNothing) {
-    for (bool KeyPress::*const flag :
-         {&KeyPress::isRepeat, &KeyPress::hasControl, &KeyPress::hasAlt, &KeyPress::hasCommand}) {
-        KeyPress press = character(U's');
+    for (bool zanto::KeyEvent::*const flag :
+         {&zanto::KeyEvent::isRepeat, &zanto::KeyEvent::hasControl, &zanto::KeyEvent::hasAlt,
+          &zanto::KeyEvent::hasCommand}) {
+        zanto::KeyEvent press = character(U's');
         press.*flag = true;
         EXPECT_FALSE(windowActionOf(press).has_value());
     }
-    KeyPress shifted = character(U's');
+    zanto::KeyEvent shifted = character(U's');
     shifted.hasShift = true;
     EXPECT_TRUE(windowActionOf(shifted).has_value());
 }
 
 TEST(Keys, ThatAreHeldGoOnLookingSeekingAndChangingTheVolume) {
-    EXPECT_EQ(windowActionOf(held(special(KeyPress::Key::Left))), WindowAction::LookLeft);
+    EXPECT_EQ(windowActionOf(held(special(zanto::KeyEvent::Key::Left))), WindowAction::LookLeft);
     EXPECT_EQ(windowActionOf(held(character(U']'))), WindowAction::SeekForward);
     EXPECT_EQ(windowActionOf(held(character(U'9'))), WindowAction::VolumeDown);
     EXPECT_FALSE(windowActionOf(held(character(U' '))).has_value());
-    EXPECT_FALSE(windowActionOf(held(special(KeyPress::Key::Escape))).has_value());
+    EXPECT_FALSE(windowActionOf(held(special(zanto::KeyEvent::Key::Escape))).has_value());
 }
 
 TEST(Keys, AreAllInTheHelp) {

@@ -31,7 +31,7 @@ public:
     void record(const std::string& path);
 
     [[nodiscard]] SDLScene& scene() { return *scene_; }
-    [[nodiscard]] SDLHost& host() { return scene_->host(); }
+    [[nodiscard]] zanto::SDLHost& host() { return scene_->host(); }
     [[nodiscard]] Session& session() { return *session_; }
     [[nodiscard]] TracedController& controller() { return *session_->controller(); }
     [[nodiscard]] const tests::TemporaryFolder& folder() const { return folder_; }

@@ -36,7 +36,7 @@ protected:
         return on == GL_TRUE;
     }
 
-    std::unique_ptr<HeadlessHost> host_ = makeHost({16, 16});
+    std::unique_ptr<zanto::HeadlessHost> host_ = makeHost({16, 16});
     platform::MeshBuffers mesh_;
     std::vector<GLuint> others_;
 };

@@ -21,7 +21,7 @@ struct GLObjects {
 
 GLObjects countObjects() {
     static const auto isVertexArray = reinterpret_cast<GLboolean (*)(GLuint)>(
-        SurfacelessContext::procAddress("glIsVertexArrayOES"));
+        zanto::SurfacelessContext::procAddress("glIsVertexArrayOES"));
     constexpr GLuint kHighestName = 5000;
     GLObjects objects;
     for (GLuint name = 1; name < kHighestName; ++name) {

@@ -37,7 +37,7 @@ protected:
     void SetUp() override { platform::GLContext::setCurrentContext(context_); }
     void TearDown() override { program_.tearDown(); }
 
-    std::unique_ptr<HeadlessHost> host_ = makeHost({64, 64});
+    std::unique_ptr<zanto::HeadlessHost> host_ = makeHost({64, 64});
     std::shared_ptr<platform::GLContext> context_ = platform::GLContext::create();
     LogRecorder log_;
     MarkerProgram program_;

@@ -37,7 +37,7 @@ class MarkerTexture : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(platform::GLContext::setCurrentContext(context_)); }
 
-    std::unique_ptr<HeadlessHost> host_ = makeHost({64, 36});
+    std::unique_ptr<zanto::HeadlessHost> host_ = makeHost({64, 36});
     std::shared_ptr<platform::GLContext> context_ = platform::GLContext::create();
 };
 

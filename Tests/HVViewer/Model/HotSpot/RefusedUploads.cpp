@@ -22,8 +22,8 @@ RefusedUploads::~RefusedUploads() {
 // every driver refuses.
 void glTexImage2D(GLenum target, GLint level, GLint internalFormat, GLsizei width, GLsizei height,
                   GLint border, GLenum format, GLenum type, const void* pixels) {
-    static const auto driver =
-        reinterpret_cast<decltype(&glTexImage2D)>(SurfacelessContext::procAddress("glTexImage2D"));
+    static const auto driver = reinterpret_cast<decltype(&glTexImage2D)>(
+        zanto::SurfacelessContext::procAddress("glTexImage2D"));
     driver(target, level, internalFormat, isRefusing ? -1 : width, height, border, format, type,
            pixels);
 }

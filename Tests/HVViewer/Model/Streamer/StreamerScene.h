@@ -64,7 +64,7 @@ public:
     }
     void advance(double seconds) { host->advanceTo(host->now() + platform::fromSeconds(seconds)); }
 
-    std::unique_ptr<HeadlessHost> host = makeHost({64, 32});
+    std::unique_ptr<zanto::HeadlessHost> host = makeHost({64, 32});
     std::shared_ptr<StreamerListener> listener = std::make_shared<StreamerListener>();
     std::shared_ptr<ZNTStreamer> streamer;
 };

@@ -72,7 +72,7 @@ protected:
         glClear(GL_COLOR_BUFFER_BIT);
     }
 
-    std::unique_ptr<HeadlessHost> host_;
+    std::unique_ptr<zanto::HeadlessHost> host_;
     std::unique_ptr<platform::OffscreenTarget> target_;
 };
 

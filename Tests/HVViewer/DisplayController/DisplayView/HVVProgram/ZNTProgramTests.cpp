@@ -28,7 +28,7 @@ protected:
         program_.buildProgramWithUniforms(uniforms_, textureCoordinates_, type);
     }
 
-    std::unique_ptr<HeadlessHost> host_ = makeHost({64, 64});
+    std::unique_ptr<zanto::HeadlessHost> host_ = makeHost({64, 64});
     std::shared_ptr<platform::GLContext> context_ = platform::GLContext::create();
     ZNTProgram program_;
     UniformTable uniforms_{kUntouched, kUntouched, kUntouched, kUntouched, kUntouched,

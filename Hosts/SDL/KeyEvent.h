@@ -1,7 +1,9 @@
 #pragma once
 
+namespace zanto {
+
 /// A key press, independent of the window library.
-struct KeyPress {
+struct KeyEvent {
     enum class Key {
         Character, ///< a printable key: see `character`
         Escape,
@@ -31,3 +33,5 @@ struct KeyPress {
     /// Whether this is a repetition while the key is held down.
     bool isRepeat = false;
 };
+
+} // namespace zanto

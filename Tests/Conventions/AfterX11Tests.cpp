@@ -1,0 +1,14 @@
+// Applications include X11's headers, whose macros (None, Bool, KeyPress, …) break names of other
+// libraries. This file compiles only if no installed header uses one of them.
+#include <SDL.h>
+#include <SDL_syswm.h>
+#include <X11/Xlib.h>
+#include <gtest/gtest.h>
+// Generated: includes every installed header.
+#include "InstalledHeaders.h"
+
+static_assert(None == 0L && KeyPress == 2, "X11's macros are defined above");
+
+TEST(InstalledHeaders, CompileAfterX11s) {
+    EXPECT_EQ(zanto::EmbeddedHostOptions().framesPerSecond, 60);
+}
