@@ -14,8 +14,8 @@ namespace {
 
 constexpr double kMaxSidePx = 32767;
 
-/// Indexed by `BlendMode`. Cairo has no operator for PlusDarker: its entry is an unused placeholder,
-/// and `addDarkness` implements the mode.
+/// Indexed by `BlendMode`. Cairo has no operator for PlusDarker: its entry is an unused
+/// placeholder, and `addDarkness` implements the mode.
 constexpr std::array<cairo_operator_t, 27> kOperators{
     CAIRO_OPERATOR_OVER,        CAIRO_OPERATOR_MULTIPLY,
     CAIRO_OPERATOR_SCREEN,      CAIRO_OPERATOR_OVERLAY,

@@ -51,9 +51,9 @@ GstElement* makeSink() {
 
 } // namespace
 
-/// The output contains a volume element of its own. Workaround for GStreamer 1.22: for an audio sink
-/// without a volume property, `playbin3` adds a volume element that it never frees, which leaks
-/// 4 KiB for each video with sound. Remove it once the minimum version is free of the leak.
+/// The output contains a volume element of its own. Workaround for GStreamer 1.22: for an audio
+/// sink without a volume property, `playbin3` adds a volume element that it never frees, which
+/// leaks 4 KiB for each video with sound. Remove it once the minimum version is free of the leak.
 GstElement* makeAudioOutput() {
     GstElement* const sink = makeSink();
     GstElement* const volume = gst_element_factory_make("volume", nullptr);

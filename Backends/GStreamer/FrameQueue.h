@@ -25,8 +25,8 @@ public:
     /// Uses one frame for all times, for media that has no video.
     void standIn(PixelBufferPtr pixels);
 
-    /// Called after a seek: the frames held are out of date. The next frame replaces them and counts
-    /// as due at `from`, even if its time stamp is slightly later.
+    /// Called after a seek: the frames held are out of date. The next frame replaces them and
+    /// counts as due at `from`, even if its time stamp is slightly later.
     void restart(Instant from);
 
     /// Takes one more frame from the sink; returns false if the sink has none at the moment.
