@@ -30,7 +30,7 @@ public:
     /// One turn, and the pass if the host wants one. Whether it did.
     bool turn();
     /// One turn, and what the host wants then; nothing is drawn.
-    EmbeddedHostStatus ask() { return host_->runDueWork(); }
+    zanto::EmbeddedHostStatus ask() { return host_->runDueWork(); }
     void draw();
     /// The host ends; context, clock and views stay.
     void endHost();
