@@ -155,7 +155,7 @@ void Playback::settle() {
     } else if (seek_) {
         if (seek_->hasLanded && isFirstPictureSettled())
             landSeek();
-    } else {
+    } else if (!owesSeek_) {
         picturesArrived();
     }
 }
@@ -340,16 +340,21 @@ void Playback::finishSeek() {
         return beginNextSeek();
     endWait();
     update();
-    lookForPictures();
     tellOfSeek();
 }
 
-/// Notifies in a later iteration, after a start that the seek may have allowed, so that the
-/// listener receives both in the same order however soon the frame arrives.
+/// Notifies in a later iteration: after a start that the seek may have allowed, and before a frame
+/// of the new position, so that the listener receives them in the same order however soon the
+/// frame arrives.
 void Playback::tellOfSeek() {
+    owesSeek_ = true;
     later([this, work = std::exchange(seekWork_, nullptr)] {
-        if (!seek_)
-            tell(&MediaPipelineListener::mediaDidSeek);
+        owesSeek_ = false;
+        if (seek_)
+            return;
+        tell(&MediaPipelineListener::mediaDidSeek);
+        if (!isClosed())
+            settle();
     });
 }
 

@@ -154,6 +154,7 @@ private:
     std::optional<Instant> pending_; // the target of the next seek
     Work openWork_;
     Work seekWork_;
+    bool owesSeek_ = false; // a finished seek has not been reported yet
 };
 
 } // namespace platform

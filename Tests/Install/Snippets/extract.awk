@@ -12,7 +12,7 @@ function start(line) {
         file = folder "/part-" ++parts ".cpp"
         print "#include \"Application.h\"\n" declarations > file
         if (kind == "body")
-            print "void body" parts "(EmbeddedHost& host, const std::shared_ptr<ZNTDisplayViewController>& player) {" > file
+            print "void body" parts "(zanto::EmbeddedHost& host, const std::shared_ptr<ZNTDisplayViewController>& player) {" > file
     }
     print "#line " NR + 1 " \"" FILENAME "\"" > file
 }
