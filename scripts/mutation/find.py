@@ -45,6 +45,7 @@ class Mutant:
     suffix: str = ""
     comma: tuple | None = None  # the operator that a comma replaces: (start, end)
     run: list = dataclasses.field(default_factory=list)  # of a swap: extents of all calls in a row
+    assigns: bool = False  # of a swap: one of the two is an assignment, which is not tried
     number: int = -1
     file: str = ""
 
@@ -79,6 +80,7 @@ class Finder:
             if c.kind == CursorKind.MACRO_INSTANTIATION and self.is_here(c)
         ]
         self.found = []
+        self.assignments = set()  # where statements begin that call an operator such as `=`
         self.constexprs = []  # variables: name, where the word stands, end
         self.demoted = []  # those whose value has a mutant: name, where the word stands
 
@@ -196,11 +198,14 @@ class Finder:
             return None
         start, end = self.extent(cursor)
         after = self.statement_end(end)
+        if inner.spelling.startswith("operator") and not inner.spelling.startswith("operator()"):
+            self.assignments.add(start)
         return (start, after) if after and self.is_written(start, end) else None
 
     def swaps(self, run):
         for i in range(len(run) - 1):
-            self.note("swap", run[i][0], run[i + 1][1], run=list(run))
+            assigns = run[i][0] in self.assignments or run[i + 1][0] in self.assignments
+            self.note("swap", run[i][0], run[i + 1][1], run=list(run), assigns=assigns)
 
     def bodies(self, cursor, children):
         for child in children:

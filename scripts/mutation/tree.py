@@ -1,5 +1,6 @@
 """The copy of the project that is built with all mutants in it."""
 
+import hashlib
 import json
 import pathlib
 import re
@@ -85,9 +86,9 @@ class Tree:
         kept = found
         for _ in range(12):
             content = rewrite(source, kept, [offset for _, offset in demoted], self.header)
-            write_if_changed(self.folder / name, content)
-            errors = self.errors(name)
+            errors = self.errors(name, content)
             if not errors:
+                write_if_changed(self.folder / name, content)
                 break
             refused = {n.split("::")[-1] for pair in NOT_CONSTANT.findall(errors) for n in pair if n}
             again = [d for d in demoted if d[0] in refused]
@@ -97,7 +98,7 @@ class Tree:
                 spans = [(offset, end) for (_, offset), end in zip(again, ends)]
                 kept = [m for m in kept if not any(a < m.start < b for a, b in spans)]
                 continue
-            lines = {int(line) for path, line in ERROR_LINE.findall(errors) if path.endswith(name)}
+            lines = {int(line) for path, line in ERROR_LINE.findall(errors) if path.endswith(f"{name}.trial.cpp")}
             fewer = [m for m in kept if not self.touches(source, m, lines)]
             if len(fewer) == len(kept):
                 raise SystemExit(f"mutants: {name} does not compile with its mutants:\n{errors}")
@@ -112,14 +113,26 @@ class Tree:
         first, last = (source.count(b"\n", 0, offset) + 1 for offset in (start, end))
         return any(first <= line <= last for line in lines)
 
-    def errors(self, name):
+    def errors(self, name, content):
+        """What the compiler says against a content of the file."""
+        trial = self.folder / f"{name}.trial.cpp"
+        trial.write_bytes(content)
         command, directory = self.commands[name]
-        if "-o" in command:
-            at = command.index("-o")
-            command = command[:at] + command[at + 2:]
         command = [word for word in command if word != "-c" and "ccache" not in word]
-        result = subprocess.run([*command, "-O0", "-S", "-o", "/dev/null"], cwd=directory, capture_output=True, text=True)
+        at = command.index("-o")
+        command = command[:at] + command[at + 2:]
+        command = [str(trial) if word == str(self.folder / name) else word for word in command]
+        result = subprocess.run([*command, "-O0", "-S", "-o", "/dev/null"], cwd=directory,
+                                capture_output=True, text=True)
+        trial.unlink()
         return result.stderr if result.returncode else ""
+
+    def fingerprint(self):
+        """Of all files of the copy, mutants included."""
+        digest = hashlib.sha256()
+        for path in sorted(p for p in self.folder.rglob("*") if p.is_file()):
+            digest.update(str(path.relative_to(self.folder)).encode() + path.read_bytes())
+        return digest.hexdigest()
 
     def compile(self):
         listed = subprocess.run(["cmake", "--build", str(self.build), "--target", "help"], check=True,
