@@ -5,6 +5,7 @@
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/ReplaceableFunction.h"
 
+#include <array>
 #include <atomic>
 #include <cstddef>
 #include <functional>
@@ -56,15 +57,12 @@ public:
     template <class T>
     [[nodiscard]] T& part() {
         static const std::size_t index = nextPartIndex();
-        if (index >= parts_.size())
-            parts_.resize(index + 1);
-        if (!parts_[index]) {
-            // Its constructor may access other parts.
-            auto made = std::make_unique<Part<T>>();
-            parts_[index] = std::move(made);
+        auto& part = parts_.at(index);
+        if (!part) {
+            part = std::make_unique<Part<T>>(); // its constructor may access other parts
             order_.push_back(index);
         }
-        return static_cast<Part<T>&>(*parts_[index]).value;
+        return static_cast<Part<T>&>(*part).value;
     }
 
     /// The entry is called whenever this environment becomes current in place of another one,
@@ -123,8 +121,10 @@ private:
     std::atomic<bool> hasLogSink_ = false;
     bool isClaimed_ = false;
     std::function<void()> entry_;
-    std::vector<std::unique_ptr<AnyPart>> parts_; // indexed by type
-    std::vector<std::size_t> order_;              // indices in the order of creation
+    /// By the index of their type. The array never moves, so another thread may use a part while
+    /// the main thread creates one.
+    std::array<std::unique_ptr<AnyPart>, 64> parts_;
+    std::vector<std::size_t> order_; // in which the parts were created
 };
 
 } // namespace platform
