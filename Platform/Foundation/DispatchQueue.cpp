@@ -63,7 +63,7 @@ void DispatchQueue::async(Block block) {
     };
     {
         const std::scoped_lock lock(worker_->mutex);
-        worker_->blocks.push_back(std::move(inEnvironment));
+        worker_->blocks.emplace_back(std::move(inEnvironment));
         if (!worker_->thread.joinable())
             worker_->thread = std::thread([worker = worker_.get()] { worker->run(); });
     }
