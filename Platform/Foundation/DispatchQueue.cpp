@@ -35,12 +35,20 @@ struct DispatchQueue::Worker {
 };
 
 DispatchQueue& DispatchQueue::background() {
-    return Environment::current().part<DispatchQueue>();
+    Environment& environment = Environment::current();
+    auto& queue = environment.part<DispatchQueue>();
+    if (!std::exchange(queue.stopsAtRelease_, true))
+        environment.atRelease([&queue] { queue.stop(); });
+    return queue;
 }
 
 DispatchQueue::DispatchQueue() : worker_(std::make_unique<Worker>()) {}
 
 DispatchQueue::~DispatchQueue() {
+    stop();
+}
+
+void DispatchQueue::stop() {
     std::deque<Block> dropped;
     {
         const std::scoped_lock lock(worker_->mutex);
@@ -50,6 +58,8 @@ DispatchQueue::~DispatchQueue() {
     worker_->changed.notify_one();
     if (worker_->thread.joinable())
         worker_->thread.join();
+    const std::scoped_lock lock(worker_->mutex);
+    worker_->stopping = false;
 }
 
 void DispatchQueue::sync(std::string_view /*label*/, const Block& block) {

@@ -19,8 +19,8 @@ class DispatchQueue {
 public:
     using Block = std::function<void()>;
 
-    /// The queue of the current environment, for decoding and similar work. Its destructor waits
-    /// for the block that is running and drops the others.
+    /// The queue of the current environment, for decoding and similar work. The environment stops
+    /// it when its host ends.
     [[nodiscard]] static DispatchQueue& background();
 
     DispatchQueue();
@@ -34,9 +34,13 @@ public:
     /// thread has, such as a GL context. `label` names the work for platforms that can display it.
     static void sync(std::string_view label, const Block& block);
 
+    /// Waits for the block that is running and drops the others. The destructor does so too.
+    void stop();
+
 private:
     struct Worker;
     std::unique_ptr<Worker> worker_;
+    bool stopsAtRelease_ = false;
 };
 
 } // namespace platform

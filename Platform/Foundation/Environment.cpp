@@ -8,9 +8,9 @@ thread_local Environment* entered = nullptr;
 /// Never destroyed, because threads that end late may still post to its queue.
 Environment& environmentOfProcess() {
     static const auto* const environment = new std::shared_ptr<Environment>(Environment::create());
-    static const struct ClearAtExit {
-        ~ClearAtExit() { (*environment)->clear(); }
-    } clearAtExit;
+    static const struct ReleaseAtExit {
+        ~ReleaseAtExit() { (*environment)->runReleaseActions(); }
+    } releaseAtExit;
     return **environment;
 }
 
@@ -23,7 +23,12 @@ std::shared_ptr<Environment> Environment::create() {
 Environment::Environment() = default;
 
 Environment::~Environment() {
-    clear();
+    const ThreadScope scope(*this);
+    // The destructor of a part may access another part, even one that is gone already.
+    while (!order_.empty()) {
+        const auto last = std::move(parts_[order_.back()]);
+        order_.pop_back();
+    }
 }
 
 Environment& Environment::current() {
@@ -42,16 +47,17 @@ void Environment::release() {
     setLogSink(nullptr);
     queue_.reset();
     if (this != &environmentOfProcess())
-        clear();
+        runReleaseActions();
 }
 
-void Environment::clear() {
+void Environment::atRelease(std::function<void()> action) {
+    releaseActions_.push_back(std::move(action));
+}
+
+void Environment::runReleaseActions() {
     const ThreadScope scope(*this);
-    // The destructor of a part may access a part that has been destroyed already.
-    while (!order_.empty()) {
-        const auto last = std::move(parts_[order_.back()]);
-        order_.pop_back();
-    }
+    for (const auto& action : std::exchange(releaseActions_, {}))
+        action();
 }
 
 std::size_t Environment::nextPartIndex() {

@@ -41,12 +41,15 @@ public:
     /// Returns the current environment if no host has claimed it, else a new one. It stays claimed
     /// until `release`.
     [[nodiscard]] static std::shared_ptr<Environment> claim();
-    /// Called when the host ends: drops the queued blocks. The parts of the process's environment
-    /// stay for the next host; those of any other environment are destroyed.
+    /// Called when the host ends: drops the queued blocks and runs what was given to `atRelease`.
+    /// The parts stay, because objects that outlive the host refer to them.
     void release();
-    /// Destroys the parts in the reverse order of creation. Objects that outlive them get new parts
-    /// on their next access.
-    void clear();
+    /// Adds an action that `release` runs once. The environment of the process, which has another
+    /// host later, runs it when the process exits. For parts that own objects, because an object
+    /// keeps its environment alive, and for parts that own a thread.
+    void atRelease(std::function<void()> action);
+    /// Runs these actions now.
+    void runReleaseActions();
 
     /// Thread: any; thread-safe.
     [[nodiscard]] MainQueue& queue() { return queue_; }
@@ -121,6 +124,7 @@ private:
     std::atomic<bool> hasLogSink_ = false;
     bool isClaimed_ = false;
     std::function<void()> entry_;
+    std::vector<std::function<void()>> releaseActions_;
     /// By the index of their type. The array never moves, so another thread may use a part while
     /// the main thread creates one.
     std::array<std::unique_ptr<AnyPart>, 64> parts_;

@@ -7,9 +7,12 @@
 namespace platform {
 
 const std::shared_ptr<URLSession>& URLSession::sharedSession() {
-    auto& session = Environment::current().part<std::shared_ptr<URLSession>>();
-    if (!session)
+    Environment& environment = Environment::current();
+    auto& session = environment.part<std::shared_ptr<URLSession>>();
+    if (!session) {
         session = make<URLSession>();
+        environment.atRelease([&session] { session.reset(); });
+    }
     return session;
 }
 
