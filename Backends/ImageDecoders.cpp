@@ -8,10 +8,9 @@
 namespace platform {
 
 std::span<const ImageDecoder* const> imageDecoders() {
-    static const JPEGDecoder jpeg;
-    static const PNGDecoder png;
-    static const WebPDecoder webp;
-    static const std::array<const ImageDecoder*, 3> table{&jpeg, &png, &webp};
+    // Never destroyed: a worker may still decode while the process exits.
+    static const auto& table =
+        *new std::array<const ImageDecoder*, 3>{new JPEGDecoder, new PNGDecoder, new WebPDecoder};
     return table;
 }
 

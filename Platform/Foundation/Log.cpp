@@ -36,7 +36,8 @@ void writeToStandardError(LogLevel level, std::string_view text) {
 using Sink = ReplaceableFunction<LogLevel, std::string_view>;
 
 Sink& currentSink() {
-    static Sink sink(writeToStandardError);
+    // Never destroyed: another thread may still log while the process exits.
+    static auto& sink = *new Sink(writeToStandardError);
     return sink;
 }
 

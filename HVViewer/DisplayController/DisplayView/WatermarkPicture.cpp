@@ -84,7 +84,8 @@ QuadMask opaqueQuads(const platform::Image& picture) {
 namespace {
 
 const Watermark* keptWatermark(std::string_view text, int maxSidePx) {
-    static WatermarkStore<Watermark> store;
+    // Never destroyed: the worker may still use it while the process exits.
+    static auto& store = *new WatermarkStore<Watermark>;
     const int side = std::min(maxSidePx, kWatermarkSidePx);
     return store.findOrMake(text, side, [&]() -> std::unique_ptr<Watermark> {
         platform::ImagePtr picture = decodeWatermark(text, side);

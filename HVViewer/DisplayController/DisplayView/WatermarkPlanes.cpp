@@ -145,7 +145,8 @@ QuadMask quadsThatShow(const platform::PixelBuffer& frame) {
 namespace {
 
 const WatermarkPlanes* keptPlanes(std::string_view text, int maxSidePx) {
-    static WatermarkStore<WatermarkPlanes> store;
+    // Never destroyed: the worker may still use it while the process exits.
+    static auto& store = *new WatermarkStore<WatermarkPlanes>;
     const int side = std::min(maxSidePx, kWatermarkSidePx);
     return store.findOrMake(text, side, [&]() -> std::unique_ptr<WatermarkPlanes> {
         const platform::ImagePtr picture = decodeWatermark(text, side);
