@@ -10,6 +10,7 @@
 #include "Tests/Support/HookRecorder.h"
 #include "Tests/Support/TestClips.h"
 
+#include <GLES2/gl2.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -303,4 +304,18 @@ TEST_F(TwoHosts, RefuseAControllerOfTheOther) {
     EXPECT_THAT(std::exchange(after.log, {}),
                 testing::ElementsAre(testing::HasSubstr("belongs to another host")));
     EXPECT_EQ(after, before);
+}
+
+TEST_F(TwoHosts, MakeTheContextOfTheFirstCurrentAgain) {
+    picture_ = makePictureWorld();
+    video_ = makeVideoWorld();
+    constexpr GLuint kOnlyInTheFirst = 4242;
+    picture_->embedded().perform([&] { glBindTexture(GL_TEXTURE_2D, kOnlyInTheFirst); });
+    video_->showPicture();
+    video_->appear();
+    EXPECT_TRUE(glIsTexture(kOnlyInTheFirst)) << "after the calls of the second host";
+    video_->embedded().perform([&] { EXPECT_FALSE(glIsTexture(kOnlyInTheFirst)); });
+    EXPECT_TRUE(glIsTexture(kOnlyInTheFirst)) << "after a block of the application";
+    video_.reset();
+    EXPECT_TRUE(glIsTexture(kOnlyInTheFirst)) << "after the end of the second host";
 }
