@@ -29,7 +29,7 @@ struct TouchedScene : EmbeddedScene {
         host().appear();
         turn();
     }
-    ~TouchedScene() { host().cancelTouches(); } // while there is somebody to tell
+    ~TouchedScene() { host().cancelTouches(); } // while the views are alive
     TouchedScene(const TouchedScene&) = delete;
     TouchedScene& operator=(const TouchedScene&) = delete;
     void touch(TouchPhase phase, Point place, TouchKind kind = TouchKind::Finger) {

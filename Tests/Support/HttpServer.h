@@ -68,7 +68,7 @@ private:
     std::unique_ptr<Listener> listener_;
 };
 
-/// A port of 127.0.0.1 at which nobody is while the object lives.
+/// A port of 127.0.0.1 without a listener for as long as the object lives.
 class EmptyPort {
 public:
     ~EmptyPort();

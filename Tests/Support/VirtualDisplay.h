@@ -7,7 +7,7 @@
 
 namespace tests {
 
-/// An X server that keeps its screen in memory, on a display that nobody else uses.
+/// An X server that keeps its screen in memory, on a display of its own.
 class VirtualDisplay {
 public:
     /// Null where Xvfb is missing or does not come up.

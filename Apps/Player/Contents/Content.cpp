@@ -88,7 +88,7 @@ void prepareContent(TracedController& controller, const std::string& input) {
     if (input.empty())
         controller.prepareImage(builtInPanorama());
     else if (!urlOf(input))
-        controller.fail({platform::ErrorCode::Unsupported, "this is no address"});
+        controller.fail({platform::ErrorCode::Unsupported, "it is not a valid address"});
     else if (kindOf(input) == ContentAction::Kind::Video)
         controller.prepareVideoWithUrl(urlOf(input));
     else

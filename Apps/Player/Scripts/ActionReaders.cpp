@@ -49,7 +49,7 @@ What readAttitude(const ActionLine& line) {
     const auto q = line.numbers("attitude", 4, "[x, y, z, w]");
     const double length = std::hypot(std::hypot(q[0], q[1]), std::hypot(q[2], q[3]));
     if (!(length >= kUnitTolerance && std::isfinite(length)))
-        throw LineRefused("\"attitude\" is no rotation: its length is as good as 0 or no number");
+        throw LineRefused("\"attitude\" is not a rotation: its length is close to 0 or not finite");
     const double divisor = std::abs(length - 1) < kUnitTolerance ? 1 : length;
     return AttitudeAction{{q[0] / divisor, q[1] / divisor, q[2] / divisor, q[3] / divisor}};
 }

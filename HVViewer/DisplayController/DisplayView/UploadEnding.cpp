@@ -23,9 +23,9 @@ void enableAttribute(std::uint32_t vertexArray, GLuint attribute) {
 
 void bindFramebufferNamed(GLuint name) {
     const auto bound = static_cast<GLuint>(integer(GL_FRAMEBUFFER_BINDING));
-    const bool isSomebodys = glIsFramebuffer(name) == GL_TRUE;
+    const bool isInUse = glIsFramebuffer(name) == GL_TRUE;
     glBindFramebuffer(GL_FRAMEBUFFER, name);
-    if (!isSomebodys)
+    if (!isInUse)
         glDeleteFramebuffers(1, &name); // binding an unused name creates a framebuffer object
     glBindFramebuffer(GL_FRAMEBUFFER, bound);
 }

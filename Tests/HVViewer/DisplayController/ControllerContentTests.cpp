@@ -29,7 +29,7 @@ class ControllerContent : public ::testing::Test {
 protected:
     [[nodiscard]] HookRecorder& player() { return *scene_.player; }
     void settle() { scene_.host->settle(); }
-    /// An address at which nobody listens.
+    /// A URL whose port has no listener.
     [[nodiscard]] URL refusedAddress() const {
         return URL::URLWithString(refusing_.url("/a.png")).value();
     }

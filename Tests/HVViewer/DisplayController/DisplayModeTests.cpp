@@ -105,7 +105,7 @@ TEST(DisplayMode, MayChangeAfterLoadingAndBeforeAppearing) {
     host->settle();
     const int frames = host->framesPresented();
     host->advanceTo(1s);
-    EXPECT_EQ(host->framesPresented(), frames) << "nobody saw the layout change";
+    EXPECT_EQ(host->framesPresented(), frames) << "the layout change was not drawn";
     const auto picture = host->embedded().snapshot(1.0).value();
     EXPECT_NE(colourAt(*picture, 240, 90), (std::array{0, 0, 0, 255}));
     host->embedded().setRootViewController(nullptr);

@@ -154,7 +154,7 @@ TEST_F(ControllerDownload, MayBeAskedForAgainAfterAFailure) {
 
 TEST_F(ControllerDownload, IsTriedAgainByAReload) {
     player_->reloadContent();
-    EXPECT_THAT(player_->hooks, IsEmpty()) << "there is no address yet";
+    EXPECT_THAT(player_->hooks, IsEmpty()) << "the controller has no URL yet";
     server_.serve("/a.png", {.body = pngOf(0, 200, 0), .cutAfter = 3});
     prepare("/a.png");
     settle();

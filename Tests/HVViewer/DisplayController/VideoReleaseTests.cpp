@@ -91,7 +91,7 @@ void releaseAndLookForTraces(PlaybackScene& s) {
     EXPECT_EQ(platform::MainQueue::main().outstandingWork(), 0);
 }
 
-/// Real time needs its own end: until that holds, but not for ever.
+/// In real time the wait needs a limit: returns when the condition holds or the limit is reached.
 template <class Condition>
 bool runUntil(zanto::HeadlessHost& host, const Condition& condition) {
     const auto limit = host.now() + tests::QueueDriver::kLimit;

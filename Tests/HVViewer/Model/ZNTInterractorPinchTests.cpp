@@ -274,5 +274,5 @@ TEST(Mode, StartsItsOwnView) {
     EXPECT_TRUE(areEqual(camera.rotationMatrix(), GLKMatrix4Identity));
     EXPECT_TRUE(areEqual(camera.translationMatrix(), GLKMatrix4Identity));
     EXPECT_TRUE(camera.animationsEnabled());
-    EXPECT_EQ(scene.updates(), 0) << "nobody is told";
+    EXPECT_EQ(scene.updates(), 0) << "the delegate is not notified";
 }

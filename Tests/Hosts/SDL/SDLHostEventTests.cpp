@@ -79,7 +79,7 @@ TEST(SDLHostLoop, DrawsNothingWhileHiddenAndCatchesUpWhenShown) {
     scene.settle();
     const int frames = scene.host().framesPresented();
     scene.controller().setDisplayMode(DisplayMode::Plane);
-    EXPECT_LE(scene.turnsWithin(200ms), 5) << "no spinning over a pass that nobody sees";
+    EXPECT_LE(scene.turnsWithin(200ms), 5) << "a pass that is not visible causes no busy loop";
     EXPECT_EQ(scene.host().framesPresented(), frames);
     SDL_ShowWindow(scene.window());
     scene.settle();

@@ -35,7 +35,7 @@ protected:
 } // namespace
 
 TEST_F(FailedDownload, NamesAHostThatIsNotFound) {
-    // No name has a part of 64 letters, so that nobody is asked for it.
+    // A label of 64 letters is not valid, so no name server is asked for it.
     const std::string name = std::string(64, 'a') + ".invalid";
     expectFailure("http://" + name + "/a", ErrorCode::Missing,
                   "the host \"" + name + "\" is not found");

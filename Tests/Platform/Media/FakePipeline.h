@@ -78,7 +78,7 @@ itemOf(const std::shared_ptr<PipelineScript>& script) {
         });
 }
 
-/// Pixels that nobody looks at.
+/// Pixels whose values do not matter.
 [[nodiscard]] inline platform::PixelBufferPtr anyPixels() {
     return platform::PixelBuffer::wrap({2, 2}, {}, {}, nullptr);
 }

@@ -147,7 +147,7 @@ TEST_F(PlayerScene, WaitsWhileTheDataRunOut) {
     script->to().mediaDidStall();
     script->to().mediaDidStart();
     turn();
-    EXPECT_EQ(told(), "") << "nobody wants it to play";
+    EXPECT_EQ(told(), "") << "play() was not called";
 }
 
 TEST_F(PlayerScene, TicksOnceAFrameWhileTimeRuns) {

@@ -80,7 +80,7 @@ void warnOfAngles(const ZNTHotSpot& spot) {
         platform::log(platform::LogLevel::Warning,
                       "hot spots: \"" + spot.hotSpotName() + "\", index " +
                           std::to_string(spot.indexID()) +
-                          ", has an angle that is no number; it is not drawn");
+                          ", has an angle that is not a number; it is not drawn");
 }
 
 platform::NotificationCenter& notifications() {

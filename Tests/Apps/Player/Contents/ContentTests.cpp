@@ -29,9 +29,9 @@ TEST(Content, FailsAtWhatIsNoAddress) {
     const auto controller = platform::make<TracedController>(*trace.value());
     prepareContent(*controller, "http://example.org/\n.jpg");
     ASSERT_TRUE(controller->failure());
-    EXPECT_EQ(controller->failure()->detail, "this is no address");
+    EXPECT_EQ(controller->failure()->detail, "it is not a valid address");
     ::testing::internal::CaptureStderr();
     EXPECT_EQ(stateOfContent(*controller, "input"), ContentState::Failed);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(),
-              "zanto-player: input: this is no address\n");
+              "zanto-player: input: it is not a valid address\n");
 }

@@ -167,9 +167,9 @@ TEST(ActionScript, RefusesWithFileLineAndReason) {
         {R"({"at":1,"attitude":[0,0,1]})", "\"attitude\" is not [x, y, z, w]"},
         {R"({"at":1,"attitude":[0,0,0,null]})", "\"attitude\" is not [x, y, z, w]"},
         {R"({"at":1,"attitude":[0,0,0,0]})",
-         "\"attitude\" is no rotation: its length is as good as 0 or no number"},
+         "\"attitude\" is not a rotation: its length is close to 0 or not finite"},
         {R"({"at":1,"attitude":[1.7e308,1.7e308,0,0]})",
-         "\"attitude\" is no rotation: its length is as good as 0 or no number"},
+         "\"attitude\" is not a rotation: its length is close to 0 or not finite"},
         {R"({"at":1,"spherical_offset":"1"})", "\"spherical_offset\" is not a number"},
         {R"({"at":1,"spherical_offset":1e300})", "\"spherical_offset\" is not a number"},
         {R"({"at":1,"snapshot":5})", "\"snapshot\" is not a text"}};

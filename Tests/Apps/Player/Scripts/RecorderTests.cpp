@@ -45,7 +45,7 @@ struct Recording {
     }
 };
 
-/// A player that is watched while somebody steers it, at the instants that they choose.
+/// A player whose actions are recorded while a test steers it at chosen times.
 class Watched {
 public:
     Watched() {
@@ -79,7 +79,7 @@ public:
         player_.controller().turnOnDeviceMotionInterraction(true);
     }
 
-    /// What the trace would say of the camera now, once somebody looks.
+    /// The line that the trace would contain for the present camera.
     [[nodiscard]] json camera() {
         (void)player_.snapshot();
         const auto& inputs = player_.view().cameraInputs();
@@ -205,7 +205,7 @@ TEST(Recorder, WritesNothingBeforeTheViewAppears) {
     recording.recorder.begin({1280, 720.5});
     recording.touch(TouchPhase::Up, 1, 6s);
     EXPECT_EQ(recording.script.str(), "{\"at\":0.000000000,\"resize\":[1280.0,720.5]}\n")
-        << "a finger that was down before is nobody's";
+        << "a finger that was down before the recording is not recorded";
 }
 
 TEST(Recorder, WritesEveryLineAtOnceAndToTheNanosecond) {

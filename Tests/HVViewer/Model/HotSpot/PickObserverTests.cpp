@@ -68,7 +68,7 @@ TEST_P(DuringAPick, ThePickingPointMayBeTakenAway) {
     if (std::string(GetParam()) == ZNTHotSpotDrawerDetectHotSpotSelection)
         EXPECT_THAT(scene.selections.take(), ElementsAre(Selection{"door", 1, false}));
     else
-        EXPECT_THAT(scene.selections.take(), IsEmpty()) << "nobody looks there any more";
+        EXPECT_THAT(scene.selections.take(), IsEmpty()) << "the picking point is gone";
     EXPECT_EQ(scene.drawer().pickingPoint(), nullptr);
 }
 

@@ -262,10 +262,11 @@ TEST(HotSpotDrawer, SurvivesAnglesThatAreNoNumbers) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const LogRecorder log;
     scene.showSpots({spotAt(0, 2, "fine"), spotAt(nan, 0, "door"), spotAt(0, nan)});
-    EXPECT_EQ(log.lines(),
-              (std::vector<std::string>{
-                  "hot spots: \"door\", index 1, has an angle that is no number; it is not drawn",
-                  "hot spots: \"\", index 2, has an angle that is no number; it is not drawn"}));
+    EXPECT_EQ(
+        log.lines(),
+        (std::vector<std::string>{
+            "hot spots: \"door\", index 1, has an angle that is not a number; it is not drawn",
+            "hot spots: \"\", index 2, has an angle that is not a number; it is not drawn"}));
     EXPECT_TRUE(picturesAreEqual("nan-hot-spots", *scene.snapshot(), *before));
     const SelectionListener selections;
     scene.view().objectPickTestForPixelAtX(160, 90);

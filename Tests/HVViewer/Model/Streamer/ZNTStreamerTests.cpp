@@ -177,7 +177,7 @@ TEST(Streamer, StaysPausedOverASeekAndShowsThePictureThere) {
     s.listener->take();
     s.streamer->seekToTime(0.5);
     s.host->settle();
-    EXPECT_EQ(s.listener->take(), "") << "nobody is told of a seek";
+    EXPECT_EQ(s.listener->take(), "") << "a seek is not reported";
     EXPECT_THAT(s.listener->frames, ElementsAre(15));
     EXPECT_EQ(s.listener->lastTick, 0.5);
     s.advance(1);
@@ -238,7 +238,7 @@ TEST(Streamer, StaysPausedWhereItWasSoughtBeforeItWasReady) {
     s.streamer->setDelegate(s.listener);
     s.streamer->seekToTime(0.5);
     s.advance(1);
-    EXPECT_EQ(s.listener->take(), "") << "nobody has asked it to play";
+    EXPECT_EQ(s.listener->take(), "") << "play() was not called";
     EXPECT_THAT(s.listener->frames, ElementsAre(15));
     EXPECT_EQ(s.listener->lastTick, 0.5);
 }
