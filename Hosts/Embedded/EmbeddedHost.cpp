@@ -1,5 +1,6 @@
 #include "Hosts/Embedded/EmbeddedHost.h"
 
+#include "Hosts/Embedded/WakeUpSignal.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
@@ -10,8 +11,6 @@
 
 #include <GLES2/gl2.h>
 
-#include <condition_variable>
-#include <mutex>
 #include <utility>
 
 namespace zanto {
@@ -53,29 +52,6 @@ void lowerDecodeLimit(int maxSidePx) {
 
 } // namespace
 
-/// Forwards wake-ups to the application, and lets a call of the host wait for one.
-struct EmbeddedHost::WakeUp {
-    std::function<void()> application;
-    std::mutex mutex; // guards rung
-    std::condition_variable condition;
-    bool rung = false;
-
-    void ring() {
-        {
-            const std::scoped_lock lock(mutex);
-            rung = true;
-        }
-        condition.notify_one();
-        if (application)
-            application();
-    }
-    void wait() {
-        std::unique_lock lock(mutex);
-        condition.wait(lock, [this] { return rung; });
-        rung = false;
-    }
-};
-
 /// The scope of a call: makes the host's environment current, and restores the documented GL state
 /// at the end.
 class EmbeddedHost::Call {
@@ -108,13 +84,16 @@ EmbeddedHost::EmbeddedHost(EmbeddedHostOptions options,
                            std::shared_ptr<platform::Environment> environment)
     : environment_(std::move(environment)),
       clock_(options.clock ? std::move(options.clock) : std::make_shared<platform::SystemClock>()),
-      grid_(options.framesPerSecond), wakeUp_(std::make_shared<WakeUp>()),
+      grid_(options.framesPerSecond), signal_(std::make_shared<WakeUpSignal>()),
       window_(platform::make<platform::Window>()) {
     MainQueue& queue = MainQueue::main();
     queue.setClock(clock_);
     queue.setFrameGrid(grid_);
-    wakeUp_->application = std::move(options.wakeUp);
-    queue.setWakeUp([wakeUp = wakeUp_] { wakeUp->ring(); });
+    queue.setWakeUp([signal = signal_, application = std::move(options.wakeUp)] {
+        signal->ring();
+        if (application)
+            application();
+    });
     lowerDecodeLimit(GLDevice::main().maxTextureSidePx());
     platform::AttitudeSource::shared().reset();
     window_->setTouchSlop(options.touchSlop);
@@ -268,7 +247,7 @@ void EmbeddedHost::catchUp() {
         MainQueue::main().runDue();
         const auto next = MainQueue::main().nextDeadline();
         if (platform::Player::isAnyBehind() && !(next && *next <= now()))
-            wakeUp_->wait();
+            signal_->wait();
     }
 }
 

@@ -24,6 +24,8 @@ class Window;
 
 namespace zanto {
 
+class WakeUpSignal;
+
 /// Options that the host application passes to `EmbeddedHost::create`.
 struct EmbeddedHostOptions {
     /// Required: the application's OpenGL ES 2.0 context with OES_vertex_array_object.
@@ -148,7 +150,6 @@ public:
     [[nodiscard]] platform::Instant now() const { return clock_->now(); }
 
 private:
-    struct WakeUp;
     class Call;
     EmbeddedHost(EmbeddedHostOptions options, std::shared_ptr<platform::Environment> environment);
     [[nodiscard]] bool mayDraw(platform::Instant now, bool atInstant);
@@ -157,7 +158,7 @@ private:
     std::shared_ptr<platform::Environment> environment_;
     std::shared_ptr<const platform::Clock> clock_;
     platform::FrameGrid grid_;
-    std::shared_ptr<WakeUp> wakeUp_;
+    std::shared_ptr<WakeUpSignal> signal_;
     std::shared_ptr<platform::Window> window_;
     std::optional<platform::Instant> nextPass_;
     std::optional<platform::Instant> lastPassInstant_;

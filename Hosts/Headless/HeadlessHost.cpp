@@ -1,5 +1,6 @@
 #include "Hosts/Headless/HeadlessHost.h"
 
+#include "Hosts/Embedded/WakeUpSignal.h"
 #include "Hosts/Headless/SurfacelessContext.h"
 #include "Platform/Foundation/Log.h"
 #include "Platform/Foundation/MainQueue.h"
@@ -7,8 +8,6 @@
 #include "Platform/Graphics/OffscreenTarget.h"
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 #include <optional>
 #include <utility>
 
@@ -17,29 +16,6 @@ namespace zanto {
 using platform::Instant;
 using platform::MainQueue;
 using platform::Result;
-
-/// Lets the loop sleep until a block is queued.
-struct HeadlessHost::WakeUp {
-    std::mutex mutex; // guards rung
-    std::condition_variable condition;
-    bool rung = false;
-
-    void ring() {
-        {
-            const std::scoped_lock lock(mutex);
-            rung = true;
-        }
-        condition.notify_one();
-    }
-    void wait(std::optional<Instant> longest) {
-        std::unique_lock lock(mutex);
-        if (longest)
-            condition.wait_for(lock, *longest, [this] { return rung; });
-        else
-            condition.wait(lock, [this] { return rung; });
-        rung = false;
-    }
-};
 
 Result<std::unique_ptr<HeadlessHost>> HeadlessHost::create(const HeadlessHostOptions& options) {
     auto context = SurfacelessContext::create();
@@ -53,7 +29,7 @@ Result<std::unique_ptr<HeadlessHost>> HeadlessHost::create(const HeadlessHostOpt
     embedding.clock = host->virtualClock_;
     embedding.touchSlop = options.touchSlop;
     embedding.log = options.log;
-    embedding.wakeUp = [wakeUp = host->wakeUp_] { wakeUp->ring(); };
+    embedding.wakeUp = [signal = host->signal_] { signal->ring(); };
     auto embedded = EmbeddedHost::create(std::move(embedding));
     if (!embedded)
         return embedded.error();
@@ -63,7 +39,7 @@ Result<std::unique_ptr<HeadlessHost>> HeadlessHost::create(const HeadlessHostOpt
 
 HeadlessHost::HeadlessHost(std::unique_ptr<SurfacelessContext> context,
                            const HeadlessHostOptions& options)
-    : context_(std::move(context)), wakeUp_(std::make_shared<WakeUp>()) {
+    : context_(std::move(context)), signal_(std::make_shared<WakeUpSignal>()) {
     if (options.time == HeadlessHostOptions::Time::Virtual)
         virtualClock_ = std::make_shared<platform::VirtualClock>();
 }
@@ -154,9 +130,9 @@ void HeadlessHost::waitForWork() {
     // In real time, the block that ends the work may be a delayed one.
     const auto block = MainQueue::main().nextDeadline();
     if (block && !virtualClock_)
-        wakeUp_->wait(*block - now());
+        signal_->wait(*block - now());
     else
-        wakeUp_->wait(std::nullopt);
+        signal_->wait(std::nullopt);
 }
 
 void HeadlessHost::advanceTo(Instant instant) {
@@ -169,7 +145,7 @@ void HeadlessHost::advanceTo(Instant instant) {
         if (virtualClock_)
             virtualClock_->advanceTo(next);
         else if (next > now())
-            wakeUp_->wait(next - now());
+            signal_->wait(next - now());
         if (!more && now() >= instant)
             break;
     }

@@ -16,6 +16,7 @@ class OffscreenTarget;
 namespace zanto {
 
 class SurfacelessContext;
+class WakeUpSignal;
 
 struct HeadlessHostOptions {
     enum class Time {
@@ -67,7 +68,6 @@ public:
     [[nodiscard]] int framesPresented() const { return framesPresented_; }
 
 private:
-    struct WakeUp;
     HeadlessHost(std::unique_ptr<SurfacelessContext> context, const HeadlessHostOptions& options);
     enum class WaitForWork { No, Yes };
     EmbeddedHostStatus runThisInstant(WaitForWork wait);
@@ -78,7 +78,7 @@ private:
 
     std::unique_ptr<SurfacelessContext> context_;
     std::shared_ptr<platform::VirtualClock> virtualClock_; // null in real time
-    std::shared_ptr<WakeUp> wakeUp_;
+    std::shared_ptr<WakeUpSignal> signal_;
     std::unique_ptr<EmbeddedHost> embedded_;
     std::unique_ptr<platform::OffscreenTarget> target_; // destroyed first, while its context exists
     platform::SizePx targetSize_;

@@ -1,6 +1,7 @@
 #include "HVViewer/Model/HotSpot/ZNTHotSpot.h"
 #include "Platform/Foundation/MainQueue.h"
 #include "Tests/Hosts/EmbeddedScene.h"
+#include "Tests/Support/GLPrograms.h"
 #include "Tests/Support/HeadlessPlayer.h"
 
 #include <GLES2/gl2.h>
@@ -20,27 +21,12 @@ constexpr Pixel kRed{255, 0, 0, 255};
 constexpr Pixel kBlack{0, 0, 0, 255};
 constexpr Pixel kMagenta{255, 0, 255, 255};
 
-GLuint makeProgram() {
-    const GLuint program = glCreateProgram();
-    for (const auto& [type, source] :
-         {std::pair(GL_VERTEX_SHADER, "void main() { gl_Position = vec4(0.0); }"),
-          std::pair(GL_FRAGMENT_SHADER, "void main() { gl_FragColor = vec4(1.0); }")}) {
-        const GLuint shader = glCreateShader(static_cast<GLenum>(type));
-        const GLchar* text = source;
-        glShaderSource(shader, 1, &text, nullptr);
-        glCompileShader(shader);
-        glAttachShader(program, shader);
-    }
-    glLinkProgram(program);
-    return program;
-}
-
 /// State as the library's own drawing may leave it, and worse.
 void disturbState() {
     GLuint name = 0;
     GLDevice::main().genVertexArrays(1, &name);
     GLDevice::main().bindVertexArray(name);
-    glUseProgram(makeProgram());
+    glUseProgram(tests::makeWhiteProgram());
     glEnable(GL_BLEND);
     glEnable(GL_SCISSOR_TEST);
     glGenBuffers(1, &name);

@@ -1,8 +1,8 @@
 #include "Tests/Support/QueueDriver.h"
 
+#include "Hosts/Embedded/WakeUpSignal.h"
+
 #include <algorithm>
-#include <condition_variable>
-#include <mutex>
 #include <utility>
 
 using platform::Instant;
@@ -10,27 +10,7 @@ using platform::MainQueue;
 
 namespace tests {
 
-/// Lets the driver sleep until something is queued.
-struct QueueDriver::WakeUp {
-    std::mutex mutex; // guards rung
-    std::condition_variable condition;
-    bool rung = false;
-
-    void ring() {
-        {
-            const std::scoped_lock lock(mutex);
-            rung = true;
-        }
-        condition.notify_one();
-    }
-    void wait(std::chrono::steady_clock::time_point until) {
-        std::unique_lock lock(mutex);
-        condition.wait_until(lock, until, [this] { return rung; });
-        rung = false;
-    }
-};
-
-QueueDriver::QueueDriver(Time time) : wakeUp_(std::make_shared<WakeUp>()) {
+QueueDriver::QueueDriver(Time time) : signal_(std::make_shared<zanto::WakeUpSignal>()) {
     auto& queue = MainQueue::main();
     if (time == Time::Virtual) {
         virtualClock_ = std::make_shared<platform::VirtualClock>();
@@ -38,7 +18,7 @@ QueueDriver::QueueDriver(Time time) : wakeUp_(std::make_shared<WakeUp>()) {
     } else {
         queue.setClock(std::make_shared<platform::SystemClock>());
     }
-    queue.setWakeUp([wakeUp = wakeUp_] { wakeUp->ring(); });
+    queue.setWakeUp([signal = signal_] { signal->ring(); });
 }
 
 QueueDriver::~QueueDriver() {
@@ -61,7 +41,8 @@ bool QueueDriver::runUntil(const std::function<bool()>& condition) {
             continue;
         // A virtual deadline does not come by waiting.
         const bool comes = next && !virtualClock_;
-        wakeUp_->wait(comes ? std::min(limit, steadyNow + (*next - now())) : limit);
+        const Instant left = limit - steadyNow;
+        signal_->wait(comes ? std::min(left, *next - now()) : left);
     }
 }
 

@@ -7,6 +7,10 @@
 #include <functional>
 #include <memory>
 
+namespace zanto {
+class WakeUpSignal;
+}
+
 namespace tests {
 
 /// Runs the main queue as a host would that shows nothing, in virtual or in real time.
@@ -35,9 +39,8 @@ public:
     bool advanceTo(platform::Instant instant);
 
 private:
-    struct WakeUp;
     std::shared_ptr<platform::VirtualClock> virtualClock_;
-    std::shared_ptr<WakeUp> wakeUp_;
+    std::shared_ptr<zanto::WakeUpSignal> signal_;
     bool isLookingAgain_ = false;
 };
 

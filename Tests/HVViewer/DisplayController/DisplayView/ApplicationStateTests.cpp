@@ -3,6 +3,7 @@
 #include "Tests/HVViewer/DisplayController/DisplayView/VideoScene.h"
 #include "Tests/HVViewer/Model/HotSpot/HotSpotScene.h"
 #include "Tests/Support/GLObjects.h"
+#include "Tests/Support/GLPrograms.h"
 
 #include <GLES2/gl2.h>
 #include <GLES2/gl2ext.h>
@@ -50,7 +51,7 @@ class DrawingApplication {
 public:
     DrawingApplication() {
         GLDevice::main().makeCurrent();
-        glUseProgram(program_ = linkedProgram());
+        glUseProgram(program_ = tests::makeWhiteProgram());
         GLDevice::main().genVertexArrays(1, &vertexArray_);
         GLDevice::main().bindVertexArray(vertexArray_);
         glGenBuffers(1, &buffer_);
@@ -77,21 +78,6 @@ public:
     }
 
 private:
-    static GLuint linkedProgram() {
-        const GLuint program = glCreateProgram();
-        for (const auto& [type, source] :
-             {std::pair(GL_VERTEX_SHADER, "void main() { gl_Position = vec4(0.0); }"),
-              std::pair(GL_FRAGMENT_SHADER, "void main() { gl_FragColor = vec4(1.0); }")}) {
-            const GLuint shader = glCreateShader(static_cast<GLenum>(type));
-            const GLchar* text = source;
-            glShaderSource(shader, 1, &text, nullptr);
-            glCompileShader(shader);
-            glAttachShader(program, shader);
-        }
-        glLinkProgram(program);
-        return program;
-    }
-
     GLuint program_ = 0;
     GLuint vertexArray_ = 0;
     GLuint buffer_ = 0;
